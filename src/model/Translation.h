@@ -1,0 +1,14 @@
+#pragma once
+
+#include <cstdint>
+
+namespace brindle {
+
+/// A text in the user's language, from the catalogue "brindle"; the English text itself where the
+/// catalogue has none. The result lives as long as the process.
+[[nodiscard]] const char* translated(const char* text);
+
+/// The form of a counted text that fits `count` ("{} file", "{} files").
+[[nodiscard]] const char* translatedCount(const char* one, const char* many, std::int64_t count);
+
+}  // namespace brindle

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "model/Change.h"
+#include "model/LocalDay.h"
+#include "store/SQLiteConnection.h"
+
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+// The reads of recorded changes behind HistoryStore. An absent location means all, removed ones included.
+
+namespace brindle {
+
+[[nodiscard]] std::vector<FileChange> changesOn(SQLiteConnection& db, const LocalDay& day,
+                                                const std::optional<LocationID>& location);
+
+[[nodiscard]] std::vector<FileChange> changesBetween(SQLiteConnection& db, const LocalDay& first,
+                                                     const LocalDay& last,
+                                                     const std::optional<LocationID>& location);
+
+[[nodiscard]] std::vector<FileChange> largestChangesOfCheck(SQLiteConnection& db, const LocationID& location,
+                                                            const LocalDay& day, UnixTime finishedAt,
+                                                            std::size_t limit);
+
+}  // namespace brindle

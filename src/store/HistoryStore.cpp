@@ -1,0 +1,94 @@
+#include "store/HistoryStore.h"
+
+#include "platform/PrivateFiles.h"
+#include "store/ChangeReads.h"
+#include "store/Locations.h"
+#include "store/SQLText.h"
+
+namespace brindle {
+namespace {
+
+constexpr const char* fileName = "History.sqlite";
+
+}  // namespace
+
+HistoryStore::HistoryStore(std::filesystem::path directory, const Clock& now)
+    : directory_(std::move(directory)) {
+    createPrivateDirectory(directory_.string());
+    const std::filesystem::path file = directory_ / fileName;
+    createPrivateFile(file.string());  // SQLite gives its log the mode of the database file
+
+    writer_ = std::make_unique<DatabaseQueue>(file.string(), "Brindle.history.writer");
+    writer_
+        ->perform([&](SQLiteConnection& db) {
+            // Sorts and temporary tables of large checks spill to disk: into the user's own folder, where
+            // there is room for the history, and not into a shared or a memory-backed one.
+            db.execute("PRAGMA temp_store_directory = " + textLiteral(directory_.string()));
+            migrate(db, directory_, now);
+        })
+        .get();
+
+    reader_ = std::make_unique<DatabaseQueue>(file.string(), "Brindle.history.reader");
+    reader_->perform([](SQLiteConnection& db) { db.execute("PRAGMA query_only = ON"); }).get();
+}
+
+std::future<void> HistoryStore::insert(LocationRecord record) {
+    return writer_->perform(
+        [record = std::move(record)](SQLiteConnection& db) { insertLocation(db, record); });
+}
+
+std::future<void> HistoryStore::setStatus(LocationID id, LocationStatus status) {
+    return writer_->perform(
+        [id = std::move(id), status](SQLiteConnection& db) { setLocationStatus(db, id, status); });
+}
+
+std::future<void> HistoryStore::updateAccess(LocationID id, std::string path, std::string scanPath,
+                                             std::optional<Bytes> bookmark) {
+    return writer_->perform([id = std::move(id), path = std::move(path), scanPath = std::move(scanPath),
+                             bookmark = std::move(bookmark)](SQLiteConnection& db) {
+        updateLocationAccess(db, id, path, scanPath, bookmark);
+    });
+}
+
+std::future<void> HistoryStore::remove(LocationID id, UnixTime at) {
+    return writer_->perform([id = std::move(id), at](SQLiteConnection& db) { removeLocation(db, id, at); });
+}
+
+std::future<void> HistoryStore::forget(LocationID id) {
+    return writer_->perform([id = std::move(id)](SQLiteConnection& db) { forgetLocation(db, id); });
+}
+
+std::future<std::vector<LocationRecord>> HistoryStore::loadLocations() {
+    return reader_->perform([](SQLiteConnection& db) { return brindle::loadLocations(db); });
+}
+
+std::future<std::vector<UnreadableFolder>> HistoryStore::unreadableFolders(LocationID id) {
+    return reader_->perform(
+        [id = std::move(id)](SQLiteConnection& db) { return loadUnreadableFolders(db, id); });
+}
+
+std::future<CheckCommit> HistoryStore::commit(CheckRequest request) {
+    return writer_->perform(
+        [request = std::move(request)](SQLiteConnection& db) { return commitCheck(db, request); });
+}
+
+std::future<std::vector<FileChange>> HistoryStore::changes(LocalDay day, std::optional<LocationID> location) {
+    return reader_->perform(
+        [day, location = std::move(location)](SQLiteConnection& db) { return changesOn(db, day, location); });
+}
+
+std::future<std::vector<FileChange>> HistoryStore::changes(LocalDay first, LocalDay last,
+                                                           std::optional<LocationID> location) {
+    return reader_->perform([first, last, location = std::move(location)](SQLiteConnection& db) {
+        return changesBetween(db, first, last, location);
+    });
+}
+
+std::future<std::vector<FileChange>> HistoryStore::largestChanges(const CheckCommit& check, LocalDay day,
+                                                                  std::size_t limit) {
+    return reader_->perform([id = check.locationID, at = check.finishedAt, day, limit](SQLiteConnection& db) {
+        return largestChangesOfCheck(db, id, day, at, limit);
+    });
+}
+
+}  // namespace brindle

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "model/Change.h"
+#include "model/LocationRecord.h"
+#include "store/Commit.h"
+#include "store/DatabaseQueue.h"
+#include "store/Migrations.h"
+
+#include <cstddef>
+#include <filesystem>
+#include <future>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace brindle {
+
+/// The whole storage history: one SQLite file, "History.sqlite" in the data directory, with a connection
+/// that writes and one that can only read. docs/SCHEMA.md describes the file.
+///
+/// Every operation runs on its queue and gives its result or its error (SQLiteError unless said otherwise)
+/// through the future; any thread may ask. Writes and checks run one after the other; reads see the last
+/// committed state and never wait for them.
+class HistoryStore {
+public:
+    /// Opens the history, creating the directory (mode 0700) and the file (0600) as needed, and brings it to
+    /// the current schema. Throws: StoreError, SQLiteError, std::system_error.
+    explicit HistoryStore(std::filesystem::path directory, const Clock& now = systemNow);
+
+    [[nodiscard]] const std::filesystem::path& directory() const { return directory_; }
+
+    /// Adds a location. A second one with the same id fails.
+    [[nodiscard]] std::future<void> insert(LocationRecord record);
+    [[nodiscard]] std::future<void> setStatus(LocationID id, LocationStatus status);
+    /// For a location that was found again at a new path, or whose bookmark was refreshed.
+    [[nodiscard]] std::future<void> updateAccess(LocationID id, std::string path, std::string scanPath,
+                                                 std::optional<Bytes> bookmark);
+    /// Stops tracking; what was recorded stays.
+    [[nodiscard]] std::future<void> remove(LocationID id, UnixTime at);
+    /// Deletes a location that never had a baseline; leaves any other as it is, silently.
+    [[nodiscard]] std::future<void> forget(LocationID id);
+    /// All locations ever added, removed ones included, in the order in which they were added.
+    [[nodiscard]] std::future<std::vector<LocationRecord>> loadLocations();
+    /// The folders that the last check could not read, by path.
+    [[nodiscard]] std::future<std::vector<UnreadableFolder>> unreadableFolders(LocationID id);
+
+    /// Runs one check, walk included, on the writer's queue; see commitCheck().
+    [[nodiscard]] std::future<CheckCommit> commit(CheckRequest request);
+
+    /// A day's changes, in no particular order.
+    [[nodiscard]] std::future<std::vector<FileChange>> changes(LocalDay day,
+                                                               std::optional<LocationID> location);
+    /// The changes of every day from `first` through `last`, by day, then time, then id.
+    [[nodiscard]] std::future<std::vector<FileChange>> changes(LocalDay first, LocalDay last,
+                                                               std::optional<LocationID> location);
+    /// The `limit` largest changes that the check recorded, largest first. `day` is the check's day.
+    [[nodiscard]] std::future<std::vector<FileChange>> largestChanges(const CheckCommit& check, LocalDay day,
+                                                                      std::size_t limit);
+
+private:
+    std::filesystem::path directory_;
+    std::unique_ptr<DatabaseQueue> writer_;
+    std::unique_ptr<DatabaseQueue> reader_;
+};
+
+}  // namespace brindle

@@ -1,0 +1,27 @@
+#include "store/SQLiteError.h"
+
+#include <fmt/format.h>
+#include <sqlite3.h>
+
+namespace brindle {
+
+SQLiteError::SQLiteError(int code, std::string message)
+    : std::runtime_error(fmt::format("SQLite error {}: {}", code, message)),
+      code_(code),
+      message_(std::move(message)) {}
+
+bool SQLiteError::isDamage() const {
+    return primaryCode() == SQLITE_CORRUPT || primaryCode() == SQLITE_NOTADB;
+}
+bool SQLiteError::isFull() const {
+    return primaryCode() == SQLITE_FULL;
+}
+bool SQLiteError::isLocked() const {
+    return primaryCode() == SQLITE_BUSY || primaryCode() == SQLITE_LOCKED;
+}
+bool SQLiteError::isReadOnly() const {
+    return primaryCode() == SQLITE_READONLY || primaryCode() == SQLITE_CANTOPEN ||
+           primaryCode() == SQLITE_PERM;
+}
+
+}  // namespace brindle

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "store/SQLiteConnection.h"
+#include "store/SQLiteError.h"
+
+#include <type_traits>
+#include <utility>
+
+namespace brindle {
+
+/// Runs `body` in one immediate transaction and returns its result. When the body or the commit throws,
+/// everything is rolled back and that error goes on; an error of the rollback itself is not heard.
+/// Immediate, so that the wait for another writer is over before the first statement.
+template <class Body>
+auto inTransaction(SQLiteConnection& db, Body&& body) {
+    db.execute("BEGIN IMMEDIATE");
+    try {
+        if constexpr (std::is_void_v<std::invoke_result_t<Body>>) {
+            std::forward<Body>(body)();
+            db.execute("COMMIT");
+        } else {
+            auto result = std::forward<Body>(body)();
+            db.execute("COMMIT");
+            return result;
+        }
+    } catch (...) {
+        try {
+            db.execute("ROLLBACK");
+        } catch (const SQLiteError&) {  // NOLINT(bugprone-empty-catch): the first error is the one to tell
+        }
+        throw;
+    }
+}
+
+}  // namespace brindle

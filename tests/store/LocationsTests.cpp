@@ -1,0 +1,82 @@
+#include "store/SQLiteError.h"
+#include "support/TempHistory.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace brindle {
+namespace {
+
+TEST(Locations, ARecordComesBackAsItWasAdded) {
+    TempHistory history;
+    const LocationRecord record{.id = {"x"},
+                                .name = "Bücher \xff",
+                                .path = "/a",
+                                .scanPath = "/b",
+                                .kind = LocationKind::volume,
+                                .volumeID = "v",
+                                .volumeName = "V",
+                                .caseSensitive = false,
+                                .bookmark = Bytes{std::byte{0}, std::byte{1}},
+                                .addedAt = 1.5,
+                                .status = LocationStatus::disconnected};
+    history.store().insert(record).get();
+    EXPECT_EQ(history.store().loadLocations().get(), std::vector{record});
+    EXPECT_THROW(history.store().insert(record).get(), SQLiteError);
+
+    history.store().setStatus({"x"}, LocationStatus::needsAccess).get();
+    history.store().updateAccess({"x"}, "/c", "/d", std::nullopt).get();
+    const LocationRecord changed = history.record("x");
+    EXPECT_EQ(changed.status, LocationStatus::needsAccess);
+    EXPECT_EQ(changed.path + changed.scanPath, "/c/d");
+    EXPECT_EQ(changed.bookmark, std::nullopt);
+}
+
+TEST(Locations, TextsThatAreNotKnownReadAsTheirFallback) {
+    TempHistory history;
+    history.include("x");
+    rowsOf(history.file(), "UPDATE locations SET kind = '', status = 'asleep'");
+    EXPECT_EQ(history.record("x").kind, LocationKind::folder);
+    EXPECT_EQ(history.record("x").status, LocationStatus::active);
+}
+
+TEST(Locations, RemovingKeepsWhatWasRecorded) {
+    TempHistory history;
+    history.include("gone");
+    history.include("stays");
+    for (const auto* id : {"gone", "stays"}) {
+        history.check(id, {{"a", 1}});
+        history.check(id, {{"a", 2}, {"b", 3}}, {.unreadable = {{"locked", true}}});
+    }
+    const auto kept = [&] {
+        std::vector<std::string> all;
+        for (const std::string& row : history.everything())
+            if (!row.starts_with("locations") && !row.starts_with("inventory: gone") &&
+                !row.starts_with("unreadable_folders: gone"))
+                all.push_back(row);
+        return all;
+    };
+    const auto before = kept();
+    history.store().remove({"gone"}, 77).get();
+    EXPECT_EQ(kept(), before);
+    EXPECT_EQ(history.rows("SELECT DISTINCT location_id FROM inventory"), std::vector<std::string>{"stays"});
+    EXPECT_EQ(history.rows("SELECT DISTINCT location_id FROM unreadable_folders"),
+              std::vector<std::string>{"stays"});
+    EXPECT_EQ(history.record("gone").removedAt, 77);
+    EXPECT_EQ(history.record("gone").status, LocationStatus::paused);
+}
+
+TEST(Locations, OnlyALocationWithoutABaselineIsForgotten) {
+    TempHistory history;
+    history.include("checked");
+    history.check("checked", {{"a", 1}});
+    history.include("new");
+    const auto before = history.rows("SELECT * FROM locations WHERE id = 'checked'");
+    history.store().forget({"checked"}).get();
+    history.store().forget({"new"}).get();
+    EXPECT_EQ(history.rows("SELECT * FROM locations"), before);
+    EXPECT_EQ(history.rows("SELECT COUNT(*) FROM inventory"), std::vector<std::string>{"1"});
+}
+
+}  // namespace
+}  // namespace brindle
