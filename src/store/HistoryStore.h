@@ -5,6 +5,7 @@
 #include "store/Commit.h"
 #include "store/DatabaseQueue.h"
 #include "store/Migrations.h"
+#include "store/SQLiteError.h"
 
 #include <cstddef>
 #include <filesystem>
