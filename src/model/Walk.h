@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/PathSet.h"
 #include "model/UnixTime.h"
 
 #include <cstddef>
@@ -8,7 +9,6 @@
 #include <functional>
 #include <span>
 #include <string>
-#include <unordered_set>
 #include <vector>
 
 // The values that pass between a walk of a location and whoever asked for it. Relative paths are the
@@ -18,9 +18,9 @@ namespace brindle {
 
 /// Which paths of a location a walk leaves out. Matched as whole relative paths.
 struct ScanRules {
-    std::unordered_set<std::string> excludedPaths;   // not entered; nothing below is counted anywhere
-    std::unordered_set<std::string> uncountedPaths;  // walked for their allocated size only
-    std::unordered_set<std::string> trashPaths;      // those of uncountedPaths that are trash folders
+    PathSet excludedPaths;   // not entered; nothing below is counted anywhere
+    PathSet uncountedPaths;  // walked for their allocated size only
+    PathSet trashPaths;      // those of uncountedPaths that are trash folders
 
     bool operator==(const ScanRules&) const = default;
 };

@@ -2,19 +2,12 @@
 
 #include "model/CheckedSum.h"
 #include "model/Packages.h"
+#include "model/PathSet.h"
 
-#include <functional>
 #include <string_view>
-#include <unordered_set>
 
 namespace brindle {
 namespace {
-
-struct TextHash {
-    using is_transparent = void;
-    std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>{}(text); }
-};
-using PathSet = std::unordered_set<std::string, TextHash, std::equal_to<>>;
 
 /// Whether the path itself or any folder above it is in the set.
 bool isUnderAny(std::string_view path, const PathSet& folders) {

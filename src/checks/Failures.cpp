@@ -1,0 +1,38 @@
+#include "checks/Failures.h"
+
+#include "model/FileNameText.h"
+#include "model/Translation.h"
+#include "store/Migrations.h"
+#include "store/SQLiteError.h"
+
+#include <fmt/format.h>
+#include <system_error>
+
+namespace brindle {
+namespace {
+
+std::string databaseSentence(const SQLiteError& error, const std::string& directory) {
+    const auto about = [&](const char* text) {
+        return fmt::format(fmt::runtime(translated(text)), fileNameText(directory), error.message());
+    };
+    if (error.isDamage())
+        return about("The storage history in “{0}” is damaged and was left as it is ({1}).");
+    if (error.isFull()) return about("There is no room left on the disk for the storage history in “{0}”.");
+    if (error.isLocked())
+        return about("Another program is writing to the storage history in “{0}”. Try again later.");
+    if (error.isReadOnly()) return about("The storage history in “{0}” can't be opened or written ({1}).");
+    return about("The storage history in “{0}” can't be used ({1}).");
+}
+
+}  // namespace
+
+std::string failureSentence(const std::exception& error, const std::string& directory) {
+    if (const auto* database = dynamic_cast<const SQLiteError*>(&error))
+        return databaseSentence(*database, directory);
+    if (dynamic_cast<const std::system_error*>(&error) != nullptr)
+        return fmt::format(fmt::runtime(translated("The storage history in “{0}” can't be kept ({1}).")),
+                           fileNameText(directory), fileNameText(error.what()));
+    return error.what();
+}
+
+}  // namespace brindle

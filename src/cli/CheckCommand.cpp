@@ -1,0 +1,112 @@
+#include "cli/CheckCommand.h"
+
+#include "checks/LocationCheck.h"
+#include "checks/Uncounted.h"
+#include "cli/CheckReport.h"
+#include "model/Translation.h"
+#include "platform/Interruption.h"
+#include "scan/LocationAccess.h"
+
+#include <algorithm>
+#include <csignal>
+#include <memory>
+
+namespace brindle {
+namespace {
+
+bool isIncluded(const LocationRecord& record) {
+    return !record.removedAt;
+}
+
+/// The locations of one run, and which of them it included itself.
+class ChosenLocations {
+public:
+    ChosenLocations(HistoryStore& store, const std::vector<std::string>& folders, Output& output)
+        : store_(store) {
+        for (LocationRecord& record : store.loadLocations().get())
+            if (isIncluded(record)) included_.push_back(std::move(record));
+        if (folders.empty()) {
+            toCheck_ = included_;
+            return;
+        }
+        std::vector<LocationRecord> added;
+        for (const std::string& folder : folders) choose(folder, added, output);
+        // Only now, when every folder is known to be a good one.
+        for (const LocationRecord& record : added) {
+            store_.insert(record).get();
+            unchecked_.push_back(record.id);
+        }
+    }
+
+    ~ChosenLocations() {
+        for (const LocationID& id : unchecked_) store_.forget(id).wait();
+    }
+    ChosenLocations(const ChosenLocations&) = delete;
+    ChosenLocations& operator=(const ChosenLocations&) = delete;
+
+    [[nodiscard]] const std::vector<LocationRecord>& toCheck() const { return toCheck_; }
+    [[nodiscard]] const std::vector<LocationRecord>& included() const { return included_; }
+
+    void keep(const LocationID& id) { std::erase(unchecked_, id); }
+
+    /// Whether the location goes again, because this run included it and did not check it.
+    [[nodiscard]] bool isForgotten(const LocationID& id) const {
+        return std::ranges::find(unchecked_, id) != unchecked_.end();
+    }
+
+private:
+    void choose(const std::string& folder, std::vector<LocationRecord>& added, Output& output) {
+        const LocationCandidate candidate = makeCandidate(folder, included_, systemNow());
+        const auto& overlap = candidate.overlap;
+        if (overlap.kind == LocationOverlap::Kind::same) {
+            const auto known = std::ranges::find(included_, overlap.locations.front(), &LocationRecord::id);
+            if (std::ranges::find(toCheck_, known->id, &LocationRecord::id) == toCheck_.end())
+                toCheck_.push_back(*known);
+            return;
+        }
+        const auto explanation = overlapText(overlap, candidate.record, included_);
+        if (overlap.kind == LocationOverlap::Kind::inside) throw UsageError(*explanation);
+        if (explanation) output.sentence(*explanation);
+        included_.push_back(candidate.record);
+        toCheck_.push_back(candidate.record);
+        added.push_back(candidate.record);
+    }
+
+    HistoryStore& store_;
+    std::vector<LocationRecord> included_;
+    std::vector<LocationRecord> toCheck_;
+    std::vector<LocationID> unchecked_;
+};
+
+}  // namespace
+
+ExitCode runCheck(const Context& context, const std::vector<std::string>& folders) {
+    // A reader that goes away must not take the check with it.
+    std::signal(SIGPIPE, SIG_IGN);
+    const auto cancellation = std::make_shared<CancellationFlag>();
+    const Interruption interruption([cancellation] { cancellation->set(); });
+
+    HistoryStore store = context.openHistory();
+    ChosenLocations chosen(store, folders, context.output);
+    if (chosen.toCheck().empty())
+        throw UsageError(translated("No locations included yet. Name a folder to include and check it."));
+
+    LocationCheck check(store, uncountedHere(context.dataDirectory, chosen.included()));
+    CheckReport report(context, store);
+    for (const LocationRecord& record : chosen.toCheck()) {
+        if (cancellation->isSet()) {
+            report.add(record, CheckStopped{}, {}, chosen.isForgotten(record.id));
+            continue;
+        }
+        ScanProgress last;
+        const CheckOutcome outcome = check.run(record, cancellation, [&](const ScanProgress& progress) {
+            last = progress;
+            context.output.progress(record.name, progress);
+        });
+        if (std::holds_alternative<CheckCommit>(outcome)) chosen.keep(record.id);
+        report.add(record, outcome, last, chosen.isForgotten(record.id));
+    }
+    return report.finish();
+}
+
+}  // namespace brindle

@@ -1,0 +1,136 @@
+#include "cli/CheckReport.h"
+
+#include "cli/ChangeLine.h"
+#include "cli/ValueCoding.h"
+#include "model/FileNameText.h"
+#include "model/NumberText.h"
+#include "model/Translation.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+
+namespace brindle {
+namespace {
+
+constexpr std::size_t largestShown = 10;
+constexpr std::size_t unreadableShown = 10;
+
+template <class... Arguments>
+std::string counted(const char* one, const char* many, std::int64_t count, const Arguments&... more) {
+    return fmt::format(fmt::runtime(translatedCount(one, many, count)), groupedNumber(count), more...);
+}
+
+std::string unavailableSentence(const LocationUnavailable& unavailable, const LocationRecord& record) {
+    const char* text =
+        unavailable.status == LocationStatus::needsAccess
+            ? translated("“{}” couldn't be checked: your account isn't allowed to read {}.")
+            : translated("“{}” couldn't be checked: {} isn't there, or its drive isn't connected.");
+    return fmt::format(fmt::runtime(text), fileNameText(record.name), fileNameText(record.path));
+}
+
+}  // namespace
+
+void CheckReport::add(const LocationRecord& record, const CheckOutcome& outcome, const ScanProgress& last,
+                      bool isForgotten) {
+    if (const auto* commit = std::get_if<CheckCommit>(&outcome)) {
+        addCommit(record, *commit, last);
+    } else if (const auto* unavailable = std::get_if<LocationUnavailable>(&outcome)) {
+        addFailure(record, rawText(unavailable->status).data(), unavailableSentence(*unavailable, record),
+                   isForgotten);
+    } else if (const auto* failed = std::get_if<CheckFailed>(&outcome)) {
+        addFailure(record, "failed",
+                   fmt::format(fmt::runtime(translated("“{}” couldn't be checked: {}")),
+                               fileNameText(record.name), failed->sentence),
+                   isForgotten);
+    } else {
+        isStopped_ = true;
+        addFailure(
+            record, "stopped",
+            fmt::format(
+                fmt::runtime(translated("Stopped: “{}” wasn't checked, and nothing was recorded for it.")),
+                fileNameText(record.name)),
+            isForgotten);
+    }
+}
+
+ExitCode CheckReport::finish() {
+    if (context_.asJson) context_.output.json({{"locations", locations_}, {"stopped", isStopped_}});
+    if (isStopped_) return ExitCode::interrupted;
+    return hasFailure_ ? ExitCode::notChecked : ExitCode::success;
+}
+
+void CheckReport::addCommit(const LocationRecord& record, const CheckCommit& commit,
+                            const ScanProgress& last) {
+    const auto largest =
+        store_.largestChanges(commit, context_.calendar.day(commit.finishedAt), largestShown).get();
+    const auto unreadable = store_.unreadableFolders(record.id).get();
+    if (!context_.asJson) return printCommit(record, commit, last, largest, unreadable);
+    locations_.push_back({{"id", record.id},
+                          {"name", record.name},
+                          {"path", record.path},
+                          {"outcome", commit.isBaseline ? "baseline" : "check"},
+                          {"totals", commit.totals},
+                          {"trackedBytes", commit.trackedBytes},
+                          {"filesSeen", last.filesSeen},
+                          {"seconds", last.elapsed},
+                          {"finishedAt", commit.finishedAt},
+                          {"largestChanges", largest},
+                          {"unreadableFolders", unreadable}});
+}
+
+void CheckReport::printCommit(const LocationRecord& record, const CheckCommit& commit,
+                              const ScanProgress& last, const std::vector<FileChange>& largest,
+                              const std::vector<UnreadableFolder>& unreadable) {
+    Output& output = context_.output;
+    output.line(
+        fmt::format("{}  {}", output.emphasized(fileNameText(record.name)), fileNameText(record.path)));
+    const std::string seen =
+        counted("{0} file, {1}", "{0} files, {1}", last.filesSeen, byteAmount(commit.trackedBytes));
+    if (commit.isBaseline) {
+        output.line(fmt::format(
+            fmt::runtime(translated("  Baseline set: {}. From now on, checks record what changes.")), seen));
+    } else if (commit.totals.count == 0) {
+        output.line(fmt::format(fmt::runtime(translated("  No changes: {}.")), seen));
+    } else {
+        output.line(counted("  {1} added, {2} freed in {0} file. Now {3}.",
+                            "  {1} added, {2} freed in {0} files. Now {3}.", commit.totals.count,
+                            output.added(commit.totals.added), output.freed(commit.totals.freed), seen));
+        for (const FileChange& change : largest) output.line(changeLine(change, output, nullptr));
+        const auto more = commit.totals.count - static_cast<std::int64_t>(largest.size());
+        if (more > 0)
+            output.line(counted("  … and {0} more; see: brindle changes",
+                                "  … and {0} more; see: brindle changes", more));
+    }
+    printUnreadable(unreadable);
+}
+
+void CheckReport::printUnreadable(const std::vector<UnreadableFolder>& unreadable) {
+    if (unreadable.empty()) return;
+    Output& output = context_.output;
+    const auto count = static_cast<std::int64_t>(unreadable.size());
+    output.line(counted("  {} folder couldn't be read; what is in it is kept as it was:",
+                        "  {} folders couldn't be read; what is in them is kept as it was:", count));
+    for (const UnreadableFolder& folder :
+         std::span(unreadable).first(std::min(unreadable.size(), unreadableShown)))
+        output.line(fmt::format("    {}  ({})", fileNameText(folder.relativePath),
+                                folder.isPermission ? translated("not allowed") : translated("failed")));
+    if (const auto more = count - static_cast<std::int64_t>(unreadableShown); more > 0)
+        output.line(counted("    … and {} more", "    … and {} more", more));
+}
+
+void CheckReport::addFailure(const LocationRecord& record, const char* outcome, const std::string& sentence,
+                             bool isForgotten) {
+    hasFailure_ = true;
+    context_.output.sentence(sentence);
+    if (isForgotten)
+        context_.output.sentence(fmt::format(fmt::runtime(translated("“{}” isn't included any more.")),
+                                             fileNameText(record.name)));
+    locations_.push_back({{"id", record.id},
+                          {"name", record.name},
+                          {"path", record.path},
+                          {"outcome", outcome},
+                          {"message", sentence},
+                          {"isIncluded", !isForgotten}});
+}
+
+}  // namespace brindle

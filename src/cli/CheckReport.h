@@ -1,0 +1,37 @@
+#pragma once
+
+#include "checks/LocationCheck.h"
+#include "cli/Context.h"
+#include "cli/ExitCode.h"
+
+#include <nlohmann/json.hpp>
+
+namespace brindle {
+
+/// Tells what a run of checks found, location by location, as text or as one JSON document at the end.
+class CheckReport {
+public:
+    CheckReport(const Context& context, HistoryStore& store) : context_(context), store_(store) {}
+
+    /// `last` is the walk's last word on its progress; `isForgotten`: the location is not included any more.
+    void add(const LocationRecord& record, const CheckOutcome& outcome, const ScanProgress& last,
+             bool isForgotten);
+
+    [[nodiscard]] ExitCode finish();
+
+private:
+    void addCommit(const LocationRecord& record, const CheckCommit& commit, const ScanProgress& last);
+    void printCommit(const LocationRecord& record, const CheckCommit& commit, const ScanProgress& last,
+                     const std::vector<FileChange>& largest, const std::vector<UnreadableFolder>& unreadable);
+    void printUnreadable(const std::vector<UnreadableFolder>& unreadable);
+    void addFailure(const LocationRecord& record, const char* outcome, const std::string& sentence,
+                    bool isForgotten);
+
+    const Context& context_;
+    HistoryStore& store_;
+    nlohmann::ordered_json locations_ = nlohmann::ordered_json::array();
+    bool isStopped_ = false;
+    bool hasFailure_ = false;
+};
+
+}  // namespace brindle

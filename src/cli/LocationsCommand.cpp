@@ -1,0 +1,67 @@
+#include "cli/LocationsCommand.h"
+
+#include "cli/ValueCoding.h"
+#include "model/FileNameText.h"
+#include "model/NumberText.h"
+#include "model/Translation.h"
+
+#include <fmt/format.h>
+
+namespace brindle {
+namespace {
+
+const char* statusWord(LocationStatus status) {
+    switch (status) {
+        case LocationStatus::active:
+            return translated("active");
+        case LocationStatus::checking:
+            return translated("checking");
+        case LocationStatus::paused:
+            return translated("paused");
+        case LocationStatus::needsAccess:
+            return translated("needs access");
+        case LocationStatus::disconnected:
+            break;
+    }
+    return translated("disconnected");
+}
+
+std::string lastCheckText(const LocationRecord& record, const Calendar& calendar) {
+    if (!record.lastCheckAt) return translated("Not checked yet");
+    return fmt::format(fmt::runtime(translated("{}, last checked {}")), byteAmount(record.trackedBytes),
+                       calendar.timeLabel(*record.lastCheckAt));
+}
+
+void print(const Context& context, const LocationRecord& record, std::size_t unreadable) {
+    Output& output = context.output;
+    output.line(
+        fmt::format("{}  {}", output.emphasized(fileNameText(record.name)), fileNameText(record.path)));
+    output.line(fmt::format("  {}, {}", lastCheckText(record, context.calendar), statusWord(record.status)));
+    if (unreadable == 0) return;
+    const auto count = static_cast<std::int64_t>(unreadable);
+    output.line(fmt::format(
+        fmt::runtime(translatedCount("  {} folder couldn't be read", "  {} folders couldn't be read", count)),
+        groupedNumber(count)));
+}
+
+}  // namespace
+
+ExitCode runLocations(const Context& context) {
+    HistoryStore store = context.openHistory();
+    auto locations = nlohmann::ordered_json::array();
+    for (const LocationRecord& record : store.loadLocations().get()) {
+        if (record.removedAt) continue;
+        const auto unreadable = store.unreadableFolders(record.id).get();
+        if (!context.asJson) print(context, record, unreadable.size());
+        nlohmann::ordered_json location = record;
+        location["unreadableFolders"] = unreadable;
+        locations.push_back(std::move(location));
+    }
+    if (context.asJson)
+        context.output.json(locations);
+    else if (locations.empty())
+        context.output.sentence(translated("No locations included yet."));
+    return locations.empty() ? ExitCode::nothingFound : ExitCode::success;
+}
+
+}  // namespace brindle

@@ -1,0 +1,110 @@
+#include "checks/Failures.h"
+#include "cli/ChangesCommand.h"
+#include "cli/CheckCommand.h"
+#include "cli/LocationsCommand.h"
+#include "model/Translation.h"
+#include "platform/Paths.h"
+#include "scan/LocationAccess.h"
+
+#include <CLI/CLI.hpp>
+#include <clocale>
+#include <functional>
+
+namespace brindle {
+namespace {
+
+constexpr const char* description =
+    "Brindle keeps a private, local history of where your disk space goes.\n"
+    "It records the sizes, dates and paths of files, and never reads what is in them.";
+
+constexpr const char* footer =
+    "Examples:\n"
+    "  brindle check ~/Pictures         include a folder and set its starting point\n"
+    "  brindle check                    check every included location\n"
+    "  brindle changes --since 2026-03-01 ~/Pictures\n"
+    "\n"
+    "Exit status: 0 done; 1 nothing found; 2 wrong usage; 3 the history can't be used;\n"
+    "4 a location couldn't be checked; 130 stopped by a signal.";
+
+int runCommand(const std::function<ExitCode()>& command, Output& output, const std::string& dataDirectory) {
+    const auto fail = [&output](ExitCode code, const std::string& sentence) {
+        output.sentence(sentence);
+        return static_cast<int>(code);
+    };
+    try {
+        const ExitCode code = command();
+        if (!output.flush())
+            return fail(ExitCode::historyFailed, translated("The result couldn't be written."));
+        return static_cast<int>(code);
+    } catch (const UsageError& error) {
+        return fail(ExitCode::wrongUsage, error.what());
+    } catch (const LocationChoiceError& error) {
+        return fail(ExitCode::wrongUsage, error.what());
+    } catch (const std::exception& error) {
+        return fail(ExitCode::historyFailed, failureSentence(error, dataDirectory));
+    }
+}
+
+int run(int argc, char** argv) {
+    CLI::App app(description, "brindle");
+    app.footer(footer);
+    app.set_version_flag("--version", "brindle " BRINDLE_VERSION);
+    app.require_subcommand(1);
+    app.fallthrough();
+
+    Output output;
+    std::string dataDirectory;
+    bool asJson = false;
+    app.add_option("--data-dir", dataDirectory, "Where the history is kept (default: ~/.local/share/Brindle)")
+        ->type_name("DIR");
+    app.add_flag("--json", asJson, "Print the result as JSON");
+
+    std::function<ExitCode()> command;
+    const auto context = [&] {
+        return Context{.dataDirectory = dataDirectory, .asJson = asJson, .output = output};
+    };
+
+    auto* check =
+        app.add_subcommand("check", "Check folders, including those that are new, or all locations");
+    std::vector<std::string> folders;
+    check->add_option("FOLDER", folders, "Folders to check; all included locations when none is given");
+    check->callback([&] { command = [&] { return runCheck(context(), folders); }; });
+
+    auto* locations = app.add_subcommand("locations", "List the included locations");
+    locations->callback([&] { command = [&] { return runLocations(context()); }; });
+
+    auto* changes = app.add_subcommand("changes", "Show what changed on a day, or since a day");
+    ChangesOptions options;
+    auto* day =
+        changes->add_option("--day", options.day, "The day: 2026-03-07, today, yesterday (default: today)")
+            ->type_name("DAY");
+    changes->add_option("--since", options.since, "Every day from this one through today")
+        ->type_name("DAY")
+        ->excludes(day);
+    changes->add_option("--limit", options.limit, "How many changes to list, largest first; 0 for all")
+        ->capture_default_str()
+        ->type_name("N");
+    changes->add_option("FOLDER", options.folder, "Only what lies in this folder");
+    changes->callback([&] { command = [&] { return runChanges(context(), options); }; });
+
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        const bool isAnswer = app.exit(error) == 0;  // --help, --version
+        return static_cast<int>(isAnswer ? ExitCode::success : ExitCode::wrongUsage);
+    }
+    return runCommand(
+        [&] {
+            dataDirectory = dataDirectory.empty() ? defaultDataDirectory() : standardizedPath(dataDirectory);
+            return command();
+        },
+        output, dataDirectory);
+}
+
+}  // namespace
+}  // namespace brindle
+
+int main(int argc, char** argv) {
+    std::setlocale(LC_ALL, "");
+    return brindle::run(argc, argv);
+}

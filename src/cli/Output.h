@@ -1,0 +1,45 @@
+#pragma once
+
+#include "model/Walk.h"
+
+#include <cstdint>
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+#include <string_view>
+
+namespace brindle {
+
+/// Writes results to standard output and sentences about them to standard error. Colour and progress are for
+/// terminals only; NO_COLOR (no-color.org) and TERM=dumb are honoured.
+class Output {
+public:
+    Output();
+
+    void line(std::string_view text = {});
+    void json(const nlohmann::ordered_json& result);
+
+    /// A sentence for a person, beside the results.
+    void sentence(std::string_view text);
+
+    /// One line that is written over by the next, on a terminal; nothing otherwise.
+    void progress(std::string_view locationName, const ScanProgress& progress);
+    void endProgress();
+
+    /// An amount in a column of ten, with its sign, in the colour of added or freed.
+    [[nodiscard]] std::string amountColumn(std::int64_t byteDelta) const;
+    [[nodiscard]] std::string added(std::int64_t bytes) const;
+    [[nodiscard]] std::string freed(std::int64_t bytes) const;
+    [[nodiscard]] std::string emphasized(std::string_view text) const;
+
+    /// Whether everything was written. A reader that went away (a closed pipe) is no failure.
+    [[nodiscard]] bool flush();
+
+private:
+    [[nodiscard]] std::string styled(std::string_view code, std::string_view text) const;
+
+    bool hasColour_ = false;
+    bool showsProgress_ = false;
+    bool isInProgress_ = false;
+};
+
+}  // namespace brindle

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "model/Change.h"
+#include "model/LocationRecord.h"
+#include "model/Walk.h"
+
+#include <nlohmann/json.hpp>
+
+// How values are written as JSON: identities as bare strings, days as records of year, month and day, points
+// in time as Unix seconds, names and paths as text with U+FFFD for bytes that are not UTF-8.
+
+namespace brindle {
+
+void to_json(nlohmann::ordered_json& json, const LocationID& id);
+void to_json(nlohmann::ordered_json& json, const LocalDay& day);
+void to_json(nlohmann::ordered_json& json, const ChangeTotals& totals);
+void to_json(nlohmann::ordered_json& json, const FileChange& change);
+void to_json(nlohmann::ordered_json& json, const LocationRecord& record);
+void to_json(nlohmann::ordered_json& json, const UnreadableFolder& folder);
+
+}  // namespace brindle
