@@ -1,10 +1,8 @@
 #include "checks/LocationCheck.h"
 
 #include "checks/Failures.h"
-#include "checks/Uncounted.h"
 #include "model/Translation.h"
 #include "platform/Capacity.h"
-#include "platform/IoPriority.h"
 #include "platform/TreeReader.h"
 #include "scan/FolderScanner.h"
 #include "scan/LocationAccess.h"
@@ -42,9 +40,8 @@ CheckOutcome LocationCheck::run(const LocationRecord& record,
         store_.updateAccess(found.id, found.path, found.scanPath, found.bookmark).get();
     }
 
-    const ScanRules rules = rulesFor(ready->scanPath, record.kind, uncounted_);
+    const ScanRules rules = makeScanRules(ready->scanPath, record.kind == LocationKind::volume, uncounted_);
     const auto walk = [&](const EntrySink& sink) {
-        const IdleIoPriority afterEverybodyElse;
         const auto tree = makeTreeSource();
         ScanReport report = FolderScanner(*tree).scan(ready->scanPath, rules, *cancellation, progress, sink);
         // A drive unmounted just before the walk began leaves an empty folder, which the walk takes for the

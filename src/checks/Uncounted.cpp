@@ -4,14 +4,16 @@
 #include "platform/Paths.h"
 
 #include <filesystem>
+#include <optional>
 
 namespace brindle {
 namespace {
 
-std::string realPath(const std::string& path) {
+std::optional<std::string> realPath(const std::string& path) {
     std::error_code error;
     const auto resolved = std::filesystem::canonical(path, error);
-    return error ? path : resolved.string();
+    if (error || resolved == path) return {};
+    return resolved.string();
 }
 
 }  // namespace
@@ -27,20 +29,11 @@ std::vector<UncountedCandidate> uncountedHere(const std::string& historyDirector
     for (const Mount& mount : mounts.mounts())
         if (isDrive(mount)) sources.mountPoints.push_back(mount.target);
     for (const LocationRecord& location : locations) sources.otherLocations.push_back(location.scanPath);
-    return uncountedCandidates(sources);
-}
-
-ScanRules rulesFor(const std::string& scanPath, LocationKind kind,
-                   std::span<const UncountedCandidate> uncounted) {
-    const bool isWholeDrive = kind == LocationKind::volume;
-    ScanRules rules = makeScanRules(scanPath, isWholeDrive, uncounted);
-
-    std::vector<UncountedCandidate> real(uncounted.begin(), uncounted.end());
-    for (UncountedCandidate& candidate : real) candidate.path = realPath(candidate.path);
-    ScanRules realRules = makeScanRules(realPath(scanPath), isWholeDrive, real);
-    rules.uncountedPaths.merge(realRules.uncountedPaths);
-    rules.trashPaths.merge(realRules.trashPaths);
-    return rules;
+    std::vector<UncountedCandidate> candidates = uncountedCandidates(sources);
+    for (std::size_t i = 0, named = candidates.size(); i < named; ++i)
+        if (auto real = realPath(candidates[i].path))
+            candidates.push_back({.path = std::move(*real), .isTrash = candidates[i].isTrash});
+    return candidates;
 }
 
 }  // namespace brindle

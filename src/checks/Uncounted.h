@@ -10,13 +10,9 @@
 namespace brindle {
 
 /// The trees that no walk of a run counts, for this user on this computer as it is now: trash folders, the
-/// history's own folder, the program, and every location that is a location of its own.
+/// history's own folder, the program, and every location. Trees that are reached by way of a symbolic link
+/// are named by their real paths too, which are the ones that a walk meets.
 [[nodiscard]] std::vector<UncountedCandidate> uncountedHere(const std::string& historyDirectory,
                                                             std::span<const LocationRecord> locations);
-
-/// The rules of one location's walk. A folder that is reached by way of a symbolic link, above the location
-/// or above an uncounted tree, is recognised under its real path too.
-[[nodiscard]] ScanRules rulesFor(const std::string& scanPath, LocationKind kind,
-                                 std::span<const UncountedCandidate> uncounted);
 
 }  // namespace brindle

@@ -1,19 +1,22 @@
 #include "support/TestMounts.h"
 
-#include <sched.h>
-#include <sys/mount.h>
-
 #include <cstdlib>
 #include <fstream>
+#include <sched.h>
 #include <stdexcept>
+#include <sys/mount.h>
 #include <utility>
 
 namespace brindle {
 namespace {
 
-bool run(const std::string& command) { return std::system((command + " >/dev/null 2>&1").c_str()) == 0; }
+bool run(const std::string& command) {
+    return std::system((command + " >/dev/null 2>&1").c_str()) == 0;
+}
 
-std::string quoted(const std::filesystem::path& path) { return "'" + path.native() + "'"; }
+std::string quoted(const std::filesystem::path& path) {
+    return "'" + path.native() + "'";
+}
 
 void mountOrThrow(const char* source, const std::filesystem::path& target, const char* type,
                   unsigned long flags, const char* options) {
@@ -24,8 +27,8 @@ void mountOrThrow(const char* source, const std::filesystem::path& target, const
 }  // namespace
 
 bool enterOwnMountTable() {
-    static const bool isEntered = ::unshare(CLONE_NEWNS) == 0 &&
-                                  ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+    static const bool isEntered =
+        ::unshare(CLONE_NEWNS) == 0 && ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
     return isEntered;
 }
 
@@ -56,10 +59,10 @@ void TestMount::unmount() {
     if (::umount2(std::exchange(target_, {}).c_str(), 0) != 0) throw std::runtime_error("cannot unmount");
 }
 
-bool makeImage(const std::filesystem::path& file, const std::string& type) {
+bool makeImage(const std::filesystem::path& file, const std::string& type, const std::string& options) {
     std::ofstream(file).close();
     std::filesystem::resize_file(file, type == "btrfs" ? 128U << 20U : 8U << 20U);
-    return run("mkfs." + type + " -q " + quoted(file));
+    return run("mkfs." + type + " -q " + options + " " + quoted(file));
 }
 
 }  // namespace brindle

@@ -37,8 +37,9 @@ private:
     std::filesystem::path target_;  // empty: not mounted
 };
 
-/// Makes a file that holds an empty file system of the type ("ext4", "btrfs"). False when the type's tools
-/// are not installed.
-[[nodiscard]] bool makeImage(const std::filesystem::path& file, const std::string& type);
+/// Makes a file that holds an empty file system of the type ("ext4", "btrfs"), with options of mkfs. False
+/// when the type's tools are not installed.
+[[nodiscard]] bool makeImage(const std::filesystem::path& file, const std::string& type,
+                             const std::string& options = "");
 
 }  // namespace brindle

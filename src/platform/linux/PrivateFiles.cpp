@@ -1,0 +1,83 @@
+#include "platform/PrivateFiles.h"
+
+#include "platform/FileDescriptor.h"
+#include "platform/Paths.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace brindle {
+namespace {
+
+constexpr mode_t privateFolderMode = 0700;
+constexpr mode_t privateFileMode = 0600;
+
+[[noreturn]] void fail(int error, const std::string& path) {
+    throw std::system_error(error, std::generic_category(), path);
+}
+
+void syncOpened(const std::string& path, int flags) {
+    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | flags));
+    if (!file || ::fsync(file.get()) != 0) fail(errno, path);
+}
+
+void syncFolderOf(const std::string& path) {
+    syncOpened(std::string(parentPath(standardizedPath(path))), O_DIRECTORY);
+}
+
+bool isFolder(const std::string& path) {
+    struct stat status {};
+    if (::stat(path.c_str(), &status) == 0) return S_ISDIR(status.st_mode);
+    if (errno != ENOENT) fail(errno, path);
+    return false;
+}
+
+void createMissingFolders(const std::string& path) {
+    if (isFolder(path)) return;
+    createMissingFolders(std::string(parentPath(path)));
+    if (::mkdir(path.c_str(), privateFolderMode) == 0) {
+        // The umask may have taken from the owner's rights too.
+        if (::chmod(path.c_str(), privateFolderMode) != 0) fail(errno, path);
+    } else if (errno != EEXIST) {
+        fail(errno, path);
+    } else if (!isFolder(path)) {  // unless another process has just made it
+        fail(ENOTDIR, path);
+    }
+}
+
+}  // namespace
+
+void createPrivateDirectory(const std::string& path) {
+    createMissingFolders(standardizedPath(path));
+}
+
+void createPrivateFile(const std::string& path) {
+    const FileDescriptor file(
+        ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, privateFileMode));
+    if (file) {
+        if (::fchmod(file.get(), privateFileMode) != 0) fail(errno, path);
+        return;
+    }
+    if (errno != EEXIST) fail(errno, path);
+
+    struct stat status {};
+    if (::lstat(path.c_str(), &status) != 0) fail(errno, path);
+    if (S_ISLNK(status.st_mode)) fail(ELOOP, path);
+    if (!S_ISREG(status.st_mode)) fail(EEXIST, path);
+}
+
+void syncToDisk(const std::string& path) {
+    syncOpened(path, 0);
+    syncFolderOf(path);
+}
+
+void replaceFile(const std::string& from, const std::string& to) {
+    if (std::rename(from.c_str(), to.c_str()) != 0) fail(errno, from + " to " + to);
+    syncFolderOf(to);
+}
+
+}  // namespace brindle

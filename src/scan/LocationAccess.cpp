@@ -1,0 +1,142 @@
+#include "scan/LocationAccess.h"
+
+#include "model/FileNameText.h"
+#include "model/PlatformText.h"
+#include "model/Translation.h"
+#include "platform/Bookmark.h"
+#include "platform/FolderProbe.h"
+#include "platform/Paths.h"
+#include "platform/VolumeIdentity.h"
+
+#include <cstdint>
+#include <fmt/format.h>
+#include <random>
+
+namespace brindle {
+namespace {
+
+using Reason = LocationChoiceError::Reason;
+
+std::string choiceText(Reason reason, const std::string& path) {
+    const auto sentence = [&](const char* text) {
+        return fmt::format(fmt::runtime(translated(text)), fileNameText(path));
+    };
+    switch (reason) {
+        case Reason::missing:
+            return sentence("The folder “{}” isn't there.");
+        case Reason::notAFolder:
+            return sentence("“{}” isn't a folder.");
+        case Reason::needsAccess:
+            return sentence("Your account isn't allowed to read “{}”.");
+        case Reason::pseudo:
+            return sentence("“{}” belongs to the system and holds no stored files.");
+        case Reason::notLocal:
+            break;
+    }
+    return translated(platformText::notLocal);
+}
+
+FolderProbe probeChosen(const std::string& path, const MountTable& mounts) {
+    auto probe = probeFolder(path, mounts);
+    switch (probe.state) {
+        case FolderState::readable:
+            break;
+        case FolderState::refused:
+            throw LocationChoiceError(Reason::needsAccess, path);
+        case FolderState::missing:
+            throw LocationChoiceError(Reason::missing, path);
+        case FolderState::notAFolder:
+            throw LocationChoiceError(Reason::notAFolder, path);
+        case FolderState::notLocal:
+            throw LocationChoiceError(Reason::notLocal, path);
+        case FolderState::pseudo:
+            throw LocationChoiceError(Reason::pseudo, path);
+    }
+    return probe;
+}
+
+/// A random UUID (version 4).
+LocationID newLocationID() {
+    std::random_device random;
+    std::uint32_t word[4] = {random(), random(), random(), random()};
+    word[1] = (word[1] & 0xffff0fff) | 0x00004000;
+    word[2] = (word[2] & 0x3fffffff) | 0x80000000;
+    return {fmt::format("{:08x}-{:04x}-{:04x}-{:04x}-{:04x}{:08x}", word[0], word[1] >> 16, word[1] & 0xffff,
+                        word[2] >> 16, word[2] & 0xffff, word[3])};
+}
+
+AccessState resolveDrive(const LocationRecord& record, const MountTable& mounts) {
+    const auto drive = findDrive(record.volumeID, record.path, mounts);
+    if (!drive) return AccessDisconnected{};
+    if (drive->state == FolderState::refused) return AccessNeeded{};
+    return AccessReady{.path = drive->mountPath, .scanPath = drive->mountPath};
+}
+
+AccessState resolveBookmark(const Bookmark& bookmark, const MountTable& mounts) {
+    const auto resolution = resolve(bookmark, mounts);
+    if (std::holds_alternative<FolderRefused>(resolution)) return AccessNeeded{};
+    const auto* found = std::get_if<FolderFound>(&resolution);
+    if (found == nullptr) return AccessDisconnected{};
+    AccessReady ready{.path = found->path, .scanPath = found->probe.path};
+    if (found->isStale) ready.refreshedBookmark = encode(makeBookmark(found->path, found->probe));
+    return ready;
+}
+
+AccessState resolvePath(const LocationRecord& record, const MountTable& mounts) {
+    const auto probe = probeFolder(record.path, mounts);
+    if (probe.volumeID.empty() || probe.volumeID != record.volumeID) return AccessDisconnected{};
+    if (probe.state == FolderState::refused) return AccessNeeded{};
+    return AccessReady{.path = record.path,
+                       .scanPath = probe.path,
+                       .refreshedBookmark = encode(makeBookmark(record.path, probe))};
+}
+
+}  // namespace
+
+LocationChoiceError::LocationChoiceError(Reason why, const std::string& path)
+    : std::runtime_error(choiceText(why, path)), reason(why) {}
+
+LocationCandidate makeCandidate(const std::string& chosenPath, std::span<const LocationRecord> existing,
+                                UnixTime now, const MountTable& mounts) {
+    const auto path = standardizedPath(chosenPath);
+    const auto probe = probeChosen(path, mounts);
+    const auto volume = describeVolume(probe);
+    LocationCandidate candidate;
+    candidate.record = {.id = newLocationID(),
+                        .name = path == "/" ? volume.name : std::string(lastComponent(path)),
+                        .path = path,
+                        .scanPath = probe.path,
+                        .kind = LocationKind::folder,
+                        .volumeID = volume.id,
+                        .volumeName = volume.name,
+                        .caseSensitive = volume.caseSensitive,
+                        .bookmark = encode(makeBookmark(path, probe)),
+                        .addedAt = now};
+    candidate.overlap = findOverlap(candidate.record, existing);
+    return candidate;
+}
+
+LocationCandidate makeDriveCandidate(const DriveInfo& drive, std::span<const LocationRecord> existing,
+                                     UnixTime now) {
+    LocationCandidate candidate;
+    candidate.record = {.id = newLocationID(),
+                        .name = drive.name,
+                        .path = drive.mountPath,
+                        .scanPath = drive.scanPath,
+                        .kind = LocationKind::volume,
+                        .volumeID = drive.volumeID,
+                        .volumeName = drive.name,
+                        .caseSensitive = drive.caseSensitive,
+                        .addedAt = now};
+    candidate.overlap = findOverlap(candidate.record, existing);
+    return candidate;
+}
+
+AccessState resolveAccess(const LocationRecord& record, const MountTable& mounts) {
+    if (record.kind == LocationKind::volume) return resolveDrive(record, mounts);
+    if (record.bookmark)
+        if (const auto bookmark = decodeBookmark(*record.bookmark)) return resolveBookmark(*bookmark, mounts);
+    return resolvePath(record, mounts);
+}
+
+}  // namespace brindle

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "model/LocationRecord.h"
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace brindle {
+
+/// Whether `path` is `folder` or lies below it, component by component: byte for byte, or ignoring case.
+/// A component that is not UTF-8 has no case and is compared byte for byte. Both paths are standardised.
+[[nodiscard]] bool liesAtOrBelow(std::string_view path, std::string_view folder, bool caseSensitive);
+
+/// How a new location meets those already included.
+struct LocationOverlap {
+    enum class Kind {
+        same,      // one location has the same path
+        inside,    // the new folder lies in a location: the innermost one
+        contains,  // locations lie in the new folder: all of them, in the order given
+        none,
+    };
+    Kind kind = Kind::none;
+    std::vector<LocationID> locations;
+
+    bool operator==(const LocationOverlap&) const = default;
+};
+
+/// Compares with every location of `existing` that was not removed, by what would be walked: a symbolic link
+/// leads out of the location it lies in. Case is ignored between two locations only where both lie on one
+/// volume that ignores it.
+[[nodiscard]] LocationOverlap findOverlap(const LocationRecord& added,
+                                          std::span<const LocationRecord> existing);
+
+/// What the user is told about an overlap; nothing when there is none.
+[[nodiscard]] std::optional<std::string> overlapText(const LocationOverlap& overlap,
+                                                     const LocationRecord& added,
+                                                     std::span<const LocationRecord> existing);
+
+}  // namespace brindle

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdint>
+#include <cstdlib>
+#include <random>
+#include <string>
+
+namespace brindle {
+
+/// How often a test repeats itself: as often as every day, or as BRINDLE_TEST_ROUNDS tells.
+inline int testRounds(int everyday) {
+    const char* told = std::getenv("BRINDLE_TEST_ROUNDS");
+    return told != nullptr ? std::stoi(told) : everyday;
+}
+
+/// A number that is another in every run, unless BRINDLE_TEST_SEED tells one. To be printed on failure.
+inline std::uint64_t testSeed() {
+    const char* told = std::getenv("BRINDLE_TEST_SEED");
+    return told != nullptr ? std::stoull(told) : std::random_device()();
+}
+
+}  // namespace brindle

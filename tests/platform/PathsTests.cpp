@@ -1,0 +1,68 @@
+#include "platform/Paths.h"
+#include "support/TempFolder.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <optional>
+#include <string>
+
+namespace brindle {
+namespace {
+
+TEST(Paths, AreStandardisedFromTheTextAlone) {
+    const struct {
+        const char* text;
+        const char* expected;
+    } cases[] = {
+        {"/home/ann", "/home/ann"},
+        {"/home//ann///", "/home/ann"},
+        {"//home", "/home"},
+        {"/", "/"},
+        {"///", "/"},
+        {"/./home/./ann/.", "/home/ann"},
+        {"/home/bob/../ann", "/home/ann"},
+        {"/../../home", "/home"},
+        {"/home/..", "/"},
+        {"notes", "/srv/notes"},
+        {"./notes/", "/srv/notes"},
+        {"..", "/"},
+        {".", "/srv"},
+        {"", "/srv"},
+        {"/home/..ann/.../.b", "/home/..ann/.../.b"},
+        {"/home/\xff\n", "/home/\xff\n"},
+    };
+    for (const auto& [text, expected] : cases) EXPECT_EQ(standardizedPath(text, "/srv/"), expected) << text;
+    EXPECT_EQ(standardizedPath("x"), std::filesystem::current_path() / "x");
+}
+
+TEST(Paths, ComeApartAndTogetherAtTheRootToo) {
+    EXPECT_EQ(parentPath("/home/ann"), "/home");
+    EXPECT_EQ(parentPath("/home"), "/");
+    EXPECT_EQ(parentPath("/"), "/");
+    EXPECT_EQ(lastComponent("/home/ann"), "ann");
+    EXPECT_EQ(lastComponent("/"), "");
+    EXPECT_EQ(joinedPath("/", "home"), "/home");
+    EXPECT_EQ(joinedPath("/home", "ann"), "/home/ann");
+}
+
+TEST(Paths, LieBelowAFolderByWholeComponents) {
+    EXPECT_TRUE(isAtOrBelow("/home/ann", "/home/ann"));
+    EXPECT_TRUE(isAtOrBelow("/home/ann/x", "/home/ann"));
+    EXPECT_TRUE(isAtOrBelow("/home", "/"));
+    EXPECT_FALSE(isAtOrBelow("/srv/anna", "/srv/ann"));
+    EXPECT_FALSE(isAtOrBelow("/home", "/home/ann"));
+}
+
+TEST(Paths, TheDataHomeIsTheUsersChoiceOnlyWhenItIsAbsolute) {
+    EXPECT_EQ(dataHome("/data//ann/", "/home/ann"), "/data/ann");
+    for (const std::optional<std::string>& value : {std::optional<std::string>(), {""}, {"data"}})
+        EXPECT_EQ(dataHome(value, "/home/ann"), "/home/ann/.local/share");
+}
+
+TEST(Paths, TheRunningProgramIsFound) {
+    EXPECT_TRUE(std::filesystem::is_regular_file(programFile()));
+    EXPECT_EQ(lastComponent(programFile()), "platform_tests");
+}
+
+}  // namespace
+}  // namespace brindle

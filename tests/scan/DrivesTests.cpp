@@ -1,0 +1,86 @@
+#include "scan/Drives.h"
+#include "support/TempFolder.h"
+#include "support/TestMounts.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace brindle {
+namespace {
+
+namespace fs = std::filesystem;
+
+class DrivesTest : public testing::Test {
+protected:
+    void SetUp() override {
+        SKIP_UNLESS_MOUNTS_WORK();
+        for (const auto* name : {"first", "second", "bound"}) fs::create_directory(root / name);
+        if (!makeImage(root / "image", "ext4")) GTEST_SKIP() << "no tools for ext4";
+    }
+
+    /// The drives that are mounted in the test's own folder.
+    [[nodiscard]] std::vector<DriveInfo> drives(const std::vector<TrackedLocation>& tracked = {}) const {
+        auto all = mountedDrives(tracked, MountTable::current());
+        std::erase_if(all, [&](const auto& drive) { return !drive.mountPath.starts_with(root.native()); });
+        return all;
+    }
+
+    const TempFolder temporary;
+    const fs::path root = temporary.path();
+};
+
+TEST_F(DrivesTest, EachDriveIsListedOnceHoweverOftenItIsMounted) {
+    const auto mount = TestMount::image(root / "image", root / "second");
+    fs::create_directory(root / "second/folder");
+    const auto bound = TestMount::bind(root / "second/folder", root / "bound");
+    ASSERT_EQ(drives().size(), 1U);
+    const auto drive = drives().front();
+    EXPECT_EQ(drive.mountPath, root / "second");
+    EXPECT_EQ(drive.scanPath, drive.mountPath);
+    EXPECT_EQ(drive.name, "second");
+    EXPECT_FALSE(drive.isStartup);
+    EXPECT_FALSE(drive.status);
+
+    const auto again = TestMount::bind(root / "second", root / "first");
+    ASSERT_EQ(drives().size(), 1U);
+    EXPECT_EQ(drives().front().id, drive.id);
+    EXPECT_EQ(findDrive(drive.volumeID, root / "first", MountTable::current())->mountPath, root / "first");
+    EXPECT_EQ(findDrive(drive.volumeID, root / "second", MountTable::current())->mountPath, root / "second");
+}
+
+TEST_F(DrivesTest, ADriveThatIsCoveredIsNotThere) {
+    const auto mount = TestMount::image(root / "image", root / "first");
+    const auto volumeID = drives().front().volumeID;
+    const auto cover = TestMount::memory(root / "first");
+    EXPECT_TRUE(drives().empty());
+    EXPECT_FALSE(findDrive(volumeID, root / "first", MountTable::current()));
+}
+
+TEST_F(DrivesTest, ALocationThatCoversTheDriveShowsOnIt) {
+    const auto mount = TestMount::image(root / "image", root / "first");
+    const auto volumeID = drives().front().volumeID;
+    const TrackedLocation current{.kind = LocationKind::volume,
+                                  .volumeID = volumeID,
+                                  .status = LocationStatus::checking,
+                                  .trackedBytes = 5,
+                                  .trackingStart = LocalDay{2026, 3, 7}};
+    TrackedLocation ended = current;
+    ended.status = LocationStatus::paused;
+    ended.trackingEnd = LocalDay{2026, 3, 1};
+    TrackedLocation folder = current;
+    folder.kind = LocationKind::folder;
+    folder.trackedBytes = 9;
+    for (const auto& tracked : {std::vector{ended, current, folder}, {folder, current, ended}}) {
+        const auto drive = drives(tracked).front();
+        EXPECT_EQ(drive.status, LocationStatus::checking);
+        EXPECT_EQ(drive.trackedBytes, 5);
+        EXPECT_EQ(drive.trackingStart, (LocalDay{2026, 3, 7}));
+        EXPECT_FALSE(drive.trackingEnd);
+    }
+    EXPECT_FALSE(drives({folder}).front().status);
+}
+
+}  // namespace
+}  // namespace brindle

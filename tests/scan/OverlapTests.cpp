@@ -1,0 +1,100 @@
+#include "scan/Overlap.h"
+
+#include <gtest/gtest.h>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace brindle {
+namespace {
+
+using Kind = LocationOverlap::Kind;
+
+LocationRecord location(const std::string& path, bool caseSensitive = true,
+                        const std::string& volumeID = "v") {
+    return {.id = {path},
+            .name = path.substr(path.rfind('/') + 1),
+            .path = path,
+            .scanPath = path,
+            .volumeID = volumeID,
+            .caseSensitive = caseSensitive};
+}
+
+TEST(Overlap, IsDecidedComponentByComponent) {
+    const struct {
+        const char* path;
+        const char* folder;
+        bool withCase;
+        bool ignoringCase;
+    } cases[] = {
+        {"/home/ann", "/home/ann", true, true},
+        {"/home/ann/x", "/home/ann", true, true},
+        {"/home/ann", "/home/ann/x", false, false},
+        {"/srv/anna", "/srv/ann", false, false},
+        {"/home", "/", true, true},
+        {"/", "/", true, true},
+        {"/", "/home", false, false},
+        {"/HOME/Ann/x", "/home/ann", false, true},
+        {"/ÉTÉ", "/été", false, true},
+        {"/Straße", "/STRASSE", false, true},
+        {"/\xff", "/\xff", true, true},
+        {"/\xff", "/\xfe", false, false},  // no text, and so never one name
+        {"/\xff", "/\xef\xbf\xbd", false, false},
+        {"/A\xff", "/a\xff", false, false},
+    };
+    for (const auto& [path, folder, withCase, ignoringCase] : cases) {
+        EXPECT_EQ(liesAtOrBelow(path, folder, true), withCase) << path << " in " << folder;
+        EXPECT_EQ(liesAtOrBelow(path, folder, false), ignoringCase) << path << " in " << folder;
+    }
+}
+
+TEST(Overlap, TheNewFolderMeetsEveryLocationThatIsTracked) {
+    auto removed = location("/home/ann/Old");
+    removed.removedAt = 1;
+    const std::vector existing{location("/srv"), location("/srv/photos"), location("/srv/photos/raw"),
+                               location("/media/STICK/DCIM", false), removed};
+    const struct {
+        LocationRecord added;
+        LocationOverlap expected;
+    } cases[] = {
+        {location("/srv/photos"), {Kind::same, {{"/srv/photos"}}}},
+        {location("/srv/photos/2020"), {Kind::inside, {{"/srv/photos"}}}},  // the innermost
+        {location("/srv/phot"), {Kind::inside, {{"/srv"}}}},
+        {location("/media"), {Kind::contains, {{"/media/STICK/DCIM"}}}},
+        {location("/"),
+         {Kind::contains, {{"/srv"}, {"/srv/photos"}, {"/srv/photos/raw"}, {"/media/STICK/DCIM"}}}},
+        {location("/home/ann/Old"), {}},
+        {location("/home/ann"), {}},
+        {location("/SRV"), {}},
+        {location("/media/stick/dcim", false), {Kind::same, {{"/media/STICK/DCIM"}}}},
+        {location("/media/stick/dcim", true), {}},
+        {location("/media/stick/dcim", false, "another"), {}},
+    };
+    for (const auto& [added, expected] : cases)
+        EXPECT_EQ(findOverlap(added, existing), expected) << added.path;
+}
+
+TEST(Overlap, IsToldInASentence) {
+    const std::vector existing{location("/srv/Photos"), location("/srv/Mu\x1bsic")};
+    const auto text = [&](const char* path) {
+        const auto added = location(path);
+        return overlapText(findOverlap(added, existing), added, existing);
+    };
+    EXPECT_EQ(text("/srv/Photos"), "“Photos” is already included.");
+    EXPECT_EQ(text("/srv/Photos/Raw"), "“Raw” is already checked as part of “Photos”.");
+    EXPECT_EQ(
+        text("/srv"),
+        "“srv” contains 2 locations, which Brindle already checks. Each keeps being checked on its own, "
+        "and saved history remains.");
+    EXPECT_EQ(text("/home"), std::nullopt);
+
+    const auto added = location("/srv");
+    const std::vector one{existing[1]};
+    EXPECT_EQ(
+        overlapText(findOverlap(added, one), added, one),
+        "“srv” contains “Mu\\x1bsic”, which Brindle already checks. “Mu\\x1bsic” keeps being checked on "
+        "its own, and saved history remains.");
+}
+
+}  // namespace
+}  // namespace brindle

@@ -1,0 +1,59 @@
+#!/usr/bin/env python3
+"""Holds docs/ARCHITECTURE.md's table of layers against the CMake lists, and the documents' links against the files."""
+import re
+
+import project
+
+ARCHITECTURE = "docs/ARCHITECTURE.md"
+HEADING = ["layer", "may include", "what it is for"]
+
+
+def table_rows(text):
+    """(line, cells) of every row below the table's heading and rule."""
+    inside = False
+    for number, line in enumerate(text.splitlines(), 1):
+        cells = [cell.strip(" `") for cell in line.strip().strip("|").split("|")]
+        if not line.lstrip().startswith("|"):
+            inside = False
+        elif cells == HEADING:
+            inside = True
+        elif inside and not re.fullmatch(r"[|:\- ]+", line.strip()):
+            yield number, cells
+
+
+def layer_findings(text, layers):
+    seen = set()
+    for number, cells in table_rows(text):
+        layer = cells[0].strip("/")
+        documented = set(re.findall(r"\w+", cells[1])) - {"nothing"}
+        seen.add(layer)
+        if layer not in layers:
+            yield ARCHITECTURE, number, f"{layer} is no layer of src/: remove the row"
+        elif documented != set(layers[layer]):
+            listed = ", ".join(f"`{name}`" for name in sorted(layers[layer])) or "nothing"
+            yield ARCHITECTURE, number, f"src/{layer}/CMakeLists.txt lets {layer} include {listed}: write that"
+    for layer in sorted(set(layers) - seen):
+        yield ARCHITECTURE, 1, f"the layer {layer} is missing: add a row to | {' | '.join(HEADING)} |"
+
+
+def link_findings(top, file, text):
+    for number, line in enumerate(text.splitlines(), 1):
+        for target in re.findall(r"\]\(([^)\s]+)\)", line):
+            path = target.split("#")[0]
+            if path and not re.match(r"\w+:", path) and not (top / file.parent / path).exists():
+                yield file, number, f"the link to {target} leads nowhere: mend or remove it"
+
+
+def main():
+    top = project.root()
+    architecture = top / ARCHITECTURE
+    text = architecture.read_text() if architecture.exists() else ""
+    findings = list(layer_findings(text, project.layers(top)))
+    for file in project.files(top):
+        if file.suffix == ".md":
+            findings += link_findings(top, file, (top / file).read_text())
+    project.finish(findings)
+
+
+if __name__ == "__main__":
+    main()
