@@ -24,7 +24,8 @@ using brindle::FileDescriptor;
 constexpr std::array<std::string_view, 16> words{
     "archive", "budget",  "concert", "drawing", "engine",  "forest",  "garden", "holiday",
     "invoice", "journey", "kitchen", "lecture", "morning", "network", "orbit",  "portrait"};
-constexpr std::array<std::string_view, 8> extensions{".txt", ".jpg", ".cpp", ".pdf", ".o", ".json", ".mp3", ""};
+constexpr std::array<std::string_view, 8> extensions{".txt", ".jpg",  ".cpp", ".pdf",
+                                                     ".o",   ".json", ".mp3", ""};
 
 constexpr std::uint64_t leastFilesHere = 4;
 constexpr std::uint64_t mostFilesHere = 24;
@@ -65,7 +66,8 @@ private:
 
     void makeFile(int folder, std::uint64_t number) {
         const auto path = name(number) + std::string(oneOf(extensions));
-        const FileDescriptor file(::openat(folder, path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644));
+        const FileDescriptor file(
+            ::openat(folder, path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644));
         if (!file || ::ftruncate(file.get(), static_cast<off_t>(between(0, mostBytes))) != 0)
             throw std::system_error(errno, std::generic_category(), path);
     }

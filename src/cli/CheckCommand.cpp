@@ -21,6 +21,7 @@ bool isIncluded(const LocationRecord& record) {
 /// The locations of one run, and which of them it included itself.
 class ChosenLocations {
 public:
+    /// Changes nothing yet. Throws: LocationChoiceError, UsageError.
     ChosenLocations(HistoryStore& store, const std::vector<std::string>& folders, Output& output)
         : store_(store) {
         for (LocationRecord& record : store.loadLocations().get())
@@ -29,13 +30,7 @@ public:
             toCheck_ = included_;
             return;
         }
-        std::vector<LocationRecord> added;
-        for (const std::string& folder : folders) choose(folder, added, output);
-        // Only now, when every folder is known to be a good one.
-        for (const LocationRecord& record : added) {
-            store_.insert(record).get();
-            unchecked_.push_back(record.id);
-        }
+        for (const std::string& folder : folders) choose(folder, output);
     }
 
     ~ChosenLocations() {
@@ -43,6 +38,14 @@ public:
     }
     ChosenLocations(const ChosenLocations&) = delete;
     ChosenLocations& operator=(const ChosenLocations&) = delete;
+
+    /// Stores those that are new, once every folder is known to be a good one.
+    void include() {
+        for (const LocationRecord& record : added_) {
+            unchecked_.push_back(record.id);
+            store_.insert(record).get();
+        }
+    }
 
     [[nodiscard]] const std::vector<LocationRecord>& toCheck() const { return toCheck_; }
     [[nodiscard]] const std::vector<LocationRecord>& included() const { return included_; }
@@ -55,7 +58,7 @@ public:
     }
 
 private:
-    void choose(const std::string& folder, std::vector<LocationRecord>& added, Output& output) {
+    void choose(const std::string& folder, Output& output) {
         const LocationCandidate candidate = makeCandidate(folder, included_, systemNow());
         const auto& overlap = candidate.overlap;
         if (overlap.kind == LocationOverlap::Kind::same) {
@@ -69,12 +72,13 @@ private:
         if (explanation) output.sentence(*explanation);
         included_.push_back(candidate.record);
         toCheck_.push_back(candidate.record);
-        added.push_back(candidate.record);
+        added_.push_back(candidate.record);
     }
 
     HistoryStore& store_;
     std::vector<LocationRecord> included_;
     std::vector<LocationRecord> toCheck_;
+    std::vector<LocationRecord> added_;
     std::vector<LocationID> unchecked_;
 };
 
@@ -88,6 +92,7 @@ ExitCode runCheck(const Context& context, const std::vector<std::string>& folder
 
     HistoryStore store = context.openHistory();
     ChosenLocations chosen(store, folders, context.output);
+    chosen.include();
     if (chosen.toCheck().empty())
         throw UsageError(translated("No locations included yet. Name a folder to include and check it."));
 

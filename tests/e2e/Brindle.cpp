@@ -22,7 +22,8 @@ ProgramLaunch Brindle::launch(std::vector<std::string> arguments) const {
     ProgramLaunch launch{
         .arguments = runner_,
         .environment = {"HOME=" + home().native(), "XDG_DATA_HOME=" + (home() / "share").native(), "TZ=UTC",
-                        "LC_ALL=C.UTF-8", "TERM=xterm"}};
+                        "LC_ALL=C.UTF-8", "TERM=xterm"},
+        .folder = home()};
     launch.arguments.insert(launch.arguments.end(),
                             {BRINDLE_PROGRAM, "--data-dir", dataDirectory().native()});
     launch.arguments.insert(launch.arguments.end(), arguments.begin(), arguments.end());

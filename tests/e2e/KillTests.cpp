@@ -91,7 +91,7 @@ TEST_F(Kill, LeavesTheHistoryOfTheLastCommittedCheck) {
     const microseconds laterCheck = timeOfACheck();
 
     int committed = 0;
-    for (int round = 0; round < testRounds(90) && !HasFailure(); ++round) {
+    for (int round = 0; round < testRounds(75) && !HasFailure(); ++round) {
         SCOPED_TRACE("kill " + std::to_string(round));
         const bool isFirst = round % 3 == 0;
         if (isFirst) forgetHistory();

@@ -66,7 +66,7 @@ void checkATreeThatChanges(std::uint64_t seed) {
 
 TEST(RandomTrees, EveryCheckRecordsExactlyWhatFindSees) {
     const std::uint64_t first = testSeed();
-    for (int round = 0; round < testRounds(12) && !HasFailure(); ++round) {
+    for (int round = 0; round < testRounds(8) && !HasFailure(); ++round) {
         const std::uint64_t seed = first + static_cast<std::uint64_t>(round);
         SCOPED_TRACE("BRINDLE_TEST_SEED=" + std::to_string(seed));
         checkATreeThatChanges(seed);

@@ -38,6 +38,11 @@ std::string contentsOf(const FileDescriptor& file) {
 
 }  // namespace
 
+void ProgramLaunch::setVariable(const std::string& name, const std::string& value) {
+    std::erase_if(environment, [&](const std::string& variable) { return variable.starts_with(name + "="); });
+    environment.push_back(name + "=" + value);
+}
+
 // What is written goes to files in memory: a full pipe would stop the program.
 RunningProgram::RunningProgram(const ProgramLaunch& launch)
     : output_(::memfd_create("output", MFD_CLOEXEC)), error_(::memfd_create("error", MFD_CLOEXEC)) {
@@ -52,6 +57,7 @@ RunningProgram::RunningProgram(const ProgramLaunch& launch)
     if (id_ == 0) {
         ::setpgid(0, 0);
         ::umask(launch.umask);
+        if (::chdir(launch.folder.c_str()) != 0) ::_exit(127);
         ::dup2(input.get(), STDIN_FILENO);
         ::dup2(launch.output >= 0 ? launch.output : output_.get(), STDOUT_FILENO);
         ::dup2(launch.error >= 0 ? launch.error : error_.get(), STDERR_FILENO);

@@ -13,9 +13,13 @@ namespace brindle {
 struct ProgramLaunch {
     std::vector<std::string> arguments;    // the first is the program, looked for in the test's PATH
     std::vector<std::string> environment;  // "NAME=value"; nothing is inherited
+    std::string folder = "/";              // the working folder
     int output = -1;                       // the descriptor for standard output; -1: kept for the result
     int error = -1;                        // likewise for standard error
     mode_t umask = 022;
+
+    /// Sets or replaces a variable of the environment.
+    void setVariable(const std::string& name, const std::string& value);
 };
 
 struct ProgramResult {

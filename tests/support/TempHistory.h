@@ -28,7 +28,7 @@ public:
     LocationRecord include(const std::string& id);
     [[nodiscard]] LocationRecord record(const std::string& id);
 
-    /// Runs one check of the location, whose walk sees these files; the report's other fields as given.
+    /// Runs one check of the location, whose walk sees these files and reports the other fields of `report`.
     CheckCommit check(const std::string& id, const Files& files, ScanReport report = {});
     [[nodiscard]] CheckRequest request(const std::string& id, Walk walk);
 

@@ -1,0 +1,189 @@
+#include "support/TempHistory.h"
+
+#include <algorithm>
+#include <fcntl.h>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <iterator>
+
+#include "e2e/Records.h"
+
+namespace brindle {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::EndsWith;
+using testing::HasSubstr;
+using Arguments = std::vector<std::string>;
+
+std::string contentsOf(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+/// Nothing but one sentence, on standard error.
+void expectOneSentence(const ProgramResult& result) {
+    EXPECT_EQ(result.output, "");
+    EXPECT_THAT(result.error, EndsWith("\n"));
+    EXPECT_EQ(std::ranges::count(result.error, '\n'), 1) << result.error;
+}
+
+class ExitCodes : public testing::Test {
+protected:
+    ExitCodes() {
+        openToAll(folder.path());
+        writeFile(tree / "inner/a", 10);
+    }
+
+    void expectUnusable(const Arguments& arguments) const {
+        SCOPED_TRACE(testing::PrintToString(arguments));
+        const auto result = brindle.run(arguments);
+        EXPECT_EQ(result.exitCode, 3);
+        expectOneSentence(result);
+    }
+
+    TempFolder folder;
+    fs::path tree = folder.path() / "tree";
+    Brindle brindle;
+};
+
+TEST_F(ExitCodes, NothingFoundIsNoFailure) {
+    const auto expectNothing = [&](const Arguments& arguments, const std::string& sentence) {
+        const auto result = brindle.run(arguments);
+        EXPECT_EQ(result.exitCode, 1);
+        EXPECT_EQ(result.output, "");
+        EXPECT_EQ(result.error, sentence);
+        auto asJSON = arguments;
+        (void)brindle.json(std::move(asJSON), 1);
+    };
+    expectNothing({"locations"}, "No locations included yet.\n");
+    ASSERT_EQ(brindle.run({"check", tree}).exitCode, 0);
+    expectNothing({"changes"}, "No changes are recorded.\n");
+    expectNothing({"changes", "--day", "yesterday"}, "No changes are recorded.\n");
+    expectNothing({"changes", tree / "inner"}, "No changes are recorded.\n");
+}
+
+TEST_F(ExitCodes, WrongUsageChangesNothing) {
+    ASSERT_EQ(brindle.run({"check", tree}).exitCode, 0);
+    const auto before = Records(brindle).everything();
+    const fs::path other = folder.path() / "other";
+    fs::create_directory(other);
+    const struct {
+        Arguments arguments;
+        std::string sentence;
+    } cases[] = {
+        {{"changes", "--day", "2026-02-30"}, "“2026-02-30” isn't a day."},
+        {{"changes", "--day", "tomorrow"}, "“tomorrow” isn't a day."},
+        {{"changes", "--day", "today", "--since", "today"}, "--day"},
+        {{"changes", "--limit", "-1"}, "--limit"},
+        {{"changes", other}, "isn't in any included location."},
+        {{"check", "--no-such-option"}, "--no-such-option"},
+        {{"check", folder.path() / "absent"}, "isn't there."},
+        {{"check", ""}, ""},  // an unset variable of a script, and no word for the working folder
+        {{"check", tree / "inner/a"}, "isn't a folder."},
+        {{"check", "/proc"}, "belongs to the system and holds no stored files."},
+        {{"check", tree / "inner"}, "“inner” is already checked as part of “tree”."},
+        {{"check", other, folder.path() / "absent"}, "isn't there."},  // and the good one is not included
+        {{}, ""},
+        {{"no-such-command"}, ""},
+    };
+    for (const auto& [arguments, sentence] : cases) {
+        SCOPED_TRACE(testing::PrintToString(arguments));
+        const auto result = brindle.run(arguments);
+        EXPECT_EQ(result.exitCode, 2);
+        EXPECT_EQ(result.output, "");
+        EXPECT_THAT(result.error, HasSubstr(sentence));
+    }
+    EXPECT_EQ(Records(brindle).everything(), before);
+}
+
+TEST_F(ExitCodes, AHistoryThatCannotBeUsedIsLeftAsItIs) {
+    ASSERT_EQ(brindle.run({"check", tree}).exitCode, 0);
+    const auto whole = contentsOf(brindle.historyFile());
+    const struct {
+        const char* name;
+        std::string contents;
+    } cases[] = {
+        {"garbage", std::string(20'000, 'x')},
+        {"truncated in a page", whole.substr(0, whole.size() / 2 + 100)},
+        {"truncated at a page", whole.substr(0, whole.size() / 2 / 4096 * 4096)},
+        {"cut off in its header", whole.substr(0, 50)},
+        {"garbage behind its first page", whole.substr(0, 4096) + std::string(whole.size() - 4096, '\xa5')},
+    };
+    for (const auto& [name, contents] : cases) {
+        SCOPED_TRACE(name);
+        std::ofstream(brindle.historyFile(), std::ios::binary) << contents;
+        for (const Arguments& arguments : {Arguments{"check", tree}, {"locations"}, {"changes", "--json"}})
+            expectUnusable(arguments);
+        EXPECT_TRUE(contentsOf(brindle.historyFile()) == contents);
+    }
+}
+
+TEST_F(ExitCodes, AHistoryOfANewerVersionIsLeftAsItIs) {
+    ASSERT_EQ(brindle.run({"check", tree}).exitCode, 0);
+    rowsOf(brindle.historyFile(), "PRAGMA user_version = 1000");
+    const auto contents = contentsOf(brindle.historyFile());
+    for (const Arguments& arguments : {Arguments{"check", tree}, {"locations"}, {"changes"}})
+        expectUnusable(arguments);
+    EXPECT_TRUE(contentsOf(brindle.historyFile()) == contents);
+}
+
+TEST_F(ExitCodes, ADataDirectoryThatCannotBeUsedIsTold) {
+    if (!brindle.giveUpRoot()) GTEST_SKIP() << "the program cannot be started without rights";
+    fs::permissions(brindle.home(), fs::perms(0555));
+    expectUnusable({"check", tree});
+    fs::permissions(brindle.home(), fs::perms(0755));
+    ASSERT_EQ(brindle.run({"check", tree}).exitCode, 0);
+    const auto before = Records(brindle).everything();
+
+    fs::permissions(brindle.dataDirectory(), fs::perms(0500));
+    expectUnusable({"check"});
+    fs::permissions(brindle.dataDirectory(), fs::perms::none);
+    expectUnusable({"check"});
+    fs::permissions(brindle.dataDirectory(), fs::perms(0700));
+    fs::permissions(brindle.historyFile(), fs::perms(0400));
+    expectUnusable({"check"});
+    EXPECT_EQ(Records(brindle).everything(), before);
+    fs::permissions(brindle.historyFile(), fs::perms(0600));
+    EXPECT_EQ(brindle.run({"check"}).exitCode, 0);  // nothing is left that would stand in its way
+
+    fs::remove_all(brindle.dataDirectory());
+    std::ofstream(brindle.dataDirectory()) << "a file";
+    expectUnusable({"check", tree});
+    EXPECT_EQ(contentsOf(brindle.dataDirectory()), "a file");
+}
+
+TEST_F(ExitCodes, AResultThatCannotBeWrittenIsTold) {
+    const FileDescriptor full(::open("/dev/full", O_WRONLY | O_CLOEXEC));
+    ProgramLaunch launch = brindle.launch({"check", tree});
+    launch.output = full.get();
+    const auto result = runProgram(launch);
+    EXPECT_EQ(result.exitCode, 3);
+    expectOneSentence(result);
+    EXPECT_EQ(Records(brindle).inventory(), listingOf(tree));
+}
+
+TEST_F(ExitCodes, ALocationThatCannotBeCheckedDoesNotKeepTheOthersFromIt) {
+    if (!brindle.giveUpRoot()) GTEST_SKIP() << "the program cannot be started without rights";
+    const fs::path gone = folder.path() / "gone";
+    const fs::path refused = folder.path() / "refused";
+    fs::create_directory(gone);
+    fs::create_directory(refused);
+    ASSERT_EQ(brindle.run({"check", gone, refused, tree}).exitCode, 0);
+    fs::remove(gone);
+    fs::permissions(refused, fs::perms::none);
+    writeFile(tree / "b", 5);
+
+    const auto report = brindle.json({"check"}, 4);
+    std::vector<std::string> outcomes;
+    for (const auto& location : report["locations"]) outcomes.push_back(location["outcome"]);
+    EXPECT_THAT(outcomes, testing::ElementsAre("disconnected", "needsAccess", "check"));
+    EXPECT_EQ(Records(brindle).inventory(), listingOf(tree));
+    // Named one by one, they are locations still, and no folders that could not be included.
+    for (const fs::path& named : {gone, refused})
+        EXPECT_EQ(brindle.run({"check", named}).exitCode, 4) << named;
+}
+
+}  // namespace
+}  // namespace brindle
