@@ -1,6 +1,7 @@
 #include "cli/CheckCommand.h"
 
 #include "checks/LocationCheck.h"
+#include "checks/RunLock.h"
 #include "checks/Uncounted.h"
 #include "cli/CheckReport.h"
 #include "model/Translation.h"
@@ -59,7 +60,7 @@ public:
 
 private:
     void choose(const std::string& folder, Output& output) {
-        const LocationCandidate candidate = makeCandidate(folder, included_, systemNow());
+        const LocationCandidate candidate = makeFolderOrDriveCandidate(folder, included_, systemNow());
         const auto& overlap = candidate.overlap;
         if (overlap.kind == LocationOverlap::Kind::same) {
             const auto known = std::ranges::find(included_, overlap.locations.front(), &LocationRecord::id);
@@ -84,14 +85,16 @@ private:
 
 }  // namespace
 
-ExitCode runCheck(const Context& context, const std::vector<std::string>& folders) {
+ExitCode runCheck(const Context& context, const CheckOptions& options) {
     // A reader that goes away must not take the check with it.
     std::signal(SIGPIPE, SIG_IGN);
     const auto cancellation = std::make_shared<CancellationFlag>();
     const Interruption interruption([cancellation] { cancellation->set(); });
 
+    const RunLock lock(context.dataDirectory,
+                       options.wait ? RunLock::WhenTaken::wait : RunLock::WhenTaken::refuse, *cancellation);
     HistoryStore store = context.openHistory();
-    ChosenLocations chosen(store, folders, context.output);
+    ChosenLocations chosen(store, options.folders, context.output);
     chosen.include();
     if (chosen.toCheck().empty())
         throw UsageError(translated("No locations included yet. Name a folder to include and check it."));

@@ -9,6 +9,7 @@ enum class ExitCode {
     wrongUsage = 2,     // the command line, or a folder that cannot be included
     historyFailed = 3,  // the history cannot be opened, read or written
     notChecked = 4,     // some location could not be checked
+    locked = 5,         // another program is checking
     interrupted = 130,  // stopped by Ctrl-C or another signal
 };
 

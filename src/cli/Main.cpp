@@ -1,7 +1,11 @@
 #include "checks/Failures.h"
+#include "checks/RunLock.h"
 #include "cli/ChangesCommand.h"
 #include "cli/CheckCommand.h"
+#include "cli/DrivesCommand.h"
+#include "cli/IncludeCommand.h"
 #include "cli/LocationsCommand.h"
+#include "cli/RemoveCommand.h"
 #include "model/Translation.h"
 #include "platform/Paths.h"
 #include "scan/LocationAccess.h"
@@ -21,10 +25,11 @@ constexpr const char* footer =
     "Examples:\n"
     "  brindle check ~/Pictures         include a folder and set its starting point\n"
     "  brindle check                    check every included location\n"
+    "  brindle include /media/ann/Disk  include a drive by where it is mounted\n"
     "  brindle changes --since 2026-03-01 ~/Pictures\n"
     "\n"
     "Exit status: 0 done; 1 nothing found; 2 wrong usage; 3 the history can't be used;\n"
-    "4 a location couldn't be checked; 130 stopped by a signal.";
+    "4 a location couldn't be checked; 5 another program is checking; 130 stopped by a signal.";
 
 int runCommand(const std::function<ExitCode()>& command, Output& output, const std::string& dataDirectory) {
     const auto fail = [&output](ExitCode code, const std::string& sentence) {
@@ -40,6 +45,10 @@ int runCommand(const std::function<ExitCode()>& command, Output& output, const s
         return fail(ExitCode::wrongUsage, error.what());
     } catch (const LocationChoiceError& error) {
         return fail(ExitCode::wrongUsage, error.what());
+    } catch (const RunLocked& error) {
+        return fail(ExitCode::locked, error.what());
+    } catch (const Cancelled& error) {
+        return fail(ExitCode::interrupted, error.what());
     } catch (const std::exception& error) {
         return fail(ExitCode::historyFailed, failureSentence(error, dataDirectory));
     }
@@ -66,12 +75,32 @@ int run(int argc, char** argv) {
 
     auto* check =
         app.add_subcommand("check", "Check folders, including those that are new, or all locations");
-    std::vector<std::string> folders;
-    check->add_option("FOLDER", folders, "Folders to check; all included locations when none is given");
-    check->callback([&] { command = [&] { return runCheck(context(), folders); }; });
+    CheckOptions checkOptions;
+    check->add_flag("--wait", checkOptions.wait, "Wait for another program that is checking");
+    check->add_option("FOLDER", checkOptions.folders,
+                      "Folders to check; all included locations when none is given");
+    check->callback([&] { command = [&] { return runCheck(context(), checkOptions); }; });
+
+    std::vector<std::string> paths;
+    auto* include =
+        app.add_subcommand("include", "Include folders, or whole drives by where they are mounted");
+    include->add_option("PATH", paths, "Folders or drives")->required();
+    include->callback([&] { command = [&] { return runInclude(context(), paths); }; });
+
+    std::string path;
+    auto* remove = app.add_subcommand("remove", "Stop tracking a location; its history stays");
+    remove->add_option("PATH", path, "The location's path")->required();
+    remove->callback([&] { command = [&] { return runRemove(context(), path); }; });
+
+    auto* forget = app.add_subcommand("forget", "Forget a location that was never checked");
+    forget->add_option("PATH", path, "The location's path")->required();
+    forget->callback([&] { command = [&] { return runForget(context(), path); }; });
 
     auto* locations = app.add_subcommand("locations", "List the included locations");
     locations->callback([&] { command = [&] { return runLocations(context()); }; });
+
+    auto* drives = app.add_subcommand("drives", "List the mounted drives and how full they are");
+    drives->callback([&] { command = [&] { return runDrives(context()); }; });
 
     auto* changes = app.add_subcommand("changes", "Show what changed on a day, or since a day");
     ChangesOptions options;

@@ -57,4 +57,13 @@ void to_json(nlohmann::ordered_json& json, const UnreadableFolder& folder) {
     json = {{"path", folder.relativePath}, {"isPermission", folder.isPermission}};
 }
 
+void to_json(nlohmann::ordered_json& json, const VolumeReading& reading) {
+    json = {{"totalBytes", reading.totalBytes},
+            {"freeBytes", reading.freeBytes},
+            {"availableBytes", reading.availableBytes},
+            {"volumeUsedBytes", orNull(reading.volumeUsedBytes)},
+            {"snapshotCount", orNull(reading.snapshotCount)},
+            {"readAt", reading.readAt}};
+}
+
 }  // namespace brindle

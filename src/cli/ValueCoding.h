@@ -2,6 +2,7 @@
 
 #include "model/Change.h"
 #include "model/LocationRecord.h"
+#include "model/Volume.h"
 #include "model/Walk.h"
 
 #include <nlohmann/json.hpp>
@@ -17,5 +18,6 @@ void to_json(nlohmann::ordered_json& json, const ChangeTotals& totals);
 void to_json(nlohmann::ordered_json& json, const FileChange& change);
 void to_json(nlohmann::ordered_json& json, const LocationRecord& record);
 void to_json(nlohmann::ordered_json& json, const UnreadableFolder& folder);
+void to_json(nlohmann::ordered_json& json, const VolumeReading& reading);
 
 }  // namespace brindle

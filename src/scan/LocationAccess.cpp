@@ -8,6 +8,7 @@
 #include "platform/Paths.h"
 #include "platform/VolumeIdentity.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <fmt/format.h>
 #include <random>
@@ -130,6 +131,18 @@ LocationCandidate makeDriveCandidate(const DriveInfo& drive, std::span<const Loc
                         .addedAt = now};
     candidate.overlap = findOverlap(candidate.record, existing);
     return candidate;
+}
+
+LocationCandidate makeFolderOrDriveCandidate(const std::string& chosenPath,
+                                             std::span<const LocationRecord> existing, UnixTime now,
+                                             const MountTable& mounts) {
+    const std::string path = standardizedPath(chosenPath);
+    const bool isMountPoint = std::ranges::any_of(
+        mounts.mounts(), [&](const Mount& mount) { return mount.target == path && isDrive(mount); });
+    if (isMountPoint)
+        for (const DriveInfo& drive : mountedDrives({}, mounts))
+            if (drive.mountPath == path) return makeDriveCandidate(drive, existing, now);
+    return makeCandidate(path, existing, now, mounts);
 }
 
 AccessState resolveAccess(const LocationRecord& record, const MountTable& mounts) {

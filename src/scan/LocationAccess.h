@@ -42,6 +42,13 @@ public:
 [[nodiscard]] LocationCandidate makeDriveCandidate(const DriveInfo& drive,
                                                    std::span<const LocationRecord> existing, UnixTime now);
 
+/// Makes a record for what the user named: the whole drive where one is mounted there, else the folder.
+/// Throws: LocationChoiceError.
+[[nodiscard]] LocationCandidate makeFolderOrDriveCandidate(const std::string& chosenPath,
+                                                           std::span<const LocationRecord> existing,
+                                                           UnixTime now,
+                                                           const MountTable& mounts = MountTable::current());
+
 /// Where a location is now, and whether it may be read.
 struct AccessReady {
     std::string path;

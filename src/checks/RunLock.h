@@ -1,0 +1,29 @@
+#pragma once
+
+#include "model/Cancellation.h"
+#include "platform/FileLock.h"
+
+#include <stdexcept>
+#include <string>
+
+namespace brindle {
+
+/// Another program checks this history, or changes its locations. what() is the sentence for the user.
+class RunLocked : public std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+/// One program at a time checks a history or changes its locations, so that no check works on locations that
+/// are not there any more. Reading needs no lock.
+class RunLock {
+public:
+    enum class WhenTaken { refuse, wait };
+
+    /// Makes the data directory if need be. Throws: RunLocked; Cancelled while it waits; std::system_error.
+    RunLock(const std::string& dataDirectory, WhenTaken whenTaken, const CancellationFlag& cancellation);
+
+private:
+    FileLock lock_;
+};
+
+}  // namespace brindle

@@ -1,0 +1,39 @@
+#include "cli/IncludeCommand.h"
+
+#include "checks/RunLock.h"
+#include "cli/ValueCoding.h"
+#include "model/FileNameText.h"
+#include "model/Translation.h"
+#include "scan/LocationAccess.h"
+
+#include <fmt/format.h>
+
+namespace brindle {
+
+ExitCode runInclude(const Context& context, const std::vector<std::string>& paths) {
+    const RunLock lock(context.dataDirectory, RunLock::WhenTaken::refuse, CancellationFlag());
+    HistoryStore store = context.openHistory();
+    std::vector<LocationRecord> known = store.loadLocations().get();
+    std::vector<LocationRecord> added;
+    for (const std::string& path : paths) {
+        const LocationCandidate candidate = makeFolderOrDriveCandidate(path, known, systemNow());
+        const auto explanation = overlapText(candidate.overlap, candidate.record, known);
+        const bool isRefused = candidate.overlap.kind == LocationOverlap::Kind::same ||
+                               candidate.overlap.kind == LocationOverlap::Kind::inside;
+        if (isRefused) throw UsageError(*explanation);
+        if (explanation) context.output.sentence(*explanation);
+        known.push_back(candidate.record);
+        added.push_back(candidate.record);
+    }
+    for (const LocationRecord& record : added) {
+        store.insert(record).get();
+        if (!context.asJson)
+            context.output.line(fmt::format(
+                fmt::runtime(translated("“{}” is included. Its first check sets its starting point.")),
+                fileNameText(record.name)));
+    }
+    if (context.asJson) context.output.json(added);
+    return ExitCode::success;
+}
+
+}  // namespace brindle
