@@ -17,15 +17,15 @@ function(brindle_layer name)
   target_link_libraries(brindle_${name} PUBLIC ${arg_LAYERS} ${arg_LIBRARIES} PRIVATE brindle_warnings)
 endfunction()
 
-# brindle_test(<name> SOURCES <file>... LAYERS <layer>... [LIBRARIES <target>...] [LABELS <label>...])
+# brindle_test(<name> SOURCES <file>... LAYERS <layer>... [LIBRARIES <target>...])
 #
 # One GoogleTest program; every case is a test of CTest.
 function(brindle_test name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LAYERS;LIBRARIES;LABELS")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LAYERS;LIBRARIES")
   add_executable(${name} ${arg_SOURCES})
   list(TRANSFORM arg_LAYERS PREPEND brindle_)
   target_link_libraries(${name} PRIVATE ${arg_LAYERS} ${arg_LIBRARIES} GTest::gmock GTest::gtest_main brindle_warnings)
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST 
-    PROPERTIES TIMEOUT 300 LABELS "${arg_LABELS}" ENVIRONMENT LC_ALL=C.UTF-8)
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST NO_PRETTY_VALUES
+    PROPERTIES TIMEOUT 300 ENVIRONMENT LC_ALL=C.UTF-8)
 endfunction()

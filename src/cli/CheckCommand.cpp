@@ -6,6 +6,7 @@
 #include "cli/CheckReport.h"
 #include "model/Translation.h"
 #include "platform/Interruption.h"
+#include "platform/Paths.h"
 #include "scan/LocationAccess.h"
 
 #include <algorithm>
@@ -60,20 +61,26 @@ public:
 
 private:
     void choose(const std::string& folder, Output& output) {
+        // A location is known by its path, though nothing may be there now.
+        const std::string path = standardizedPath(folder);
+        const auto known = std::ranges::find(included_, path, &LocationRecord::path);
+        if (known != included_.end()) return checkToo(*known);
+
         const LocationCandidate candidate = makeFolderOrDriveCandidate(folder, included_, systemNow());
         const auto& overlap = candidate.overlap;
-        if (overlap.kind == LocationOverlap::Kind::same) {
-            const auto known = std::ranges::find(included_, overlap.locations.front(), &LocationRecord::id);
-            if (std::ranges::find(toCheck_, known->id, &LocationRecord::id) == toCheck_.end())
-                toCheck_.push_back(*known);
-            return;
-        }
+        if (overlap.kind == LocationOverlap::Kind::same)
+            return checkToo(*std::ranges::find(included_, overlap.locations.front(), &LocationRecord::id));
         const auto explanation = overlapText(overlap, candidate.record, included_);
         if (overlap.kind == LocationOverlap::Kind::inside) throw UsageError(*explanation);
         if (explanation) output.sentence(*explanation);
         included_.push_back(candidate.record);
         toCheck_.push_back(candidate.record);
         added_.push_back(candidate.record);
+    }
+
+    void checkToo(const LocationRecord& record) {
+        if (std::ranges::find(toCheck_, record.id, &LocationRecord::id) == toCheck_.end())
+            toCheck_.push_back(record);
     }
 
     HistoryStore& store_;

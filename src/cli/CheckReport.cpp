@@ -55,6 +55,8 @@ void CheckReport::add(const LocationRecord& record, const CheckOutcome& outcome,
 
 ExitCode CheckReport::finish() {
     if (context_.asJson) context_.output.json({{"locations", locations_}, {"stopped", isStopped_}});
+    // While a signal still finds somebody to hear it: what was committed is to be told.
+    static_cast<void>(context_.output.flush());
     if (isStopped_) return ExitCode::interrupted;
     return hasFailure_ ? ExitCode::notChecked : ExitCode::success;
 }

@@ -6,6 +6,7 @@
 #include "cli/IncludeCommand.h"
 #include "cli/LocationsCommand.h"
 #include "cli/RemoveCommand.h"
+#include "model/FileNameText.h"
 #include "model/Translation.h"
 #include "platform/Paths.h"
 #include "scan/LocationAccess.h"
@@ -30,6 +31,11 @@ constexpr const char* footer =
     "\n"
     "Exit status: 0 done; 1 nothing found; 2 wrong usage; 3 the history can't be used;\n"
     "4 a location couldn't be checked; 5 another program is checking; 130 stopped by a signal.";
+
+/// An empty path is the value of a variable that was not set, and never the working folder.
+const CLI::Validator isNoEmptyPath(
+    [](const std::string& path) { return path.empty() ? std::string(translated("A path is empty.")) : ""; },
+    "");
 
 int runCommand(const std::function<ExitCode()>& command, Output& output, const std::string& dataDirectory) {
     const auto fail = [&output](ExitCode code, const std::string& sentence) {
@@ -65,6 +71,7 @@ int run(int argc, char** argv) {
     std::string dataDirectory;
     bool asJson = false;
     app.add_option("--data-dir", dataDirectory, "Where the history is kept (default: ~/.local/share/Brindle)")
+        ->check(isNoEmptyPath)
         ->type_name("DIR");
     app.add_flag("--json", asJson, "Print the result as JSON");
 
@@ -77,23 +84,25 @@ int run(int argc, char** argv) {
         app.add_subcommand("check", "Check folders, including those that are new, or all locations");
     CheckOptions checkOptions;
     check->add_flag("--wait", checkOptions.wait, "Wait for another program that is checking");
-    check->add_option("FOLDER", checkOptions.folders,
-                      "Folders to check; all included locations when none is given");
+    check
+        ->add_option("FOLDER", checkOptions.folders,
+                     "Folders to check; all included locations when none is given")
+        ->check(isNoEmptyPath);
     check->callback([&] { command = [&] { return runCheck(context(), checkOptions); }; });
 
     std::vector<std::string> paths;
     auto* include =
         app.add_subcommand("include", "Include folders, or whole drives by where they are mounted");
-    include->add_option("PATH", paths, "Folders or drives")->required();
+    include->add_option("PATH", paths, "Folders or drives")->required()->check(isNoEmptyPath);
     include->callback([&] { command = [&] { return runInclude(context(), paths); }; });
 
     std::string path;
     auto* remove = app.add_subcommand("remove", "Stop tracking a location; its history stays");
-    remove->add_option("PATH", path, "The location's path")->required();
+    remove->add_option("PATH", path, "The location's path")->required()->check(isNoEmptyPath);
     remove->callback([&] { command = [&] { return runRemove(context(), path); }; });
 
     auto* forget = app.add_subcommand("forget", "Forget a location that was never checked");
-    forget->add_option("PATH", path, "The location's path")->required();
+    forget->add_option("PATH", path, "The location's path")->required()->check(isNoEmptyPath);
     forget->callback([&] { command = [&] { return runForget(context(), path); }; });
 
     auto* locations = app.add_subcommand("locations", "List the included locations");
@@ -111,16 +120,20 @@ int run(int argc, char** argv) {
         ->type_name("DAY")
         ->excludes(day);
     changes->add_option("--limit", options.limit, "How many changes to list, largest first; 0 for all")
+        ->check(CLI::NonNegativeNumber)
         ->capture_default_str()
         ->type_name("N");
-    changes->add_option("FOLDER", options.folder, "Only what lies in this folder");
+    changes->add_option("FOLDER", options.folder, "Only what lies in this folder")->check(isNoEmptyPath);
     changes->callback([&] { command = [&] { return runChanges(context(), options); }; });
 
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        const bool isAnswer = app.exit(error) == 0;  // --help, --version
-        return static_cast<int>(isAnswer ? ExitCode::success : ExitCode::wrongUsage);
+        if (error.get_exit_code() == 0) return app.exit(error);  // --help, --version
+        // It repeats what was typed, which a shell may have made of the name of a file.
+        output.sentence(fileNameText(error.what()));
+        output.sentence(translated("Run with --help for more information."));
+        return static_cast<int>(ExitCode::wrongUsage);
     }
     return runCommand(
         [&] {

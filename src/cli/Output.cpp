@@ -1,6 +1,6 @@
 #include "cli/Output.h"
 
-#include "model/Change.h"
+#include "model/DisplayWidth.h"
 #include "model/FileNameText.h"
 #include "model/NumberText.h"
 #include "model/Translation.h"
@@ -16,23 +16,6 @@ namespace brindle {
 namespace {
 
 constexpr std::size_t amountWidth = 10;
-
-/// How many columns a text takes that has no wide or combining characters.
-std::size_t columns(std::string_view text) {
-    return static_cast<std::size_t>(
-        std::ranges::count_if(text, [](char c) { return (static_cast<unsigned char>(c) & 0xc0) != 0x80; }));
-}
-
-/// As much of the text as fits into so many columns.
-std::string_view cut(std::string_view text, std::size_t width) {
-    std::size_t end = text.size();
-    while (columns(text.substr(0, end)) > width) --end;
-    return text.substr(0, end);
-}
-
-void write(std::FILE* stream, std::string_view text) {
-    std::fwrite(text.data(), 1, text.size(), stream);
-}
 
 }  // namespace
 
@@ -52,8 +35,7 @@ void Output::json(const nlohmann::ordered_json& result) {
 }
 
 void Output::sentence(std::string_view text) {
-    endProgress();
-    std::fflush(stdout);
+    static_cast<void>(flush());  // so that the sentence stands behind what it is about
     write(stderr, text);
     write(stderr, "\n");
 }
@@ -62,24 +44,28 @@ void Output::progress(std::string_view locationName, const ScanProgress& progres
     if (!showsProgress_) return;
     const double rate = progress.elapsed > 0 ? static_cast<double>(progress.filesSeen) / progress.elapsed : 0;
     const std::string text =
-        fmt::format(fmt::runtime(translated("Checking your files… {} · {} files · {} · {} files a second")),
+        fmt::format(fmt::runtime(translatedCount("Checking your files… {} · {} file · {} · {} a second",
+                                                 "Checking your files… {} · {} files · {} · {} a second",
+                                                 progress.filesSeen)),
                     fileNameText(locationName), groupedNumber(progress.filesSeen),
                     byteAmount(progress.bytesSeen), groupedNumber(static_cast<std::int64_t>(rate)));
-    // Back to the first column, and what was longer before is cleared. A line that wrapped could not be.
-    const auto width = static_cast<std::size_t>(std::max(terminalWidth(StandardStream::error) - 1, 1));
-    write(stderr, fmt::format("\r{}\x1b[K", cut(text, width)));
-    isInProgress_ = true;
+    // A line that wrapped could not be written over.
+    const auto columns = static_cast<std::size_t>(std::max(terminalWidth(StandardStream::error) - 1, 1));
+    const std::string shown = cutToWidth(text, columns);
+    endProgress();
+    write(stderr, shown);
+    progressWidth_ = displayWidth(shown);
 }
 
 void Output::endProgress() {
-    if (!isInProgress_) return;
-    write(stderr, "\r\x1b[K");
-    isInProgress_ = false;
+    if (progressWidth_ == 0) return;
+    write(stderr, "\r" + std::string(progressWidth_, ' ') + "\r");
+    progressWidth_ = 0;
 }
 
 std::string Output::amountColumn(std::int64_t byteDelta) const {
     const std::string amount = signedByteAmount(byteDelta);
-    const std::size_t width = columns(amount);
+    const std::size_t width = displayWidth(amount);
     const std::string padding(width < amountWidth ? amountWidth - width : 0, ' ');
     return padding + (byteDelta < 0 ? styled("36", amount) : styled("33", amount));
 }
@@ -100,9 +86,16 @@ std::string Output::styled(std::string_view code, std::string_view text) const {
 
 bool Output::flush() {
     endProgress();
-    errno = 0;
-    const bool isWritten = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
-    return isWritten || errno == EPIPE;
+    if (std::fflush(stdout) != 0) noteFailure(errno);
+    return !hasFailed_;
+}
+
+void Output::write(std::FILE* stream, std::string_view text) {
+    if (std::fwrite(text.data(), 1, text.size(), stream) < text.size()) noteFailure(errno);
+}
+
+void Output::noteFailure(int error) {
+    if (error != EPIPE) hasFailed_ = true;
 }
 
 }  // namespace brindle

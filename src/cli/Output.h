@@ -2,7 +2,9 @@
 
 #include "model/Walk.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <string_view>
@@ -31,15 +33,19 @@ public:
     [[nodiscard]] std::string freed(std::int64_t bytes) const;
     [[nodiscard]] std::string emphasized(std::string_view text) const;
 
-    /// Whether everything was written. A reader that went away (a closed pipe) is no failure.
+    /// Hands everything to the system. False when something could not be written, now or before; a reader
+    /// that went away (a closed pipe) is no failure.
     [[nodiscard]] bool flush();
 
 private:
+    void write(std::FILE* stream, std::string_view text);
+    void noteFailure(int error);
     [[nodiscard]] std::string styled(std::string_view code, std::string_view text) const;
 
     bool hasColour_ = false;
     bool showsProgress_ = false;
-    bool isInProgress_ = false;
+    std::size_t progressWidth_ = 0;  // columns of the progress line that stands there now
+    bool hasFailed_ = false;
 };
 
 }  // namespace brindle

@@ -15,6 +15,9 @@ void createPrivateDirectory(const std::string& path);
 /// component, or anything else that is no regular file, is refused.
 void createPrivateFile(const std::string& path);
 
+/// Throws when the file, which is there, may not be read and written.
+void requireWritableFile(const std::string& path);
+
 /// Returns once the file's contents and its name in its folder are on the disk.
 void syncToDisk(const std::string& path);
 

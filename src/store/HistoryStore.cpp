@@ -17,6 +17,8 @@ HistoryStore::HistoryStore(std::filesystem::path directory, const Clock& now)
     createPrivateDirectory(directory_.string());
     const std::filesystem::path file = directory_ / fileName;
     createPrivateFile(file.string());  // SQLite gives its log the mode of the database file
+    // SQLite would open one that it may only read, and leave an index behind that nobody may write later.
+    requireWritableFile(file.string());
 
     writer_ = std::make_unique<DatabaseQueue>(file.string(), "Brindle.history.writer");
     writer_

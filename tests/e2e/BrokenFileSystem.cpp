@@ -2,8 +2,8 @@
 //
 //     broken_file_system FAULT_FILE MOUNT_POINT
 //
-// holds /a, /z and /deep with its files 0 to 1999, of 1,000 bytes each. FAULT_FILE names what fails from now
-// on with an error of input and output: "open", "list" (in the middle), "status" (of file 1000) are faults of
+// holds /a, /z and /deep with its files 0 to 1499, of 1,000 bytes each. FAULT_FILE names what fails from now
+// on with an error of input and output: "open", "list" (in the middle), "status" (of file 750) are faults of
 // /deep, and "root" is one of the root's listing. "slow" fails nothing, but takes a millisecond for the
 // status of a file. Any other text, or none, stands for a disk that works.
 
@@ -23,7 +23,7 @@
 
 namespace {
 
-constexpr int fileCount = 2000;
+constexpr int fileCount = 1500;
 constexpr off_t fileSize = 1000;
 constexpr ino_t rootNumber = 1;
 constexpr ino_t deepNumber = 2;
@@ -74,7 +74,7 @@ int getStatus(const char* text, struct stat* status, fuse_file_info*) {
         describe(*status, path == "/a" ? 3 : 4, false);
     } else if (const auto number = numberOf(path)) {
         if (*number == fileCount / 2 && isBroken("status")) return -EIO;
-        if (isBroken("slow")) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        if (isBroken("slow")) std::this_thread::sleep_for(std::chrono::microseconds(700));
         describe(*status, firstFileNumber + static_cast<ino_t>(*number), false);
     } else {
         return -ENOENT;

@@ -1,3 +1,4 @@
+#include "e2e/Records.h"
 #include "support/TempHistory.h"
 
 #include <algorithm>
@@ -6,8 +7,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <iterator>
-
-#include "e2e/Records.h"
 
 namespace brindle {
 namespace {
@@ -54,8 +53,7 @@ TEST_F(ExitCodes, NothingFoundIsNoFailure) {
         EXPECT_EQ(result.exitCode, 1);
         EXPECT_EQ(result.output, "");
         EXPECT_EQ(result.error, sentence);
-        auto asJSON = arguments;
-        (void)brindle.json(std::move(asJSON), 1);
+        (void)brindle.json(arguments, 1);
     };
     expectNothing({"locations"}, "No locations included yet.\n");
     ASSERT_EQ(brindle.run({"check", tree}).exitCode, 0);
@@ -85,6 +83,12 @@ TEST_F(ExitCodes, WrongUsageChangesNothing) {
         {{"check", "/proc"}, "belongs to the system and holds no stored files."},
         {{"check", tree / "inner"}, "“inner” is already checked as part of “tree”."},
         {{"check", other, folder.path() / "absent"}, "isn't there."},  // and the good one is not included
+        {{"include"}, "PATH"},
+        {{"include", other, "/proc"}, "belongs to the system and holds no stored files."},
+        {{"include", tree}, "“tree” is already included."},
+        {{"remove", other}, "isn't an included location."},
+        {{"remove", ""}, ""},
+        {{"forget", tree}, "“tree” has a history, which is never deleted."},
         {{}, ""},
         {{"no-such-command"}, ""},
     };

@@ -1,11 +1,12 @@
+#include "e2e/Brindle.h"
+
 #include <algorithm>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <map>
-#include <regex>
+#include <string>
 #include <string_view>
-
-#include "e2e/Brindle.h"
+#include <vector>
 
 namespace brindle {
 namespace {
@@ -64,21 +65,44 @@ struct TracedCall {
         return std::ranges::find(names, name) != names.end();
     }
     [[nodiscard]] bool has(std::string_view flag) const { return line.find(flag) != line.npos; }
+    [[nodiscard]] bool opens() const { return isOneOf({"open", "openat", "openat2", "creat"}); }
+    [[nodiscard]] bool onlyReads() const {
+        if (opens())
+            return name != "creat" && !has("O_WRONLY") && !has("O_RDWR") && !has("O_CREAT") &&
+                   !has("O_TRUNC");
+        return isOneOf({"execve", "access", "faccessat", "faccessat2", "stat", "lstat", "statx", "newfstatat",
+                        "statfs", "readlink", "readlinkat", "getcwd", "getxattr", "lgetxattr"});
+    }
 };
 
-/// Reads what strace(1) wrote. A call that another thread's interrupts has its paths in its first half.
+/// The texts in quotation marks as paths, each below the folder that an open descriptor before it stands for.
+std::vector<fs::path> pathsIn(std::string_view line) {
+    std::vector<fs::path> paths;
+    auto begin = line.find('"');
+    while (begin != line.npos) {
+        const auto end = line.find('"', begin + 1);
+        const auto before = line.substr(0, begin);
+        std::string_view folder;
+        if (before.ends_with(">, ")) {
+            folder = before.substr(before.rfind('<') + 1);
+            folder.remove_suffix(3);
+        }
+        paths.push_back(fs::path(folder) / line.substr(begin + 1, end - begin - 1));
+        begin = end == line.npos ? end : line.find('"', end + 1);
+    }
+    return paths;
+}
+
+/// Reads what strace(1) wrote: "NUMBER NAME(ARGUMENTS". A call that another thread's interrupts has its
+/// arguments in its first half; the second one, like all other lines, has no name in that place.
 std::vector<TracedCall> tracedCalls(const fs::path& trace) {
-    static const std::regex call(R"(^\d+ +(\w+)\()");
-    static const std::regex path(R"re((?:(?:\d+|AT_FDCWD)<([^>]*)>, )?"((?:[^"\\]|\\.)*)")re");
     std::vector<TracedCall> calls;
     std::ifstream lines(trace);
     for (std::string line; std::getline(lines, line);) {
-        std::smatch name;
-        if (!std::regex_search(line, name, call)) continue;
-        TracedCall traced{.line = line, .name = name[1], .paths = {}};
-        for (std::sregex_iterator next(line.begin(), line.end(), path), end; next != end; ++next)
-            traced.paths.push_back(fs::path((*next)[1].str()) / (*next)[2].str());
-        calls.push_back(std::move(traced));
+        const auto begin = line.find_first_not_of("0123456789 ");
+        const auto end = line.find_first_not_of("abcdefghijklmnopqrstuvwxyz_0123456789", begin);
+        if (end == line.npos || line[end] != '(') continue;
+        calls.push_back({.line = line, .name = line.substr(begin, end - begin), .paths = pathsIn(line)});
     }
     return calls;
 }
@@ -104,18 +128,13 @@ TEST_F(Private, ACheckOpensNoFileOfTheLocationAndNoConnectionAndWritesNowhereEls
         int opened = 0;
         for (const TracedCall& call : tracedCalls(trace)) {
             EXPECT_FALSE(call.isOneOf({"socket", "socketpair", "connect"})) << call.line;
-            const bool opens = call.isOneOf({"open", "openat", "openat2", "creat"});
-            const bool onlyReads = call.isOneOf({"execve", "access", "faccessat", "faccessat2", "stat",
-                                                 "lstat", "statx", "newfstatat", "statfs", "readlink",
-                                                 "readlinkat", "getcwd", "chdir", "getxattr", "lgetxattr"}) ||
-                                   (opens && !call.has("O_WRONLY") && !call.has("O_RDWR") &&
-                                    !call.has("O_CREAT") && call.name != "creat");
             for (const fs::path& path : call.paths) {
-                if (opens && isAtOrBelow(path, tree)) {
+                if (call.opens() && isAtOrBelow(path, tree)) {
                     EXPECT_TRUE(call.has("O_DIRECTORY") || call.has("O_PATH")) << call.line;
                     ++opened;
                 }
-                EXPECT_TRUE(onlyReads || isAtOrBelow(path, brindle.dataDirectory()) ||
+                // A thread is named by writing to a file of the process itself.
+                EXPECT_TRUE(call.onlyReads() || isAtOrBelow(path, brindle.dataDirectory()) ||
                             isAtOrBelow(path, "/proc/self"))
                     << call.line;
             }

@@ -1,11 +1,10 @@
+#include "e2e/Records.h"
+#include "e2e/Rounds.h"
 #include "support/RandomTree.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <gtest/gtest.h>
-
-#include "e2e/Records.h"
-#include "e2e/Rounds.h"
 
 namespace brindle {
 namespace {

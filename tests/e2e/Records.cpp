@@ -3,7 +3,7 @@
 #include "support/TempHistory.h"
 
 #include <algorithm>
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <stdexcept>
 
 namespace brindle {
@@ -90,9 +90,10 @@ std::vector<std::string> Records::everything() const {
 
 std::vector<std::string> Records::whatWasCounted() const {
     std::vector<std::string> all;
-    for (const char* table : {"inventory", "observations", "daily_totals", "tracked_totals", "scan_runs"})
-        for (const std::string& row : rows(std::string("SELECT * FROM ") + table + " ORDER BY 1, 2"))
-            all.push_back(std::string(table) + ": " + row);
+    for (const std::string table :
+         {"inventory", "observations", "daily_totals", "tracked_totals", "scan_runs"})
+        for (const std::string& row : rows("SELECT * FROM " + table + " ORDER BY 1, 2"))
+            all.push_back(table + ": " + row);
     return all;
 }
 
@@ -105,10 +106,11 @@ Listing Records::inventory() const {
 
 void expectLastCheck(const Records& records, const Listing& files, const std::vector<Difference>& news) {
     EXPECT_EQ(records.inventory(), files);
-    EXPECT_THAT(records.rows("SELECT action, delta, CASE folder WHEN '' THEN name ELSE folder || '/' || name "
-                             "END FROM observations WHERE scan_id = (SELECT MAX(id) FROM scan_runs) "
-                             "ORDER BY action || '|' || delta || '|' || folder"),
-                testing::UnorderedElementsAreArray(sortedRows(news)));
+    auto recorded = records.rows(
+        "SELECT action, delta, CASE folder WHEN '' THEN name ELSE folder || '/' || name END "
+        "FROM observations WHERE scan_id = (SELECT MAX(id) FROM scan_runs)");
+    std::ranges::sort(recorded);
+    EXPECT_EQ(recorded, sortedRows(news));
 
     const auto total = std::to_string(totalOf(files));
     const auto count = std::to_string(files.size());

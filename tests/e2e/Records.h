@@ -1,12 +1,12 @@
 #pragma once
 
+#include "e2e/Brindle.h"
+
 #include <cstdint>
 #include <filesystem>
 #include <map>
 #include <string>
 #include <vector>
-
-#include "e2e/Brindle.h"
 
 // What the files say, what the history says, and how the two must agree.
 

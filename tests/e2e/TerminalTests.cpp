@@ -1,3 +1,7 @@
+#include "e2e/Records.h"
+#include "support/TestMounts.h"
+
+#include <algorithm>
 #include <array>
 #include <fcntl.h>
 #include <fstream>
@@ -5,10 +9,8 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <pty.h>
-#include <regex>
 #include <stdexcept>
-
-#include "e2e/Brindle.h"
+#include <string_view>
 
 namespace brindle {
 namespace {
@@ -115,6 +117,23 @@ TEST_F(OnATerminal, StylesAreForThoseWhoWantThem) {
     EXPECT_THAT(resultWith("TERM", "dumb", OnTerminal::both), Not(HasSubstr(styleStart)));
 }
 
+TEST_F(OnATerminal, DaysAreToldInTheUsersCalendarAndStoredInOneThatStays) {
+    ASSERT_EQ(runProgram(check()).exitCode, 0);
+    fs::resize_file(tree / "a", 2000);
+    ASSERT_EQ(runProgram(check()).exitCode, 0);
+    ProgramLaunch changes = brindle.launch({"changes"});
+    changes.setVariable("LC_ALL", "th_TH.UTF-8");
+    const std::string thisYear = Records(brindle).value("SELECT substr(local_day, 1, 4) FROM observations");
+    const std::string buddhistYear = std::to_string(std::stoi(thisYear) + 543);
+    EXPECT_THAT(runProgram(changes).output, HasSubstr(buddhistYear));
+    changes = check();
+    changes.setVariable("LC_ALL", "th_TH.UTF-8");
+    fs::resize_file(tree / "a", 3000);
+    ASSERT_EQ(runProgram(changes).exitCode, 0);
+    EXPECT_EQ(Records(brindle).rows("SELECT DISTINCT substr(local_day, 1, 4) FROM observations"),
+              std::vector<std::string>{thisYear});
+}
+
 /// Files and folders whose names would be instructions, lines of their own, or no text at all.
 class HostileNames : public testing::Test {
 protected:
@@ -129,12 +148,15 @@ protected:
         fs::resize_file(tree / name / name, 999);
     }
 
-    /// `text` without the sequences that the program itself writes must be harmless lines.
-    static void expectHarmless(const std::string& text) {
-        static const std::regex own("\x1b\\[(K|[0-9]*m)|\r");
-        const std::string rest = std::regex_replace(text, own, "");
+    /// What is written beside the program's own sequences must be text in plain lines.
+    static void expectHarmless(std::string rest) {
+        for (const std::string_view own : {"\r", "\x1b[K", "\x1b[0m", "\x1b[1m", "\x1b[33m", "\x1b[36m"})
+            for (auto at = rest.find(own); at != rest.npos; at = rest.find(own, at))
+                rest.erase(at, own.size());
         EXPECT_NO_THROW((void)nlohmann::json(rest).dump()) << "not UTF-8";
-        for (const char c : rest) EXPECT_FALSE((c >= 0 && c < ' ' && c != '\n') || c == '\x7f') << rest;
+        EXPECT_TRUE(std::ranges::none_of(rest, [](char c) {
+            return (c >= 0 && c < ' ' && c != '\n') || c == '\x7f';
+        })) << rest;
         EXPECT_THAT(rest, Not(testing::AnyOf(HasSubstr("\xc2\x9b"), HasSubstr("\xe2\x80\xae")))) << rest;
     }
 
@@ -146,8 +168,9 @@ protected:
 TEST_F(HostileNames, AreShownEscaped) {
     const fs::path nowhere = folder.path() / (std::string("nowhere") + name);
     const std::vector<std::vector<std::string>> commands{
-        {"check", tree},    {"locations"},          {"changes"},          {"changes", tree / name},
-        {"check", nowhere}, {"check", tree / name}, {"changes", nowhere}, {"changes", "--day", name}};
+        {"check", tree},      {"locations"},          {"changes"},          {"changes", tree / name},
+        {"check", nowhere},   {"check", tree / name}, {"changes", nowhere}, {"changes", "--day", name},
+        {"include", nowhere}, {"include", tree},      {"remove", nowhere},  {"forget", tree}};
     for (const auto& command : commands) {
         SCOPED_TRACE(testing::PrintToString(command));
         const auto piped = brindle.run(command);
@@ -181,8 +204,28 @@ TEST_F(HostileNames, AreTextInEveryJSON) {
     const auto changes = brindle.json({"changes", "--since", "yesterday", tree / name});
     ASSERT_EQ(changes["changes"].size(), 2U);
     for (const auto& change : changes["changes"]) EXPECT_EQ(change["name"], jsonName);
+    const fs::path other = folder.path() / "other" / name;
+    fs::create_directories(other);
+    EXPECT_EQ(brindle.json({"include", other})[0]["name"], jsonName);
+    EXPECT_EQ(brindle.json({"forget", other})["name"], jsonName);
     fs::remove_all(tree);
     EXPECT_THAT(std::string(brindle.json({"check"}, 4)["locations"][0]["message"]), HasSubstr(shownName));
+    EXPECT_EQ(brindle.json({"remove", tree})["name"], jsonName);
+}
+
+TEST_F(HostileNames, OfADriveAreShownEscaped) {
+    SKIP_UNLESS_MOUNTS_WORK();
+    const fs::path image = folder.path() / "image";
+    if (!makeImage(image, "ext4")) GTEST_SKIP() << "there is no mkfs.ext4";
+    const fs::path point = folder.path() / "drive" / name;
+    fs::create_directories(point);
+    const auto drive = TestMount::image(image, point);
+    const auto listed = brindle.run({"drives"});
+    EXPECT_THAT(listed.output, HasSubstr(shownName));
+    expectHarmless(listed.output);
+    EXPECT_TRUE(brindle.json({"drives"}).is_array());
+    EXPECT_EQ(brindle.run({"check", point}).exitCode, 0);
+    EXPECT_THAT(brindle.run({"locations"}).output, HasSubstr((folder.path() / "drive" / shownName).native()));
 }
 
 }  // namespace

@@ -70,6 +70,12 @@ void createPrivateFile(const std::string& path) {
     if (!S_ISREG(status.st_mode)) fail(EEXIST, path);
 }
 
+// Asked without opening the file: closing it again would take away the locks that this process holds on it
+// elsewhere (fcntl(2), record locks).
+void requireWritableFile(const std::string& path) {
+    if (::faccessat(AT_FDCWD, path.c_str(), R_OK | W_OK, AT_EACCESS) != 0) fail(errno, path);
+}
+
 void syncToDisk(const std::string& path) {
     syncOpened(path, 0);
     syncFolderOf(path);
