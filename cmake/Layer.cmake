@@ -26,6 +26,6 @@ function(brindle_test name)
   list(TRANSFORM arg_LAYERS PREPEND brindle_)
   target_link_libraries(${name} PRIVATE ${arg_LAYERS} ${arg_LIBRARIES} GTest::gmock GTest::gtest_main brindle_warnings)
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST NO_PRETTY_VALUES
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 NO_PRETTY_VALUES
     PROPERTIES TIMEOUT 300 ENVIRONMENT LC_ALL=C.UTF-8)
 endfunction()
