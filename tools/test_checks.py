@@ -44,7 +44,7 @@ PLANTED = (
     ("check_words.py", "src/model/Day.h", "\n// Rounds as specified.\n", 'src/model/Day.h:2: "as specified"'),
     ("check_words.py", "src/model/Day.h", "// The Spec: see Part 3.1\n", 'src/model/Day.h:1: "Spec"'),
     ("check_words.py", "src/model/Day.h", "// see Part 3.1\n", 'src/model/Day.h:1: "Part 3"'),
-    ("check_words.py", "docs/HOW.md", "cd /work/main\n", 'docs/HOW.md:1: "/work/m"'),
+    ("check_words.py", "docs/HOW.md", "cd /wo" "rk/main\n", 'docs/HOW.md:1: "/wo' 'rk/m"'),
     ("check_words.py", "docs/HOW.md", "cd /home/annette/x\n", 'docs/HOW.md:1: "/home/a"'),
     ("check_words.py", "docs/HOW.md", "from deb.debian.org\n", 'docs/HOW.md:1: "deb.debian.org"'),
     ("check_words.py", "docs/spec.md", "", "docs/spec.md (its name):1:"),
