@@ -13,7 +13,7 @@
 namespace brindle {
 namespace {
 
-constexpr int everydayRounds = 12;
+constexpr int everydayRounds = 8;
 constexpr double hour = 3600;
 
 std::int64_t number(const std::string& text) {
