@@ -79,6 +79,16 @@ std::future<CheckCommit> HistoryStore::commit(CheckRequest request) {
         [request = std::move(request)](SQLiteConnection& db) { return commitCheck(db, request); });
 }
 
+std::future<EstimateTotals> HistoryStore::replaceEstimates(EstimateRequest request) {
+    return writer_->perform([request = std::move(request)](SQLiteConnection& db) {
+        return brindle::replaceEstimates(db, request);
+    });
+}
+
+std::future<void> HistoryStore::clearEstimates() {
+    return writer_->perform([](SQLiteConnection& db) { brindle::clearEstimates(db); });
+}
+
 std::future<std::vector<FileChange>> HistoryStore::changes(LocalDay day, std::optional<LocationID> location) {
     return reader_->perform(
         [day, location = std::move(location)](SQLiteConnection& db) { return changesOn(db, day, location); });

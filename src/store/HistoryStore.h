@@ -4,6 +4,7 @@
 #include "model/LocationRecord.h"
 #include "store/Commit.h"
 #include "store/DatabaseQueue.h"
+#include "store/EstimateRows.h"
 #include "store/Migrations.h"
 #include "store/SQLiteError.h"
 
@@ -48,6 +49,12 @@ public:
 
     /// Runs one check, walk included, on the writer's queue; see commitCheck().
     [[nodiscard]] std::future<CheckCommit> commit(CheckRequest request);
+
+    /// Makes the estimates of one location, walk included, on the writer's queue; see
+    /// brindle::replaceEstimates().
+    [[nodiscard]] std::future<EstimateTotals> replaceEstimates(EstimateRequest request);
+    /// Removes all estimates of all locations, and when they were made.
+    [[nodiscard]] std::future<void> clearEstimates();
 
     /// A day's changes, in no particular order.
     [[nodiscard]] std::future<std::vector<FileChange>> changes(LocalDay day,
