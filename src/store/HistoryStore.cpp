@@ -2,7 +2,9 @@
 
 #include "platform/PrivateFiles.h"
 #include "store/ChangeReads.h"
+#include "store/ExportLog.h"
 #include "store/Locations.h"
+#include "store/Retention.h"
 #include "store/SQLText.h"
 
 namespace brindle {
@@ -87,6 +89,34 @@ std::future<EstimateTotals> HistoryStore::replaceEstimates(EstimateRequest reque
 
 std::future<void> HistoryStore::clearEstimates() {
     return writer_->perform([](SQLiteConnection& db) { brindle::clearEstimates(db); });
+}
+
+std::future<bool> HistoryStore::isPruningDue(LocalDay before, LocalDay today) {
+    return reader_->perform(
+        [before, today](SQLiteConnection& db) { return brindle::isPruningDue(db, before, today); });
+}
+
+std::future<void> HistoryStore::prune(LocalDay before) {
+    return writer_->perform([before](SQLiteConnection& db) { brindle::prune(db, before); });
+}
+
+std::future<bool> HistoryStore::checkpoint() {
+    return writer_->perform([](SQLiteConnection& db) { return brindle::checkpoint(db); });
+}
+
+std::uintmax_t HistoryStore::logBytes() const {
+    std::error_code none;
+    const auto bytes = std::filesystem::file_size(directory_ / (std::string(fileName) + "-wal"), none);
+    return none ? 0 : bytes;
+}
+
+std::future<void> HistoryStore::recordExport(std::string path, UnixTime at) {
+    return writer_->perform(
+        [path = std::move(path), at](SQLiteConnection& db) { brindle::recordExport(db, path, at); });
+}
+
+std::future<std::vector<std::string>> HistoryStore::recentExports() {
+    return reader_->perform([](SQLiteConnection& db) { return brindle::recentExports(db); });
 }
 
 std::future<std::vector<FileChange>> HistoryStore::changes(LocalDay day, std::optional<LocationID> location) {
