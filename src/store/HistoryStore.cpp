@@ -4,7 +4,9 @@
 #include "store/CapacityReads.h"
 #include "store/ChangeReads.h"
 #include "store/EstimateReads.h"
+#include "store/ExportLog.h"
 #include "store/Locations.h"
+#include "store/Retention.h"
 #include "store/SQLText.h"
 #include "store/SnapshotReads.h"
 
@@ -80,6 +82,44 @@ std::future<std::vector<UnreadableFolder>> HistoryStore::unreadableFolders(Locat
 std::future<CheckCommit> HistoryStore::commit(CheckRequest request) {
     return writer_->perform(
         [request = std::move(request)](SQLiteConnection& db) { return commitCheck(db, request); });
+}
+
+std::future<EstimateTotals> HistoryStore::replaceEstimates(EstimateRequest request) {
+    return writer_->perform([request = std::move(request)](SQLiteConnection& db) {
+        return brindle::replaceEstimates(db, request);
+    });
+}
+
+std::future<void> HistoryStore::clearEstimates() {
+    return writer_->perform([](SQLiteConnection& db) { brindle::clearEstimates(db); });
+}
+
+std::future<bool> HistoryStore::isPruningDue(LocalDay before, LocalDay today) {
+    return reader_->perform(
+        [before, today](SQLiteConnection& db) { return brindle::isPruningDue(db, before, today); });
+}
+
+std::future<void> HistoryStore::prune(LocalDay before) {
+    return writer_->perform([before](SQLiteConnection& db) { brindle::prune(db, before); });
+}
+
+std::future<bool> HistoryStore::checkpoint() {
+    return writer_->perform([](SQLiteConnection& db) { return brindle::checkpoint(db); });
+}
+
+std::uintmax_t HistoryStore::logBytes() const {
+    std::error_code none;
+    const auto bytes = std::filesystem::file_size(directory_ / (std::string(fileName) + "-wal"), none);
+    return none ? 0 : bytes;
+}
+
+std::future<void> HistoryStore::recordExport(std::string path, UnixTime at) {
+    return writer_->perform(
+        [path = std::move(path), at](SQLiteConnection& db) { brindle::recordExport(db, path, at); });
+}
+
+std::future<std::vector<std::string>> HistoryStore::recentExports() {
+    return reader_->perform([](SQLiteConnection& db) { return brindle::recentExports(db); });
 }
 
 std::future<std::vector<FileChange>> HistoryStore::changes(LocalDay day, std::optional<LocationID> location) {

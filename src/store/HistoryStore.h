@@ -7,6 +7,7 @@
 #include "model/LocationRecord.h"
 #include "store/Commit.h"
 #include "store/DatabaseQueue.h"
+#include "store/EstimateRows.h"
 #include "store/Migrations.h"
 #include "store/SQLiteError.h"
 
@@ -53,6 +54,26 @@ public:
 
     /// Runs one check, walk included, on the writer's queue; see commitCheck().
     [[nodiscard]] std::future<CheckCommit> commit(CheckRequest request);
+
+    /// Makes the estimates of one location, walk included, on the writer's queue; see
+    /// brindle::replaceEstimates().
+    [[nodiscard]] std::future<EstimateTotals> replaceEstimates(EstimateRequest request);
+    /// Removes all estimates of all locations, and when they were made.
+    [[nodiscard]] std::future<void> clearEstimates();
+
+    /// Whether prune(before) would delete anything and is safe; see brindle::isPruningDue().
+    [[nodiscard]] std::future<bool> isPruningDue(LocalDay before, LocalDay today);
+    /// Deletes the history of all days before this one; see brindle::prune().
+    [[nodiscard]] std::future<void> prune(LocalDay before);
+    /// Empties the write-ahead log; false when it is in use.
+    [[nodiscard]] std::future<bool> checkpoint();
+    /// The size of the write-ahead log as it is now, without a queue.
+    [[nodiscard]] std::uintmax_t logBytes() const;
+
+    /// Remembers that a statement was written to this path.
+    [[nodiscard]] std::future<void> recordExport(std::string path, UnixTime at);
+    /// The paths of the latest 500 statements, latest first.
+    [[nodiscard]] std::future<std::vector<std::string>> recentExports();
 
     /// A day's changes, in no particular order.
     [[nodiscard]] std::future<std::vector<FileChange>> changes(LocalDay day,
