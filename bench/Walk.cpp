@@ -18,7 +18,7 @@ namespace {
 EstimateSpan daysThroughToday() {
     const Calendar calendar = Calendar::current();
     const LocalDay today = calendar.day(systemNow());
-    return {firstRetainedDay(calendar, today), today, calendar};
+    return {firstKeptDay(calendar, today), today, calendar};
 }
 
 int walk(const char* root, bool isEstimating) {

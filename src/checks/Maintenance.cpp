@@ -14,7 +14,7 @@ constexpr std::uintmax_t largeLogBytes = 8 * 1024 * 1024;
 
 void maintain(HistoryStore& store, const Clock& now, const Calendar& calendar) {
     const LocalDay today = calendar.day(now());
-    const LocalDay first = firstRetainedDay(calendar, today);
+    const LocalDay first = firstKeptDay(calendar, today);
     try {
         const bool isDue = store.isPruningDue(first, today).get();
         if (isDue) store.prune(first).get();

@@ -4,6 +4,7 @@
 #include "model/Estimates.h"
 #include "model/LocalDay.h"
 #include "model/Location.h"
+#include "model/Retention.h"
 #include "model/Volume.h"
 
 #include <cstdint>
@@ -15,9 +16,6 @@
 #include <vector>
 
 namespace brindle {
-
-/// For how many days history is kept, today included.
-inline constexpr int keptDays = 90;
 
 /// Everything that the pages derive their figures from, as it was at one moment. Of the maps by day, all but
 /// `trackedTotals` begin with the first kept day.
