@@ -8,7 +8,7 @@ namespace brindle {
 namespace {
 
 // SQLite lets its log grow to 4 MB before it starts over; a large check makes it as large as the check.
-constexpr std::uintmax_t largeLogBytes = 8 * 1024 * 1024;
+constexpr std::uintmax_t largeLogBytes = std::uintmax_t{8} << 20;
 
 }  // namespace
 
