@@ -206,7 +206,7 @@ TEST(Commit, ManyBatchesAndNamesOfAnyBytesAreKept) {
     ASSERT_EQ(changes.size(), 2U);
     EXPECT_EQ(changes[0].name, everyByte);
     EXPECT_EQ(changes[0].byteDelta, 1);
-    EXPECT_EQ(changes[1].folder, std::vector<std::string>{"d1"});
+    EXPECT_EQ(changes[1].folder, FolderPath{"d1"});
     EXPECT_EQ(changes[1].action, ChangeAction::removed);
     EXPECT_EQ(inventory(history).size(), files.size());
 }
