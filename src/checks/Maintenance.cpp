@@ -8,13 +8,13 @@ namespace brindle {
 namespace {
 
 // SQLite lets its log grow to 4 MB before it starts over; a large check makes it as large as the check.
-constexpr std::uintmax_t largeLogBytes = 8 * 1024 * 1024;
+constexpr std::uintmax_t largeLogBytes = std::uintmax_t{8} << 20;
 
 }  // namespace
 
 void maintain(HistoryStore& store, const Clock& now, const Calendar& calendar) {
     const LocalDay today = calendar.day(now());
-    const LocalDay first = firstRetainedDay(calendar, today);
+    const LocalDay first = firstKeptDay(calendar, today);
     try {
         const bool isDue = store.isPruningDue(first, today).get();
         if (isDue) store.prune(first).get();

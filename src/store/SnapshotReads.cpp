@@ -4,6 +4,7 @@
 #include "store/Locations.h"
 #include "store/SpaceOnDisk.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -72,6 +73,21 @@ void readCheckedDays(SQLiteConnection& db, const std::string& since, HistorySnap
     }
 }
 
+/// Extends what a location was tracked on to the days of its checks. They were named where the user was then;
+/// worked out here and now from the times of the first check and of the removal, a first check on the other
+/// side of the date line, or one by a clock that was ahead, would hide the days before it.
+void trackCheckedDays(HistorySnapshot& snapshot) {
+    for (TrackedLocation& location : snapshot.locations) {
+        const auto checked = snapshot.checkedDays.find(location.id);
+        if (checked == snapshot.checkedDays.end()) continue;
+        for (const LocalDay& day : checked->second) {
+            if (day > snapshot.today) continue;
+            if (location.trackingStart) location.trackingStart = std::min(*location.trackingStart, day);
+            if (location.trackingEnd) location.trackingEnd = std::max(*location.trackingEnd, day);
+        }
+    }
+}
+
 /// Of all days: the last one before the period carries the size into it.
 void readTrackedTotals(SQLiteConnection& db, HistorySnapshot& snapshot) {
     auto rows = db.prepare("SELECT location_id, local_day, bytes FROM tracked_totals");
@@ -113,6 +129,7 @@ HistorySnapshot loadSnapshot(SQLiteConnection& db, int days, const LocalDay& tod
     for (const LocationRecord& record : records) snapshot.locations.push_back(tracked(record, calendar));
     readDayTotals(db, since, snapshot);
     readCheckedDays(db, since, snapshot);
+    trackCheckedDays(snapshot);
     readTrackedTotals(db, snapshot);
     snapshot.volumes = latestReadings(db);
     const SpaceOnDisk space(records, loadSpace(db));

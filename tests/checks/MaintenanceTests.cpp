@@ -115,10 +115,10 @@ TEST_F(Maintenance, AYearOfChecksTakesNoMoreThanNinetyDaysOfThem) {
     for (std::size_t i = 3; i < pages.size(); ++i) EXPECT_LT(pages[i], full + full / 5);
 
     EXPECT_THAT(history.rows("SELECT COUNT(DISTINCT local_day), COUNT(*) FROM scan_runs"),
-                ElementsAre(fmt::format("{}|{}", retentionDays, retentionDays * checksADay)));
+                ElementsAre(fmt::format("{}|{}", keptDays, keptDays * checksADay)));
     // The tracked size of every kept day is known, and of the one before them.
     const auto totals = history.rows("SELECT bytes FROM tracked_totals ORDER BY local_day");
-    ASSERT_EQ(totals.size(), retentionDays + 1U);
+    ASSERT_EQ(totals.size(), keptDays + 1U);
     for (std::size_t i = 0; i < totals.size(); ++i)
         EXPECT_EQ(totals[totals.size() - 1 - i], std::to_string(endOfDay[endOfDay.size() - 1 - i]));
     EXPECT_EQ(history.rows("PRAGMA integrity_check"), std::vector<std::string>{"ok"});

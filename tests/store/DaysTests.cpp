@@ -1,3 +1,4 @@
+#include "model/DayState.h"
 #include "support/TempHistory.h"
 
 #include <fmt/format.h>
@@ -81,6 +82,29 @@ TEST_F(Days, WestOverTheDateLineADayGoesOnAndItsTotalsWithIt) {
     check({2026, 3, 8}, 10);
     EXPECT_THAT(totalsPerDay(), ElementsAre("2026-03-07|2", "2026-03-08|2"));
     EXPECT_THAT(trackedPerDay(), ElementsAre("2026-03-07|4", "2026-03-08|5"));
+}
+
+// A day is found by the name that it had where it was checked, wherever it is looked at.
+TEST_F(Days, ADayWithACheckIsTrackedOnEitherSideOfTheDateLine) {
+    const auto added = [this](const LocalDay& today, const LocalDay& day) -> std::optional<std::int64_t> {
+        const auto state =
+            dayState(history.store().snapshot(keptDays, today, history.calendar).get(), day, {});
+        const auto* recorded = std::get_if<DayRecorded>(&state);
+        return recorded == nullptr ? std::nullopt : std::optional(recorded->totals.added);
+    };
+    goTo("Pacific/Honolulu");
+    check({2026, 3, 6}, 21);
+    check({2026, 3, 6}, 23);
+    goTo("Pacific/Auckland");  // where the first check was on the 7th
+    check({2026, 3, 8}, 10);
+    EXPECT_EQ(added({2026, 3, 8}, {2026, 3, 6}), 1);
+    EXPECT_EQ(added({2026, 3, 8}, {2026, 3, 8}), 1);
+    EXPECT_EQ(added({2026, 3, 8}, {2026, 3, 5}), std::nullopt);
+
+    history.store().remove({"home"}, history.now + hour).get();
+    goTo("Pacific/Honolulu");  // where it was removed on the 7th
+    EXPECT_EQ(added({2026, 3, 8}, {2026, 3, 8}), 1);
+    EXPECT_EQ(added({2026, 3, 9}, {2026, 3, 9}), std::nullopt);
 }
 
 TEST_F(Days, AClockSetBackPutsTheNextChangesOnTheDayItShows) {
