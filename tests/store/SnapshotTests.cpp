@@ -1,8 +1,8 @@
-#include "e2e/Rounds.h"
 #include "model/DayState.h"
 #include "model/Packages.h"
 #include "model/SpaceBreakdown.h"
 #include "store/StoredHistory.h"
+#include "support/Rounds.h"
 #include "support/TempHistory.h"
 
 #include <gtest/gtest.h>
