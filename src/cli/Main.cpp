@@ -10,6 +10,8 @@
 #include "model/Translation.h"
 #include "platform/Paths.h"
 #include "scan/LocationAccess.h"
+#include "settings/LaunchOptions.h"
+#include "settings/SettingsFile.h"
 
 #include <CLI/CLI.hpp>
 #include <clocale>
@@ -36,6 +38,13 @@ constexpr const char* footer =
 const CLI::Validator isNoEmptyPath(
     [](const std::string& path) { return path.empty() ? std::string(translated("A path is empty.")) : ""; },
     "");
+
+/// Where the history is unless the command line says otherwise.
+std::string usualDataDirectory(Output& output) {
+    const StoredSettings stored = SettingsFile::ofUser().read();
+    if (stored.note) output.sentence(*stored.note);
+    return readLaunchOptions(SettingValues(stored.values)).dataDirectory;
+}
 
 int runCommand(const std::function<ExitCode()>& command, Output& output, const std::string& dataDirectory) {
     const auto fail = [&output](ExitCode code, const std::string& sentence) {
@@ -137,7 +146,8 @@ int run(int argc, char** argv) {
     }
     return runCommand(
         [&] {
-            dataDirectory = dataDirectory.empty() ? defaultDataDirectory() : standardizedPath(dataDirectory);
+            dataDirectory =
+                dataDirectory.empty() ? usualDataDirectory(output) : standardizedPath(dataDirectory);
             return command();
         },
         output, dataDirectory);
