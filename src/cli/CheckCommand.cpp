@@ -1,6 +1,7 @@
 #include "cli/CheckCommand.h"
 
 #include "checks/LocationCheck.h"
+#include "checks/Maintenance.h"
 #include "checks/RunLock.h"
 #include "checks/Uncounted.h"
 #include "cli/CheckReport.h"
@@ -121,6 +122,7 @@ ExitCode runCheck(const Context& context, const CheckOptions& options) {
         if (std::holds_alternative<CheckCommit>(outcome)) chosen.keep(record.id);
         report.add(record, outcome, last, chosen.isForgotten(record.id));
     }
+    if (!cancellation->isSet()) maintain(store);
     return report.finish();
 }
 

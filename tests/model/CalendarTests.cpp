@@ -70,6 +70,13 @@ TEST(Calendar, ADayWithoutMidnightBeginsAfterTheGap) {
     EXPECT_EQ(saoPaulo.day(saoPaulo.time(day) - 1), (LocalDay{2018, 11, 3}));
 }
 
+TEST(Calendar, ADayWithTwoMidnightsBeginsAtTheFirst) {
+    const Calendar havana("es_CU", "America/Havana");
+    const LocalDay day{2026, 11, 1};  // the clocks go from 00:59:59 back to 00:00:00
+    EXPECT_EQ(havana.time({2026, 11, 2}) - havana.time(day), 25 * 3600.0);
+    EXPECT_EQ(havana.day(havana.time(day) - 1), (LocalDay{2026, 10, 31}));
+}
+
 TEST(Calendar, AddingMonthsGivesTheFirstOfAMonth) {
     EXPECT_EQ(berlin.addingMonths({2026, 1, 31}, 1), (LocalDay{2026, 2, 1}));
     EXPECT_EQ(berlin.addingMonths({2026, 1, 31}, 0), (LocalDay{2026, 1, 1}));
