@@ -13,6 +13,10 @@ namespace {
 
 constexpr std::chrono::milliseconds betweenTries{200};
 
+std::string lockFile(const std::string& dataDirectory) {
+    return joinedPath(dataDirectory, "check.lock");
+}
+
 std::string lockedSentence(const std::string& path) {
     const auto holder = FileLock::lastHolder(path);
     if (!holder) return translated("Another program is using this storage history. Try again later.");
@@ -24,7 +28,7 @@ std::string lockedSentence(const std::string& path) {
 FileLock take(const std::string& dataDirectory, RunLock::WhenTaken whenTaken,
               const CancellationFlag& cancellation) {
     createPrivateDirectory(dataDirectory);
-    const std::string path = joinedPath(dataDirectory, "check.lock");
+    const std::string path = lockFile(dataDirectory);
     for (;;) {
         if (auto lock = FileLock::tryToTake(path)) return std::move(*lock);
         if (whenTaken == RunLock::WhenTaken::refuse) throw RunLocked(lockedSentence(path));
@@ -37,5 +41,13 @@ FileLock take(const std::string& dataDirectory, RunLock::WhenTaken whenTaken,
 
 RunLock::RunLock(const std::string& dataDirectory, WhenTaken whenTaken, const CancellationFlag& cancellation)
     : lock_(take(dataDirectory, whenTaken, cancellation)) {}
+
+std::optional<std::string> otherProgramText(const std::string& dataDirectory) {
+    const std::string path = lockFile(dataDirectory);
+    if (!FileLock::isTaken(path)) return {};
+    const auto holder = FileLock::lastHolder(path);
+    if (!holder) return translated("Another program is checking now.");
+    return fmt::format(fmt::runtime(translated("Another program (process {}) is checking now.")), *holder);
+}
 
 }  // namespace brindle

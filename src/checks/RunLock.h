@@ -3,6 +3,7 @@
 #include "model/Cancellation.h"
 #include "platform/FileLock.h"
 
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -25,5 +26,9 @@ public:
 private:
     FileLock lock_;
 };
+
+/// What to tell the user while another program has the lock; nothing when none has. Keeps nobody from it.
+/// Throws: std::system_error.
+[[nodiscard]] std::optional<std::string> otherProgramText(const std::string& dataDirectory);
 
 }  // namespace brindle

@@ -2,10 +2,12 @@
 #include "checks/RunLock.h"
 #include "cli/ChangesCommand.h"
 #include "cli/CheckCommand.h"
+#include "cli/DayCommand.h"
 #include "cli/DrivesCommand.h"
 #include "cli/IncludeCommand.h"
 #include "cli/LocationsCommand.h"
 #include "cli/RemoveCommand.h"
+#include "cli/StatusCommand.h"
 #include "model/FileNameText.h"
 #include "model/Translation.h"
 #include "platform/Paths.h"
@@ -119,6 +121,15 @@ int run(int argc, char** argv) {
 
     auto* drives = app.add_subcommand("drives", "List the mounted drives and how full they are");
     drives->callback([&] { command = [&] { return runDrives(context()); }; });
+
+    auto* status = app.add_subcommand("status", "Show every location, today's changes and the drives");
+    status->callback([&] { command = [&] { return runStatus(context()); }; });
+
+    auto* dayCommand = app.add_subcommand("day", "Show what is known of a day");
+    std::string dayShown = "today";
+    dayCommand->add_option("DAY", dayShown, "The day: 2026-03-07, today, yesterday (default: today)")
+        ->type_name("");
+    dayCommand->callback([&] { command = [&] { return runDay(context(), dayShown); }; });
 
     auto* changes = app.add_subcommand("changes", "Show what changed on a day, or since a day");
     ChangesOptions options;
