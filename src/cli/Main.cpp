@@ -4,6 +4,7 @@
 #include "cli/CheckCommand.h"
 #include "cli/DayCommand.h"
 #include "cli/DrivesCommand.h"
+#include "cli/EstimatesCommand.h"
 #include "cli/IncludeCommand.h"
 #include "cli/LocationsCommand.h"
 #include "cli/RemoveCommand.h"
@@ -130,6 +131,18 @@ int run(int argc, char** argv) {
     dayCommand->add_option("DAY", dayShown, "The day: 2026-03-07, today, yesterday (default: today)")
         ->type_name("");
     dayCommand->callback([&] { command = [&] { return runDay(context(), dayShown); }; });
+
+    auto* estimates =
+        app.add_subcommand("estimates", "Switch estimates of earlier history, from file dates, on or off");
+    std::string wanted;
+    estimates->add_option("SWITCH", wanted, "on or off; without it, says which")
+        ->check(CLI::IsMember({"on", "off"}))
+        ->type_name("");
+    estimates->callback([&] {
+        command = [&] {
+            return runEstimates(context(), wanted.empty() ? std::nullopt : std::optional(wanted == "on"));
+        };
+    });
 
     auto* changes = app.add_subcommand("changes", "Show what changed on a day, or since a day");
     ChangesOptions options;

@@ -22,7 +22,7 @@ namespace brindle {
 struct HistorySnapshot {
     bool isExample = false;
     LocalDay today;
-    int retentionDays = brindle::retentionDays;
+    int retentionDays = keptDays;
     std::vector<TrackedLocation> locations;  // in the source's order, removed ones included
     std::vector<VolumeReading> volumes;      // the latest of each drive that has any
     /// Days on which a check of the location completed; those of them with folders that could not be read.

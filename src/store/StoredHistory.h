@@ -10,7 +10,7 @@ namespace brindle {
 class StoredHistory final : public HistorySource {
 public:
     explicit StoredHistory(HistoryStore& store, Calendar calendar = Calendar::current(),
-                           Clock now = systemNow, int days = retentionDays);
+                           Clock now = systemNow, int days = keptDays);
 
     [[nodiscard]] std::future<HistorySnapshot> snapshot() override;
     [[nodiscard]] std::future<std::vector<FileChange>> dayChanges(LocalDay day, LocationScope scope) override;

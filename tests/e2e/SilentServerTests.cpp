@@ -104,7 +104,10 @@ TEST_F(ASilentServer, HoldsNoCommandUp) {
 
     EXPECT_EQ(run({"drives"}).exitCode, 0);
     EXPECT_EQ(run({"locations"}).exitCode, 0);
+    EXPECT_EQ(run({"status"}).exitCode, 0);
+    EXPECT_EQ(run({"day"}).exitCode, 0);
     EXPECT_EQ(run({"changes"}).exitCode, 1);
+    EXPECT_EQ(run({"estimates", "off"}).exitCode, 0);
     expectRefused({"include", server / "a"});
     expectRefused({"include", server / "deep"});
     expectRefused({"include", folder.path() / "link"});
