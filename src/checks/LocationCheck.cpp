@@ -6,6 +6,7 @@
 #include "platform/TreeReader.h"
 #include "scan/FolderScanner.h"
 #include "scan/LocationAccess.h"
+#include "scan/WalkAhead.h"
 
 namespace brindle {
 namespace {
@@ -54,7 +55,10 @@ CheckOutcome LocationCheck::run(const LocationRecord& record,
     };
     try {
         return store_
-            .commit({.record = found, .walk = walk, .cancellation = cancellation, .readVolume = readVolume})
+            .commit({.record = found,
+                     .walk = walkAhead(walk),
+                     .cancellation = cancellation,
+                     .readVolume = readVolume})
             .get();
     } catch (const Cancelled&) {
         return CheckStopped{};

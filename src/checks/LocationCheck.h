@@ -37,7 +37,8 @@ public:
     LocationCheck(HistoryStore& store, std::vector<UncountedCandidate> uncounted)
         : store_(store), uncounted_(std::move(uncounted)) {}
 
-    /// Waits for the check, which runs on the store's writer queue. `progress` is called from there.
+    /// Waits for the check, which runs on the store's writer queue. `progress` is called from the walk's
+    /// thread.
     /// Throws: what storing a status throws; everything else is in the outcome.
     [[nodiscard]] CheckOutcome run(const LocationRecord& record,
                                    const std::shared_ptr<const CancellationFlag>& cancellation,

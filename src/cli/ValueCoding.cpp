@@ -11,7 +11,7 @@ nlohmann::ordered_json orNull(const std::optional<Value>& value) {
     return value ? nlohmann::ordered_json(*value) : nlohmann::ordered_json();
 }
 
-std::string folderText(const std::vector<std::string>& components) {
+std::string folderText(const FolderPath& components) {
     return fmt::format("{}", fmt::join(components, "/"));
 }
 

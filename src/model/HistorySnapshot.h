@@ -28,7 +28,8 @@ struct HistorySnapshot {
     /// Days on which a check of the location completed; those of them with folders that could not be read.
     std::unordered_map<LocationID, std::unordered_set<LocalDay>> checkedDays;
     std::unordered_map<LocationID, std::unordered_set<LocalDay>> partialDays;
-    /// Logical bytes at the end of a day, ordered, so that days without a check can take over the ones before.
+    /// Logical bytes at the end of a day, ordered, so that days without a check can take over the ones
+    /// before.
     std::unordered_map<LocationID, std::map<LocalDay, std::int64_t>> trackedTotals;
     std::unordered_map<LocationID, std::unordered_map<LocalDay, ChangeTotals>> dayTotals;
     std::unordered_map<LocationID, std::unordered_map<LocalDay, EstimateTotals>> estimates;
