@@ -4,6 +4,7 @@
 #include "cli/CheckCommand.h"
 #include "cli/DayCommand.h"
 #include "cli/DrivesCommand.h"
+#include "cli/EstimatesCommand.h"
 #include "cli/IncludeCommand.h"
 #include "cli/LocationsCommand.h"
 #include "cli/RemoveCommand.h"
@@ -12,6 +13,8 @@
 #include "model/Translation.h"
 #include "platform/Paths.h"
 #include "scan/LocationAccess.h"
+#include "settings/LaunchOptions.h"
+#include "settings/SettingsFile.h"
 
 #include <CLI/CLI.hpp>
 #include <clocale>
@@ -38,6 +41,13 @@ constexpr const char* footer =
 const CLI::Validator isNoEmptyPath(
     [](const std::string& path) { return path.empty() ? std::string(translated("A path is empty.")) : ""; },
     "");
+
+/// Where the history is unless the command line says otherwise.
+std::string usualDataDirectory(Output& output) {
+    const StoredSettings stored = SettingsFile::ofUser().read();
+    if (stored.note) output.sentence(*stored.note);
+    return readLaunchOptions(SettingValues(stored.values)).dataDirectory;
+}
 
 int runCommand(const std::function<ExitCode()>& command, Output& output, const std::string& dataDirectory) {
     const auto fail = [&output](ExitCode code, const std::string& sentence) {
@@ -122,6 +132,18 @@ int run(int argc, char** argv) {
         ->type_name("");
     dayCommand->callback([&] { command = [&] { return runDay(context(), dayShown); }; });
 
+    auto* estimates =
+        app.add_subcommand("estimates", "Switch estimates of earlier history, from file dates, on or off");
+    std::string wanted;
+    estimates->add_option("SWITCH", wanted, "on or off; without it, says which")
+        ->check(CLI::IsMember({"on", "off"}))
+        ->type_name("");
+    estimates->callback([&] {
+        command = [&] {
+            return runEstimates(context(), wanted.empty() ? std::nullopt : std::optional(wanted == "on"));
+        };
+    });
+
     auto* changes = app.add_subcommand("changes", "Show what changed on a day, or since a day");
     ChangesOptions options;
     auto* day =
@@ -148,7 +170,8 @@ int run(int argc, char** argv) {
     }
     return runCommand(
         [&] {
-            dataDirectory = dataDirectory.empty() ? defaultDataDirectory() : standardizedPath(dataDirectory);
+            dataDirectory =
+                dataDirectory.empty() ? usualDataDirectory(output) : standardizedPath(dataDirectory);
             return command();
         },
         output, dataDirectory);
