@@ -1,7 +1,7 @@
 // brindle_history_reads DIRECTORY ROUNDS: reads a long history in turn through the store and with a bare loop
-// that steps the same statements. Prints a line for each read: its name, the medians of both in seconds, and
-// their ratio. The history (90 days of 20 locations, with a thousand changes a day each and one day of
-// 100,000 in one of them) is made in DIRECTORY at the first call.
+// that steps the same statements. Prints a line for each read: its name, the medians of both in seconds of
+// processor time, and their ratio. The history (90 days of 20 locations, with a thousand changes a day each
+// and one day of 100,000 in one of them) is made in DIRECTORY at the first call.
 
 #include "store/StoredHistory.h"
 
