@@ -77,7 +77,7 @@ LocationID locationID(int number) {
 }
 
 void make(HistoryStore& store) {
-    fmt::print(stderr, "Making a history of {} days ...\n", retentionDays);
+    fmt::print(stderr, "Making a history of {} days ...\n", keptDays);
     for (int i = 0; i < locations; ++i) {
         const std::string path = fmt::format("/home/ann/folder {}", i);
         store
@@ -88,9 +88,9 @@ void make(HistoryStore& store) {
                      .volumeID = fmt::format("volume {}", i % 3),
                      .volumeName = "Disk"})
             .get();
-        check(store, locationID(i), changesOfCheck, 0, lastNoon - retentionDays * secondsOfDay);
+        check(store, locationID(i), changesOfCheck, 0, lastNoon - keptDays * secondsOfDay);
     }
-    for (int day = retentionDays - 1, number = 1; day >= 0; --day)
+    for (int day = keptDays - 1, number = 1; day >= 0; --day)
         for (int time = 0; time < checksOfDay; ++time, ++number)
             for (int i = 0; i < locations; ++i)
                 check(store, locationID(i), changesOfCheck, number,
@@ -129,7 +129,7 @@ private:
 };
 
 std::vector<std::string> statementsOfSnapshot() {
-    const std::string since = calendar().addingDays(lastDay, 1 - retentionDays).text();
+    const std::string since = calendar().addingDays(lastDay, 1 - keptDays).text();
     const std::string latestRun =
         "JOIN (SELECT location_id, MAX(id) AS latest FROM scan_runs WHERE outcome IN ('baseline', 'check') "
         "GROUP BY location_id) m ON m.latest = r.id";
@@ -187,7 +187,7 @@ void compare(const char* name, int rounds, const Ours& ours, const Bare& bare) {
 
 void measure(HistoryStore& store, int rounds) {
     StoredHistory history(
-        store, calendar(), [] { return lastNoon; }, retentionDays);
+        store, calendar(), [] { return lastNoon; }, keptDays);
     BareReader bare(store.directory() / "History.sqlite");
     const auto statements = statementsOfSnapshot();
     compare(

@@ -28,11 +28,11 @@ std::vector<LocationOnDay> locationsOn(const LocalDay& day, const DayState& whol
                                        const HistorySnapshot& snapshot) {
     std::vector<LocationOnDay> found;
     for (const TrackedLocation& location : snapshot.locations) {
-        DayState state = dayState(snapshot, day, {location.id});
+        const DayState state = dayState(snapshot, day, {location.id});
         const bool isBehindIt = std::holds_alternative<DayEstimated>(whole)
                                     ? std::holds_alternative<DayEstimated>(state)
                                     : isTracked(location, day);
-        if (isBehindIt) found.push_back({location, std::move(state)});
+        if (isBehindIt) found.push_back({location, state});
     }
     return found;
 }
