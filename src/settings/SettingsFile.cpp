@@ -7,6 +7,7 @@
 #include "platform/PrivateFiles.h"
 #include "platform/WholeFile.h"
 
+#include <cerrno>
 #include <chrono>
 #include <filesystem>
 #include <fmt/format.h>

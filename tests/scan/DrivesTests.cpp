@@ -1,7 +1,9 @@
+#include "platform/Capacity.h"
 #include "scan/Drives.h"
 #include "support/TempFolder.h"
 #include "support/TestMounts.h"
 
+#include <cstdlib>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
@@ -56,6 +58,32 @@ TEST_F(DrivesTest, ADriveThatIsCoveredIsNotThere) {
     const auto cover = TestMount::memory(root / "first");
     EXPECT_TRUE(drives().empty());
     EXPECT_FALSE(findDrive(volumeID, root / "first", MountTable::current()));
+}
+
+TEST_F(DrivesTest, EachMountedSubvolumeOfAPoolIsAVolumeOfItsOwn) {
+    if (!makeImage(root / "pool", "btrfs")) GTEST_SKIP() << "no tools for btrfs";
+    {
+        const auto whole = TestMount::image(root / "pool", root / "first");
+        const auto make = "cd '" + (root / "first").native() + "' && btrfs -q subvolume create a && " +
+                          "btrfs -q subvolume create b && mkdir a/folder";
+        ASSERT_EQ(std::system((make + " >/dev/null").c_str()), 0);
+    }
+    const auto first = TestMount::image(root / "pool", root / "first", "loop,subvol=a");
+    const auto second = TestMount::image(root / "pool", root / "second", "loop,subvol=b");
+    const auto bound = TestMount::bind(root / "first/folder", root / "bound");
+    fs::create_directory(root / "memory");
+    const auto memory = TestMount::memory(root / "memory");
+
+    const auto listed = drives();
+    ASSERT_EQ(listed.size(), 2U) << "neither a bound folder nor memory is a drive";
+    EXPECT_NE(listed[0].volumeID, listed[1].volumeID);
+    for (const auto& drive : listed) {
+        EXPECT_EQ(findDrive(drive.volumeID, "", MountTable::current())->mountPath, drive.mountPath);
+        const auto reading = readCapacity(drive.mountPath, drive.volumeID, "", 0);
+        ASSERT_TRUE(reading);
+        EXPECT_FALSE(reading->volumeUsedBytes) << "the pool's use is no volume's own";
+        EXPECT_EQ(reading->snapshotCount, 0);
+    }
 }
 
 TEST_F(DrivesTest, ALocationThatCoversTheDriveShowsOnIt) {
