@@ -3,18 +3,37 @@
 #include "checks/Failures.h"
 #include "model/Translation.h"
 #include "platform/Capacity.h"
-#include "platform/TreeReader.h"
 #include "scan/FolderScanner.h"
-#include "scan/LocationAccess.h"
+
+#include <algorithm>
+#include <chrono>
+#include <mutex>
+#include <utility>
 
 namespace brindle {
 namespace {
 
-/// The status of a location that is not ready.
-LocationStatus statusOf(const AccessState& access) {
-    return std::holds_alternative<AccessNeeded>(access) ? LocationStatus::needsAccess
-                                                        : LocationStatus::disconnected;
-}
+constexpr std::chrono::milliseconds betweenWords{100};
+
+/// The walk's latest word on its progress, on its way to the thread that waits for the check.
+class LatestProgress {
+public:
+    void put(const ScanProgress& progress) {
+        const std::scoped_lock guard(mutex_);
+        latest_ = progress;
+    }
+    [[nodiscard]] std::optional<ScanProgress> take() {
+        const std::scoped_lock guard(mutex_);
+        return std::exchange(latest_, std::nullopt);
+    }
+
+private:
+    std::mutex mutex_;
+    std::optional<ScanProgress> latest_;
+};
+
+/// Ends a commit whose location is not tracked any more.
+class LocationWasRemoved : public std::exception {};
 
 /// Whether the location is still found where the walk looked for it.
 bool isStillThere(const LocationRecord& record, const AccessReady& walked) {
@@ -25,9 +44,25 @@ bool isStillThere(const LocationRecord& record, const AccessReady& walked) {
 
 }  // namespace
 
+LocationStatus statusOf(const AccessState& access) {
+    if (std::holds_alternative<AccessReady>(access)) return LocationStatus::active;
+    return std::holds_alternative<AccessNeeded>(access) ? LocationStatus::needsAccess
+                                                        : LocationStatus::disconnected;
+}
+
 CheckOutcome LocationCheck::run(const LocationRecord& record,
                                 const std::shared_ptr<const CancellationFlag>& cancellation,
                                 const ProgressSink& progress) {
+    CheckOutcome outcome = check(record, cancellation, progress);
+    const bool isOver =
+        std::holds_alternative<LocationUnavailable>(outcome) || std::holds_alternative<CheckFailed>(outcome);
+    if (isOver && !isTracked(record.id)) return NoLongerTracked{};
+    return outcome;
+}
+
+CheckOutcome LocationCheck::check(const LocationRecord& record,
+                                  const std::shared_ptr<const CancellationFlag>& cancellation,
+                                  const ProgressSink& progress) {
     const AccessState access = resolveAccess(record);
     const auto* ready = std::get_if<AccessReady>(&access);
     if (ready == nullptr) return unavailable(record, statusOf(access));
@@ -40,24 +75,39 @@ CheckOutcome LocationCheck::run(const LocationRecord& record,
         store_.updateAccess(found.id, found.path, found.scanPath, found.bookmark).get();
     }
 
-    const ScanRules rules = makeScanRules(ready->scanPath, record.kind == LocationKind::volume, uncounted_);
+    ScanRules rules = makeScanRules(ready->scanPath, record.kind == LocationKind::volume, uncounted_);
+    LatestProgress latest;
     const auto walk = [&](const EntrySink& sink) {
-        const auto tree = makeTreeSource();
-        ScanReport report = FolderScanner(*tree).scan(ready->scanPath, rules, *cancellation, progress, sink);
+        const auto hear = [&](const ScanProgress& word) { latest.put(word); };
+        ScanReport report = FolderScanner(trees_).scan(ready->scanPath, rules, *cancellation, hear, sink);
         // A drive unmounted just before the walk began leaves an empty folder, which the walk takes for the
         // location.
         if (!isStillThere(found, *ready)) throw ScanError(ScanError::Reason::missing);
+        // From here to the end of the commit nothing else is written: a location removed meanwhile is gone by
+        // now, and one removed later has this check in its history.
+        if (!isTracked(found.id)) throw LocationWasRemoved();
         return report;
     };
     const auto readVolume = [&] {
         return readCapacity(ready->scanPath, found.volumeID, found.volumeName, systemNow());
     };
+    auto committed = store_.commit(
+        {.record = found, .walk = walk, .cancellation = cancellation, .readVolume = readVolume});
     try {
-        return store_
-            .commit({.record = found, .walk = walk, .cancellation = cancellation, .readVolume = readVolume})
-            .get();
+        while (committed.wait_for(betweenWords) != std::future_status::ready)
+            if (const auto word = latest.take()) progress(*word);
+    } catch (...) {
+        committed.wait();  // the walk uses what is here
+        throw;
+    }
+    if (const auto word = latest.take()) progress(*word);
+    try {
+        return LocationChecked{
+            .commit = committed.get(), .scanPath = ready->scanPath, .rules = std::move(rules)};
     } catch (const Cancelled&) {
         return CheckStopped{};
+    } catch (const LocationWasRemoved&) {
+        return NoLongerTracked{};
     } catch (const ScanError& error) {
         if (error.reason == ScanError::Reason::accessDenied)
             return unavailable(found, LocationStatus::needsAccess);
@@ -72,6 +122,12 @@ CheckOutcome LocationCheck::run(const LocationRecord& record,
 CheckOutcome LocationCheck::unavailable(const LocationRecord& record, LocationStatus status) {
     store_.setStatus(record.id, status).get();
     return LocationUnavailable{status};
+}
+
+bool LocationCheck::isTracked(const LocationID& id) {
+    const auto records = store_.loadLocations().get();
+    const auto found = std::ranges::find(records, id, &LocationRecord::id);
+    return found != records.end() && !found->removedAt;
 }
 
 }  // namespace brindle

@@ -3,6 +3,8 @@
 #include "model/Cancellation.h"
 #include "model/LocationRecord.h"
 #include "model/Walk.h"
+#include "platform/TreeReader.h"
+#include "scan/LocationAccess.h"
 #include "scan/ScanRules.h"
 #include "store/HistoryStore.h"
 
@@ -12,6 +14,13 @@
 #include <vector>
 
 namespace brindle {
+
+/// A committed check, and what it walked.
+struct LocationChecked {
+    CheckCommit commit;
+    std::string scanPath;
+    ScanRules rules;
+};
 
 /// A location that could not be checked, for a reason that is stored as its status.
 struct LocationUnavailable {
@@ -25,7 +34,11 @@ struct CheckFailed {
 
 struct CheckStopped {};
 
-using CheckOutcome = std::variant<CheckCommit, LocationUnavailable, CheckFailed, CheckStopped>;
+/// A location that was removed or forgotten during its check: nothing was written for it.
+struct NoLongerTracked {};
+
+using CheckOutcome =
+    std::variant<LocationChecked, LocationUnavailable, CheckFailed, CheckStopped, NoLongerTracked>;
 
 /// Checks locations, each from end to end: finds its folder, walks it, commits what the walk saw.
 ///
@@ -33,21 +46,31 @@ using CheckOutcome = std::variant<CheckCommit, LocationUnavailable, CheckFailed,
 /// is never committed: a drive that is away must not read as the removal of everything on it.
 class LocationCheck {
 public:
-    /// `uncounted` names what no walk of this run counts. `store` outlives the check.
-    LocationCheck(HistoryStore& store, std::vector<UncountedCandidate> uncounted)
-        : store_(store), uncounted_(std::move(uncounted)) {}
+    /// `uncounted` names what no walk counts. `store` and `trees` outlive the check.
+    LocationCheck(HistoryStore& store, const TreeSource& trees, std::vector<UncountedCandidate> uncounted)
+        : store_(store), trees_(trees), uncounted_(std::move(uncounted)) {}
 
-    /// Waits for the check, which runs on the store's writer queue. `progress` is called from there.
-    /// Throws: what storing a status throws; everything else is in the outcome.
+    /// Waits for the check, which runs on the store's writer queue. `progress` is called meanwhile, on the
+    /// calling thread: with the walk's latest word, the last one always included.
+    /// Throws: SQLiteError when the location cannot be read or its status or new path not be stored; what
+    ///         `progress` throws, once the check is over. Everything else is in the outcome.
     [[nodiscard]] CheckOutcome run(const LocationRecord& record,
                                    const std::shared_ptr<const CancellationFlag>& cancellation,
                                    const ProgressSink& progress);
 
 private:
+    [[nodiscard]] CheckOutcome check(const LocationRecord& record,
+                                     const std::shared_ptr<const CancellationFlag>& cancellation,
+                                     const ProgressSink& progress);
     [[nodiscard]] CheckOutcome unavailable(const LocationRecord& record, LocationStatus status);
+    [[nodiscard]] bool isTracked(const LocationID& id);
 
     HistoryStore& store_;
+    const TreeSource& trees_;
     std::vector<UncountedCandidate> uncounted_;
 };
+
+/// The status that a location's access stands for: active when it is ready.
+[[nodiscard]] LocationStatus statusOf(const AccessState& access);
 
 }  // namespace brindle

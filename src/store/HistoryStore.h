@@ -34,8 +34,10 @@ public:
 
     /// Adds a location. A second one with the same id fails.
     [[nodiscard]] std::future<void> insert(LocationRecord record);
+    /// Changes nothing at a location that was removed.
     [[nodiscard]] std::future<void> setStatus(LocationID id, LocationStatus status);
-    /// For a location that was found again at a new path, or whose bookmark was refreshed.
+    /// For a location that was found again at a new path, or whose bookmark was refreshed. Changes nothing at
+    /// one that was removed.
     [[nodiscard]] std::future<void> updateAccess(LocationID id, std::string path, std::string scanPath,
                                                  std::optional<Bytes> bookmark);
     /// Stops tracking; what was recorded stays.

@@ -14,13 +14,14 @@ void insertLocation(SQLiteConnection& db, const LocationRecord& record) {
 }
 
 void setLocationStatus(SQLiteConnection& db, const LocationID& id, LocationStatus status) {
-    db.run("UPDATE locations SET status = ? WHERE id = ?", rawText(status), id.rawValue);
+    db.run("UPDATE locations SET status = ? WHERE id = ? AND removed_at IS NULL", rawText(status),
+           id.rawValue);
 }
 
 void updateLocationAccess(SQLiteConnection& db, const LocationID& id, const std::string& path,
                           const std::string& scanPath, const std::optional<Bytes>& bookmark) {
-    db.run("UPDATE locations SET path = ?, scan_path = ?, bookmark = ? WHERE id = ?", path, scanPath,
-           bookmark, id.rawValue);
+    db.run("UPDATE locations SET path = ?, scan_path = ?, bookmark = ? WHERE id = ? AND removed_at IS NULL",
+           path, scanPath, bookmark, id.rawValue);
 }
 
 void removeLocation(SQLiteConnection& db, const LocationID& id, UnixTime at) {
