@@ -103,7 +103,7 @@ TEST_F(Lock, IsSharedInThisProgramUntilTheLastHolderIsDone) {
     std::atomic<int> refused = 0;
     for (int i = 0; i < 4; ++i)
         holders.emplace_back([&] {
-            for (int n = 0; n < 500; ++n) try {
+            for (int n = 0; n < 100; ++n) try {
                     (void)source.take(RunLock::WhenTaken::refuse, cancellation);
                 } catch (const RunLocked&) {
                     ++refused;
