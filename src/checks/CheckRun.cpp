@@ -37,7 +37,9 @@ void CheckRun::checkLocation(const LocationID& id) {
     const auto record = std::ranges::find(tracked, id, &LocationRecord::id);
     if (record == tracked.end()) return;
     send_(LocationStarted{.location = id, .name = record->name});
-    LocationCheck check(store_, trees_, uncountedHere(store_.directory().string(), tracked));
+    LocationCheck check(store_, trees_, [this] {
+        return uncountedHere(store_.directory().string(), trackedLocations(store_));
+    });
     add(id, check.run(*record, cancellation_, [&](const ScanProgress& progress) {
         send_(LocationProgress{.location = id, .name = record->name, .progress = progress});
     }));

@@ -75,16 +75,16 @@ CheckOutcome LocationCheck::check(const LocationRecord& record,
         store_.updateAccess(found.id, found.path, found.scanPath, found.bookmark).get();
     }
 
-    ScanRules rules = makeScanRules(ready->scanPath, record.kind == LocationKind::volume, uncounted_);
+    ScanRules rules;
     LatestProgress latest;
     const auto walk = [&](const EntrySink& sink) {
+        rules = makeScanRules(ready->scanPath, record.kind == LocationKind::volume, uncounted_());
         const auto hear = [&](const ScanProgress& word) { latest.put(word); };
         ScanReport report = FolderScanner(trees_).scan(ready->scanPath, rules, *cancellation, hear, sink);
         // A drive unmounted just before the walk began leaves an empty folder, which the walk takes for the
         // location.
         if (!isStillThere(found, *ready)) throw ScanError(ScanError::Reason::missing);
-        // From here to the end of the commit nothing else is written: a location removed meanwhile is gone by
-        // now, and one removed later has this check in its history.
+        // This program writes nothing else before the commit is done, but another might have.
         if (!isTracked(found.id)) throw LocationWasRemoved();
         return report;
     };

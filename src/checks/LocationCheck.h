@@ -8,6 +8,7 @@
 #include "scan/ScanRules.h"
 #include "store/HistoryStore.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <variant>
@@ -46,8 +47,12 @@ using CheckOutcome =
 /// is never committed: a drive that is away must not read as the removal of everything on it.
 class LocationCheck {
 public:
-    /// `uncounted` names what no walk counts. `store` and `trees` outlive the check.
-    LocationCheck(HistoryStore& store, const TreeSource& trees, std::vector<UncountedCandidate> uncounted)
+    /// Names what no walk counts. Asked on the writer's thread as the walk begins, when no location can come
+    /// or go any more until the check is committed.
+    using Uncounted = std::function<std::vector<UncountedCandidate>()>;
+
+    /// `store` and `trees` outlive the check.
+    LocationCheck(HistoryStore& store, const TreeSource& trees, Uncounted uncounted)
         : store_(store), trees_(trees), uncounted_(std::move(uncounted)) {}
 
     /// Waits for the check, which runs on the store's writer queue. `progress` is called meanwhile, on the
@@ -67,7 +72,7 @@ private:
 
     HistoryStore& store_;
     const TreeSource& trees_;
-    std::vector<UncountedCandidate> uncounted_;
+    Uncounted uncounted_;
 };
 
 /// The status that a location's access stands for: active when it is ready.

@@ -3,10 +3,10 @@
 #include "cli/ChangeLine.h"
 #include "cli/ValueCoding.h"
 #include "model/FileNameText.h"
+#include "model/NestedPath.h"
 #include "model/NumberText.h"
 #include "model/Translation.h"
 #include "platform/Paths.h"
-#include "scan/Overlap.h"
 
 #include <algorithm>
 #include <fmt/format.h>

@@ -30,13 +30,16 @@ protected:
         return record;
     }
 
+    std::vector<UncountedCandidate> uncounted(const std::string& historyDirectory) {
+        return uncountedHere(historyDirectory, history.store().loadLocations().get());
+    }
+
     /// `atEnd` happens when the last of the tree was read: the latest moment of a walk.
     CheckOutcome check(
         const LocationRecord& location, const std::function<void()>& atEnd = [] {}) {
         const LocationRecord stored = history.record(location.id.rawValue);
-        const auto locations = history.store().loadLocations().get();
         const HookedTree trees([&](const std::string&) { atEnd(); });
-        return LocationCheck(history.store(), trees, uncountedHere(history.directory(), locations))
+        return LocationCheck(history.store(), trees, [this] { return uncounted(history.directory()); })
             .run(stored, cancellation, [&](const ScanProgress& progress) { words.push_back(progress); });
     }
 
@@ -130,11 +133,10 @@ TEST_F(Check, NoFileIsTrackedTwiceAndTheHistoryIsNotNews) {
     const LocationRecord inner = include(root / "inner");
     const LocationRecord outer = include(root);
 
-    const auto locations = history.store().loadLocations().get();
     // The history is reached by way of a symbolic link, as where the data folder was moved to a larger drive.
     const auto trees = makeTreeSource();
     LocationCheck run(history.store(), *trees,
-                      uncountedHere((folder.path() / "by-link/data").string(), locations));
+                      [this] { return uncounted((folder.path() / "by-link/data").string()); });
     for (const LocationRecord& location : {inner, outer})
         ASSERT_TRUE(std::holds_alternative<LocationChecked>(
             run.run(history.record(location.id.rawValue), cancellation, [](const ScanProgress&) {})));
