@@ -12,7 +12,7 @@ namespace {
 /// The earliest day that is kept through the day before the first check.
 EstimateSpan spanOf(const EstimateOrder& order) {
     const Calendar& calendar = order.calendar;
-    return {firstRetainedDay(calendar, calendar.day(order.now())),
+    return {firstKeptDay(calendar, calendar.day(order.now())),
             calendar.addingDays(calendar.day(order.record.baselineAt.value()), -1), calendar};
 }
 

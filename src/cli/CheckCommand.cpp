@@ -1,5 +1,6 @@
 #include "cli/CheckCommand.h"
 
+#include "checks/Maintenance.h"
 #include "checks/RunLock.h"
 #include "checks/ScanCoordinator.h"
 #include "cli/CheckReport.h"
@@ -131,6 +132,7 @@ ExitCode runCheck(const Context& context, const CheckOptions& options) {
     CheckReport report(context, store, summary);
     for (const LocationRecord& record : chosen.toCheck())
         report.add(record, last[record.id], chosen.isForgotten(record.id));
+    if (!cancellation->isSet()) maintain(store);
     return report.finish();
 }
 

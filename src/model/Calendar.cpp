@@ -40,7 +40,8 @@ struct Calendar::Parts {
         UErrorCode status = U_ZERO_ERROR;
         days.reset(icu::Calendar::createInstance(zone, numbering, status));
         if (U_FAILURE(status)) throw std::runtime_error("The calendar data of this system can't be read.");
-        // Where the clocks go back from one o'clock to midnight, the day begins at the first of its midnights.
+        // Where the clocks go back from one o'clock to midnight, the day begins at the first of its
+        // midnights.
         days->setRepeatedWallTimeOption(UCAL_WALLTIME_FIRST);
     }
 

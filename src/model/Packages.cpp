@@ -6,8 +6,6 @@
 namespace brindle {
 namespace {
 
-constexpr std::size_t contributorDepth = 2;
-
 constexpr std::array<std::string_view, 23> packageExtensions = {
     "app",    "bundle",    "framework",     "plugin",        "appex",        "kext",
     "xpc",    "fcpbundle", "photoslibrary", "imovielibrary", "musiclibrary", "tvlibrary",

@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace brindle {
 
@@ -27,6 +28,10 @@ struct VolumeDescription {
 /// which leaves out what only a folder can tell. Empty when nothing is known.
 [[nodiscard]] std::string volumeIdentity(const Mount& mount, const std::optional<BlockDevice>& device,
                                          int folder);
+
+/// What the volumes of one pool have in common, told from the identity of one of them; nothing for a volume
+/// that has its space to itself.
+[[nodiscard]] std::optional<std::string> poolIdentity(std::string_view volumeID);
 
 /// Describes the volume of a folder that was found readable.
 [[nodiscard]] VolumeDescription describeVolume(const FolderProbe& probe);

@@ -1,9 +1,9 @@
 #include "store/ChangeReads.h"
 
-#include <functional>
+#include "store/FolderTexts.h"
+#include "store/LocationFilter.h"
+
 #include <string>
-#include <string_view>
-#include <unordered_map>
 
 namespace brindle {
 namespace {
@@ -12,37 +12,20 @@ constexpr const char* columns =
     "SELECT id, location_id, folder, name, action, delta, observed_at, source, "
     "local_day FROM observations ";
 
-std::vector<std::string> splitPath(std::string_view path) {
-    std::vector<std::string> components;
-    while (!path.empty()) {
-        const auto slash = path.find('/');
-        components.emplace_back(path.substr(0, slash));
-        path = slash == std::string_view::npos ? std::string_view() : path.substr(slash + 1);
-    }
-    return components;
-}
-
-/// Reads rows of `columns`. Thousands of changes share a folder, so each folder text is split once.
-std::vector<FileChange> read(SQLiteStatement& rows) {
-    std::unordered_map<std::string, std::vector<std::string>> folders;
+/// Reads rows of `columns`.
+std::vector<FileChange> read(SQLiteStatement rows) {
+    FolderTexts folders;
     std::vector<FileChange> changes;
-    while (rows.step()) {
-        std::string folder = rows.text(2);
-        auto known = folders.find(folder);
-        if (known == folders.end()) {
-            auto components = splitPath(folder);
-            known = folders.emplace(std::move(folder), std::move(components)).first;
-        }
+    while (rows.step())
         changes.push_back({.id = rows.int64(0),
                            .locationID = {rows.text(1)},
-                           .folder = known->second,
+                           .folder = folders.components(rows.textView(2)),
                            .name = rows.text(3),
                            .action = changeActionFrom(rows.textView(4)).value_or(ChangeAction::added),
                            .byteDelta = rows.int64(5),
                            .observedAt = rows.real(6),
                            .day = LocalDay::parse(rows.textView(8)).value_or(LocalDay{}),
                            .source = changeSourceFrom(rows.textView(7)).value_or(ChangeSource::measured)});
-    }
     return changes;
 }
 
@@ -50,26 +33,29 @@ std::vector<FileChange> read(SQLiteStatement& rows) {
 
 std::vector<FileChange> changesOn(SQLiteConnection& db, const LocalDay& day,
                                   const std::optional<LocationID>& location) {
-    std::string sql = std::string(columns) + "WHERE local_day = ?";
-    if (location) sql += " AND location_id = ?";
-    auto rows = db.prepare(sql);
-    if (location)
-        rows.bind(day.text(), location->rawValue);
-    else
-        rows.bind(day.text());
-    return read(rows);
+    return read(prepareFor(db, location, std::string(columns) + "WHERE local_day = ?", "", day.text()));
 }
 
 std::vector<FileChange> changesBetween(SQLiteConnection& db, const LocalDay& first, const LocalDay& last,
                                        const std::optional<LocationID>& location) {
-    std::string sql = std::string(columns) + "WHERE local_day BETWEEN ? AND ?";
-    if (location) sql += " AND location_id = ?";
-    auto rows = db.prepare(sql + " ORDER BY local_day, observed_at, id");
-    if (location)
-        rows.bind(first.text(), last.text(), location->rawValue);
-    else
-        rows.bind(first.text(), last.text());
-    return read(rows);
+    return read(prepareFor(db, location, std::string(columns) + "WHERE local_day BETWEEN ? AND ?",
+                           " ORDER BY local_day, observed_at, id", first.text(), last.text()));
+}
+
+std::vector<FolderSummary> contributorsBetween(SQLiteConnection& db, const LocalDay& first,
+                                               const LocalDay& last,
+                                               const std::optional<LocationID>& location) {
+    auto rows = prepareFor(db, location,
+                           "SELECT location_id, contributor, SUM(CASE WHEN delta > 0 THEN delta ELSE 0 END), "
+                           "SUM(CASE WHEN delta < 0 THEN -delta ELSE 0 END), COUNT(*) FROM observations "
+                           "WHERE local_day BETWEEN ? AND ?",
+                           " GROUP BY location_id, contributor", first.text(), last.text());
+    FolderTexts folders;
+    std::vector<FolderSummary> summaries;
+    while (rows.step())
+        summaries.push_back({.ref = {{rows.text(0)}, folders.components(rows.textView(1))},
+                             .totals = {rows.int64(2), rows.int64(3), rows.int64(4)}});
+    return summaries;
 }
 
 std::vector<FileChange> largestChangesOfCheck(SQLiteConnection& db, const LocationID& location,
@@ -78,7 +64,7 @@ std::vector<FileChange> largestChangesOfCheck(SQLiteConnection& db, const Locati
                            "WHERE local_day = ? AND location_id = ? AND observed_at = ? "
                            "ORDER BY ABS(delta) DESC, id LIMIT ?");
     rows.bind(day.text(), location.rawValue, finishedAt, static_cast<std::int64_t>(limit));
-    return read(rows);
+    return read(std::move(rows));
 }
 
 }  // namespace brindle

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/Change.h"
+#include "model/FolderSummary.h"
 #include "model/LocalDay.h"
 #include "store/SQLiteConnection.h"
 
@@ -18,6 +19,11 @@ namespace brindle {
 [[nodiscard]] std::vector<FileChange> changesBetween(SQLiteConnection& db, const LocalDay& first,
                                                      const LocalDay& last,
                                                      const std::optional<LocationID>& location);
+
+/// One summary for each folder that changes are credited to.
+[[nodiscard]] std::vector<FolderSummary> contributorsBetween(SQLiteConnection& db, const LocalDay& first,
+                                                             const LocalDay& last,
+                                                             const std::optional<LocationID>& location);
 
 [[nodiscard]] std::vector<FileChange> largestChangesOfCheck(SQLiteConnection& db, const LocationID& location,
                                                             const LocalDay& day, UnixTime finishedAt,

@@ -1,9 +1,14 @@
 #include "store/HistoryStore.h"
 
 #include "platform/PrivateFiles.h"
+#include "store/CapacityReads.h"
 #include "store/ChangeReads.h"
+#include "store/EstimateReads.h"
+#include "store/ExportLog.h"
 #include "store/Locations.h"
+#include "store/Retention.h"
 #include "store/SQLText.h"
+#include "store/SnapshotReads.h"
 
 namespace brindle {
 namespace {
@@ -89,6 +94,34 @@ std::future<void> HistoryStore::clearEstimates() {
     return writer_->perform([](SQLiteConnection& db) { brindle::clearEstimates(db); });
 }
 
+std::future<bool> HistoryStore::isPruningDue(LocalDay before, LocalDay today) {
+    return reader_->perform(
+        [before, today](SQLiteConnection& db) { return brindle::isPruningDue(db, before, today); });
+}
+
+std::future<void> HistoryStore::prune(LocalDay before) {
+    return writer_->perform([before](SQLiteConnection& db) { brindle::prune(db, before); });
+}
+
+std::future<bool> HistoryStore::checkpoint() {
+    return writer_->perform([](SQLiteConnection& db) { return brindle::checkpoint(db); });
+}
+
+std::uintmax_t HistoryStore::logBytes() const {
+    std::error_code none;
+    const auto bytes = std::filesystem::file_size(directory_ / (std::string(fileName) + "-wal"), none);
+    return none ? 0 : bytes;
+}
+
+std::future<void> HistoryStore::recordExport(std::string path, UnixTime at) {
+    return writer_->perform(
+        [path = std::move(path), at](SQLiteConnection& db) { brindle::recordExport(db, path, at); });
+}
+
+std::future<std::vector<std::string>> HistoryStore::recentExports() {
+    return reader_->perform([](SQLiteConnection& db) { return brindle::recentExports(db); });
+}
+
 std::future<std::vector<FileChange>> HistoryStore::changes(LocalDay day, std::optional<LocationID> location) {
     return reader_->perform(
         [day, location = std::move(location)](SQLiteConnection& db) { return changesOn(db, day, location); });
@@ -105,6 +138,45 @@ std::future<std::vector<FileChange>> HistoryStore::largestChanges(const CheckCom
                                                                   std::size_t limit) {
     return reader_->perform([id = check.locationID, at = check.finishedAt, day, limit](SQLiteConnection& db) {
         return largestChangesOfCheck(db, id, day, at, limit);
+    });
+}
+
+std::future<HistorySnapshot> HistoryStore::snapshot(int days, LocalDay today, Calendar calendar) {
+    return reader_->perform([days, today, calendar = std::move(calendar)](SQLiteConnection& db) {
+        return loadSnapshot(db, days, today, calendar);
+    });
+}
+
+std::future<std::unordered_map<LocationID, std::int64_t>> HistoryStore::cloudOnlyBytes() {
+    return reader_->perform([](SQLiteConnection& db) { return loadCloudOnlyBytes(db); });
+}
+
+std::future<std::vector<FolderSummary>> HistoryStore::contributors(LocalDay first, LocalDay last,
+                                                                   std::optional<LocationID> location,
+                                                                   std::size_t limit) {
+    return reader_->perform([first, last, location = std::move(location), limit](SQLiteConnection& db) {
+        return largestFirst(contributorsBetween(db, first, last, location), limit);
+    });
+}
+
+std::future<std::vector<FileChange>> HistoryStore::estimates(LocalDay first, LocalDay last,
+                                                             std::optional<LocationID> location) {
+    return reader_->perform([first, last, location = std::move(location)](SQLiteConnection& db) {
+        return estimatesBetween(db, first, last, location);
+    });
+}
+
+std::future<std::vector<EstimatedFolder>> HistoryStore::estimateContributors(
+    LocalDay since, std::optional<LocationID> location) {
+    return reader_->perform([since, location = std::move(location)](SQLiteConnection& db) {
+        return estimateContributorsSince(db, since, location);
+    });
+}
+
+std::future<std::vector<VolumeReading>> HistoryStore::capacitySamples(std::string volumeID, LocalDay first,
+                                                                      LocalDay last) {
+    return reader_->perform([volumeID = std::move(volumeID), first, last](SQLiteConnection& db) {
+        return readingsBetween(db, volumeID, first, last);
     });
 }
 

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "model/Calendar.h"
 #include "model/Change.h"
+#include "model/FolderSummary.h"
+#include "model/HistorySnapshot.h"
 #include "model/LocationRecord.h"
 #include "store/Commit.h"
 #include "store/DatabaseQueue.h"
@@ -9,11 +12,13 @@
 #include "store/SQLiteError.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <future>
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace brindle {
@@ -60,6 +65,20 @@ public:
     /// Removes all estimates of all locations, and when they were made.
     [[nodiscard]] std::future<void> clearEstimates();
 
+    /// Whether prune(before) would delete anything and is safe; see brindle::isPruningDue().
+    [[nodiscard]] std::future<bool> isPruningDue(LocalDay before, LocalDay today);
+    /// Deletes the history of all days before this one; see brindle::prune().
+    [[nodiscard]] std::future<void> prune(LocalDay before);
+    /// Empties the write-ahead log; false when it is in use.
+    [[nodiscard]] std::future<bool> checkpoint();
+    /// The size of the write-ahead log as it is now, without a queue.
+    [[nodiscard]] std::uintmax_t logBytes() const;
+
+    /// Remembers that a statement was written to this path.
+    [[nodiscard]] std::future<void> recordExport(std::string path, UnixTime at);
+    /// The paths of the latest 500 statements, latest first.
+    [[nodiscard]] std::future<std::vector<std::string>> recentExports();
+
     /// A day's changes, in no particular order.
     [[nodiscard]] std::future<std::vector<FileChange>> changes(LocalDay day,
                                                                std::optional<LocationID> location);
@@ -69,6 +88,26 @@ public:
     /// The `limit` largest changes that the check recorded, largest first. `day` is the check's day.
     [[nodiscard]] std::future<std::vector<FileChange>> largestChanges(const CheckCommit& check, LocalDay day,
                                                                       std::size_t limit);
+
+    /// What the pages derive their figures from, for the `days` days (at least 1) that end with `today`.
+    /// Sums up what was committed when each of its statements began: a check that commits in between may be
+    /// in some figures and not yet in others.
+    [[nodiscard]] std::future<HistorySnapshot> snapshot(int days, LocalDay today, Calendar calendar);
+    /// What the latest check of each location saw of files whose contents are not on this disk.
+    [[nodiscard]] std::future<std::unordered_map<LocationID, std::int64_t>> cloudOnlyBytes();
+    /// The `limit` folders that the changes of a period are credited to, in the order of largestFirst().
+    [[nodiscard]] std::future<std::vector<FolderSummary>> contributors(LocalDay first, LocalDay last,
+                                                                       std::optional<LocationID> location,
+                                                                       std::size_t limit);
+    /// What was estimated for a period, by day, largest first.
+    [[nodiscard]] std::future<std::vector<FileChange>> estimates(LocalDay first, LocalDay last,
+                                                                 std::optional<LocationID> location);
+    /// The folders that estimates from a day on are credited to, in no particular order.
+    [[nodiscard]] std::future<std::vector<EstimatedFolder>> estimateContributors(
+        LocalDay since, std::optional<LocationID> location);
+    /// The samples of a volume in a period, by time.
+    [[nodiscard]] std::future<std::vector<VolumeReading>> capacitySamples(std::string volumeID,
+                                                                          LocalDay first, LocalDay last);
 
 private:
     std::filesystem::path directory_;

@@ -7,11 +7,6 @@
 #include <sqlite3.h>
 
 namespace brindle {
-namespace {
-
-constexpr int busyTimeoutMilliseconds = 10'000;
-
-}  // namespace
 
 SQLiteConnection::SQLiteConnection(std::string path, bool readOnly) : path_(std::move(path)) {
     const int flags =
@@ -21,7 +16,7 @@ SQLiteConnection::SQLiteConnection(std::string path, bool readOnly) : path_(std:
     handle_.reset(opened, sqlite3_close_v2);
     if (opened == nullptr) throw SQLiteError(code, "Couldn't open the database");
     if (code != SQLITE_OK) throw SQLiteError(code, sqlite3_errmsg(opened));
-    sqlite3_busy_timeout(opened, busyTimeoutMilliseconds);
+    setPatience(usualPatience);
 }
 
 SQLiteConnection::~SQLiteConnection() {
@@ -42,6 +37,10 @@ void SQLiteConnection::execute(const std::string& sql) {
 
 std::int64_t SQLiteConnection::lastInsertRowID() const {
     return sqlite3_last_insert_rowid(handle_.get());
+}
+
+void SQLiteConnection::setPatience(std::chrono::milliseconds patience) {
+    sqlite3_busy_timeout(handle_.get(), static_cast<int>(patience.count()));
 }
 
 void SQLiteConnection::leaveLogOnClose() {

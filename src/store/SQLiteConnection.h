@@ -2,6 +2,7 @@
 
 #include "store/SQLiteStatement.h"
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -13,11 +14,13 @@ struct sqlite3;
 namespace brindle {
 
 /// One open database handle. Opened without SQLite's own locking: used by one thread at a time, which its
-/// DatabaseQueue sees to. Waits up to ten seconds for another writer.
+/// DatabaseQueue sees to. Waits for another writer as long as usualPatience says.
 ///
 /// In debug builds a statement that outlives its connection stops the process.
 class SQLiteConnection {
 public:
+    static constexpr std::chrono::milliseconds usualPatience{10'000};
+
     /// Opens the file, creating it unless `readOnly`. Throws: SQLiteError.
     explicit SQLiteConnection(std::string path, bool readOnly = false);
     ~SQLiteConnection();
@@ -52,6 +55,9 @@ public:
     }
 
     [[nodiscard]] std::int64_t lastInsertRowID() const;
+
+    /// How long to wait for another writer, and in a checkpoint for readers.
+    void setPatience(std::chrono::milliseconds patience);
 
     /// From now on, closing leaves the write-ahead log as it is instead of folding it into the file.
     void leaveLogOnClose();

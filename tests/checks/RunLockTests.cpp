@@ -1,54 +1,17 @@
 #include "checks/RunLock.h"
+#include "support/OtherProgram.h"
 #include "support/TempFolder.h"
 
 #include <atomic>
-#include <csignal>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <optional>
 #include <string>
-#include <sys/wait.h>
 #include <thread>
-#include <unistd.h>
 #include <vector>
 
 namespace brindle {
 namespace {
-
-/// Another process that holds the lock of a history until it is killed.
-class OtherProgram {
-public:
-    explicit OtherProgram(const std::string& directory) {
-        int ready[2];
-        if (pipe(ready) != 0) throw std::runtime_error("no pipe could be made");
-        process_ = fork();
-        if (process_ == 0) {
-            const RunLock lock =
-                RunLockSource(directory).take(RunLock::WhenTaken::refuse, CancellationFlag());
-            static_cast<void>(!write(ready[1], "x", 1));
-            for (;;) pause();
-        }
-        close(ready[1]);
-        char taken = 0;
-        if (read(ready[0], &taken, 1) != 1) throw std::runtime_error("the other program has no lock");
-        close(ready[0]);
-    }
-    ~OtherProgram() { die(); }
-    OtherProgram(const OtherProgram&) = delete;
-    OtherProgram& operator=(const OtherProgram&) = delete;
-
-    [[nodiscard]] pid_t process() const { return process_; }
-
-    void die() {
-        if (process_ == 0) return;
-        kill(process_, SIGKILL);
-        waitpid(process_, nullptr, 0);
-        process_ = 0;
-    }
-
-private:
-    pid_t process_ = 0;
-};
 
 class Lock : public testing::Test {
 protected:

@@ -33,6 +33,12 @@ TEST(VolumeIdentity, TheBestThatIsKnownCounts) {
     EXPECT_EQ(volumeIdentity({}, {}, -1), "");
 }
 
+TEST(VolumeIdentity, OnlySubvolumesHaveAPool) {
+    EXPECT_EQ(poolIdentity("0f1e-77aa/257"), "0f1e-77aa");
+    for (const char* alone : {"0f1e-77aa", "/dev/sda1", "/1", "server:/export", "0f1e/", "0f1e/2/3", ""})
+        EXPECT_EQ(poolIdentity(alone), std::nullopt) << alone;
+}
+
 TEST(VolumeIdentity, AMountWithoutADeviceIsOnTheDeviceOfItsSource) {
     const auto anything = [](dev_t) { return std::optional(BlockDevice{.label = "found"}); };
     EXPECT_EQ(deviceOf({.device = 0x801, .source = "anything"}, anything)->label, "found");

@@ -23,7 +23,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::UnorderedElementsAre;
 
 constexpr LocalDay firstDay{2026, 3, 1};
 constexpr LocalDay lastDay{2026, 3, 5};

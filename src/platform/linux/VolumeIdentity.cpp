@@ -59,6 +59,16 @@ std::string volumeIdentity(const Mount& mount, const std::optional<BlockDevice>&
     return mount.source;
 }
 
+std::optional<std::string> poolIdentity(std::string_view volumeID) {
+    // A path, which may be an identity too, begins with a slash; neither UUIDs nor persistent ids hold any.
+    const auto slash = volumeID.find('/');
+    if (slash == 0 || slash == std::string_view::npos) return {};
+    const std::string_view subvolume = volumeID.substr(slash + 1);
+    const bool isNumber =
+        !subvolume.empty() && subvolume.find_first_not_of("0123456789") == std::string_view::npos;
+    return isNumber ? std::optional(std::string(volumeID.substr(0, slash))) : std::nullopt;
+}
+
 VolumeDescription describeVolume(const FolderProbe& probe) {
     return {.id = probe.volumeID,
             .name = volumeName(*probe.mount, probe.device),

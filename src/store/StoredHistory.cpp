@@ -1,0 +1,38 @@
+#include "store/StoredHistory.h"
+
+namespace brindle {
+namespace {
+
+// The days whose texts sort before and behind those of all others.
+constexpr LocalDay firstDay{.year = 0, .month = 1, .day = 1};
+constexpr LocalDay lastDay{.year = 9999, .month = 12, .day = 31};
+
+}  // namespace
+
+StoredHistory::StoredHistory(HistoryStore& store, Calendar calendar, Clock now, int days)
+    : store_(store), calendar_(std::move(calendar)), now_(std::move(now)), days_(days) {}
+
+std::future<HistorySnapshot> StoredHistory::snapshot() {
+    return store_.snapshot(days_, calendar_.day(now_()), calendar_);
+}
+
+std::future<std::vector<FileChange>> StoredHistory::dayChanges(LocalDay day, LocationScope scope) {
+    return store_.changes(day, std::move(scope.location));
+}
+
+std::future<std::vector<FolderSummary>> StoredHistory::periodContributors(LocalDay first, LocalDay last,
+                                                                          LocationScope scope,
+                                                                          std::size_t limit) {
+    return store_.contributors(first, last, std::move(scope.location), limit);
+}
+
+std::future<std::vector<FileChange>> StoredHistory::periodEstimates(LocalDay first, LocalDay last,
+                                                                    LocationScope scope) {
+    return store_.estimates(first, last, std::move(scope.location));
+}
+
+std::future<std::vector<FileChange>> StoredHistory::allEstimates(LocationScope scope) {
+    return store_.estimates(firstDay, lastDay, std::move(scope.location));
+}
+
+}  // namespace brindle
