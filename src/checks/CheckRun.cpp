@@ -2,23 +2,12 @@
 
 #include "checks/EstimatePass.h"
 #include "checks/Failures.h"
+#include "checks/TrackedLocations.h"
 #include "checks/Uncounted.h"
 
-#include <algorithm>
 #include <set>
 
 namespace brindle {
-namespace {
-
-/// The locations that are tracked now.
-std::vector<LocationRecord> trackedLocations(HistoryStore& store) {
-    auto records = store.loadLocations().get();
-    std::erase_if(records, [](const LocationRecord& record) { return record.removedAt.has_value(); });
-    return records;
-}
-
-}  // namespace
-
 void CheckRun::check(std::span<const LocationID> locations) {
     std::set<LocationID> seen;
     for (const LocationID& id : locations) {
@@ -33,9 +22,8 @@ void CheckRun::check(std::span<const LocationID> locations) {
 }
 
 void CheckRun::checkLocation(const LocationID& id) {
-    const auto tracked = trackedLocations(store_);
-    const auto record = std::ranges::find(tracked, id, &LocationRecord::id);
-    if (record == tracked.end()) return;
+    const auto record = trackedLocation(store_, id);
+    if (!record) return;
     send_(LocationStarted{.location = id, .name = record->name});
     LocationCheck check(store_, trees_, [this] {
         return uncountedHere(store_.directory().string(), trackedLocations(store_));
@@ -72,9 +60,8 @@ void CheckRun::estimate() {
 
 void CheckRun::estimateLocation(const LocationChecked& checked) {
     const LocationID& id = checked.commit.locationID;
-    const auto tracked = trackedLocations(store_);
-    const auto record = std::ranges::find(tracked, id, &LocationRecord::id);
-    if (record == tracked.end() || record->estimatedAt || !goesOn()) return;
+    const auto record = trackedLocation(store_, id);
+    if (!record || record->estimatedAt || !goesOn()) return;
     send_(LocationEstimating{.location = id, .name = record->name});
     summary_.estimated[id] = makeEstimates(store_, {.record = *record,
                                                     .scanPath = checked.scanPath,

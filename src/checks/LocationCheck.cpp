@@ -1,11 +1,11 @@
 #include "checks/LocationCheck.h"
 
 #include "checks/Failures.h"
+#include "checks/TrackedLocations.h"
 #include "model/Translation.h"
 #include "platform/Capacity.h"
 #include "scan/FolderScanner.h"
 
-#include <algorithm>
 #include <chrono>
 #include <mutex>
 #include <utility>
@@ -56,7 +56,7 @@ CheckOutcome LocationCheck::run(const LocationRecord& record,
     CheckOutcome outcome = check(record, cancellation, progress);
     const bool isOver =
         std::holds_alternative<LocationUnavailable>(outcome) || std::holds_alternative<CheckFailed>(outcome);
-    if (isOver && !isTracked(record.id)) return NoLongerTracked{};
+    if (isOver && !trackedLocation(store_, record.id)) return NoLongerTracked{};
     return outcome;
 }
 
@@ -85,7 +85,7 @@ CheckOutcome LocationCheck::check(const LocationRecord& record,
         // location.
         if (!isStillThere(found, *ready)) throw ScanError(ScanError::Reason::missing);
         // This program writes nothing else before the commit is done, but another might have.
-        if (!isTracked(found.id)) throw LocationWasRemoved();
+        if (!trackedLocation(store_, found.id)) throw LocationWasRemoved();
         return report;
     };
     const auto readVolume = [&] {
@@ -122,12 +122,6 @@ CheckOutcome LocationCheck::check(const LocationRecord& record,
 CheckOutcome LocationCheck::unavailable(const LocationRecord& record, LocationStatus status) {
     store_.setStatus(record.id, status).get();
     return LocationUnavailable{status};
-}
-
-bool LocationCheck::isTracked(const LocationID& id) {
-    const auto records = store_.loadLocations().get();
-    const auto found = std::ranges::find(records, id, &LocationRecord::id);
-    return found != records.end() && !found->removedAt;
 }
 
 }  // namespace brindle

@@ -68,7 +68,6 @@ private:
                                      const std::shared_ptr<const CancellationFlag>& cancellation,
                                      const ProgressSink& progress);
     [[nodiscard]] CheckOutcome unavailable(const LocationRecord& record, LocationStatus status);
-    [[nodiscard]] bool isTracked(const LocationID& id);
 
     HistoryStore& store_;
     const TreeSource& trees_;
