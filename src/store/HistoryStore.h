@@ -48,8 +48,8 @@ public:
     /// Stops tracking; what was recorded stays. A location around it takes its files over at its next check,
     /// and does not record them as added.
     [[nodiscard]] std::future<void> remove(LocationID id, UnixTime at);
-    /// Deletes a location that never had a baseline; leaves any other as it is, silently. A location around it
-    /// takes its files over as with remove().
+    /// Deletes a location that never had a baseline; leaves any other as it is, silently. A location around
+    /// it takes its files over as with remove().
     [[nodiscard]] std::future<void> forget(LocationID id);
     /// All locations ever added, removed ones included, in the order in which they were added.
     [[nodiscard]] std::future<std::vector<LocationRecord>> loadLocations();
