@@ -5,6 +5,7 @@
 #include "model/Translation.h"
 #include "platform/Capacity.h"
 #include "scan/FolderScanner.h"
+#include "scan/WalkAhead.h"
 
 #include <chrono>
 #include <mutex>
@@ -92,7 +93,7 @@ CheckOutcome LocationCheck::check(const LocationRecord& record,
         return readCapacity(ready->scanPath, found.volumeID, found.volumeName, systemNow());
     };
     auto committed = store_.commit(
-        {.record = found, .walk = walk, .cancellation = cancellation, .readVolume = readVolume});
+        {.record = found, .walk = walkAhead(walk), .cancellation = cancellation, .readVolume = readVolume});
     try {
         while (committed.wait_for(betweenWords) != std::future_status::ready)
             if (const auto word = latest.take()) progress(*word);

@@ -47,8 +47,8 @@ using CheckOutcome =
 /// is never committed: a drive that is away must not read as the removal of everything on it.
 class LocationCheck {
 public:
-    /// Names what no walk counts. Asked on the writer's thread as the walk begins, when no location can come
-    /// or go any more until the check is committed.
+    /// Names what no walk counts. Asked on the walk's thread as the walk begins, when the check has the
+    /// writer's queue: no location can come or go any more until it is committed.
     using Uncounted = std::function<std::vector<UncountedCandidate>()>;
 
     /// `store` and `trees` outlive the check.

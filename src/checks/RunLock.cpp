@@ -13,6 +13,10 @@ namespace {
 
 constexpr std::chrono::milliseconds betweenTries{200};
 
+std::string lockFile(const std::string& dataDirectory) {
+    return joinedPath(dataDirectory, "check.lock");
+}
+
 std::string lockedSentence(const std::string& path) {
     const auto holder = FileLock::lastHolder(path);
     if (!holder) return translated("Another program is using this storage history. Try again later.");
@@ -51,13 +55,21 @@ private:
 
 RunLock RunLockSource::take(RunLock::WhenTaken whenTaken, const CancellationFlag& cancellation) {
     createPrivateDirectory(dataDirectory_);
-    const std::string path = joinedPath(dataDirectory_, "check.lock");
+    const std::string path = lockFile(dataDirectory_);
     for (;;) {
         if (auto hold = RunLock::Hold::tryToTake(shared_, path)) return RunLock(std::move(hold));
         if (whenTaken == RunLock::WhenTaken::refuse) throw RunLocked(lockedSentence(path));
         if (cancellation.isSet()) throw Cancelled();
         std::this_thread::sleep_for(betweenTries);
     }
+}
+
+std::optional<std::string> otherProgramText(const std::string& dataDirectory) {
+    const std::string path = lockFile(dataDirectory);
+    if (!FileLock::isTaken(path)) return {};
+    const auto holder = FileLock::lastHolder(path);
+    if (!holder) return translated("Another program is checking now.");
+    return fmt::format(fmt::runtime(translated("Another program (process {}) is checking now.")), *holder);
 }
 
 }  // namespace brindle

@@ -55,4 +55,8 @@ private:
     std::shared_ptr<Shared> shared_ = std::make_shared<Shared>();
 };
 
+/// What to tell the user while another program has the lock; nothing when none has. Keeps nobody from it.
+/// Throws: std::system_error.
+[[nodiscard]] std::optional<std::string> otherProgramText(const std::string& dataDirectory);
+
 }  // namespace brindle

@@ -1,22 +1,10 @@
 #include "checks/Uncounted.h"
 
+#include "platform/FolderProbe.h"
 #include "platform/Mounts.h"
 #include "platform/Paths.h"
 
-#include <filesystem>
-#include <optional>
-
 namespace brindle {
-namespace {
-
-std::optional<std::string> realPath(const std::string& path) {
-    std::error_code error;
-    const auto resolved = std::filesystem::canonical(path, error);
-    if (error || resolved == path) return {};
-    return resolved.string();
-}
-
-}  // namespace
 
 std::vector<UncountedCandidate> uncountedHere(const std::string& historyDirectory,
                                               std::span<const LocationRecord> locations) {
@@ -31,7 +19,7 @@ std::vector<UncountedCandidate> uncountedHere(const std::string& historyDirector
     for (const LocationRecord& location : locations) sources.otherLocations.push_back(location.scanPath);
     std::vector<UncountedCandidate> candidates = uncountedCandidates(sources);
     for (std::size_t i = 0, named = candidates.size(); i < named; ++i)
-        if (auto real = realPath(candidates[i].path))
+        if (auto real = realPath(candidates[i].path, mounts); real && *real != candidates[i].path)
             candidates.push_back({.path = std::move(*real), .isTrash = candidates[i].isTrash});
     return candidates;
 }

@@ -1,6 +1,7 @@
 #include "cli/ChangeLine.h"
 
 #include "model/FileNameText.h"
+#include "model/NumberText.h"
 #include "model/Translation.h"
 
 #include <fmt/format.h>
@@ -30,6 +31,12 @@ std::string changeLine(const FileChange& change, const Output& output, const std
     path += displayName(change);
     return fmt::format("  {}  {:8} {}", output.amountColumn(change.byteDelta), actionWord(change.action),
                        fileNameText(path));
+}
+
+std::string totalsText(const ChangeTotals& totals, const Output& output) {
+    return fmt::format(fmt::runtime(translatedCount("{0} added, {1} freed in {2} file",
+                                                    "{0} added, {1} freed in {2} files", totals.count)),
+                       output.added(totals.added), output.freed(totals.freed), groupedNumber(totals.count));
 }
 
 }  // namespace brindle

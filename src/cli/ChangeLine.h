@@ -11,4 +11,7 @@ namespace brindle {
 /// path; null where it is clear).
 [[nodiscard]] std::string changeLine(const FileChange& change, const Output& output, const std::string* root);
 
+/// "+1.2 MB added, −3.0 kB freed in 5 files".
+[[nodiscard]] std::string totalsText(const ChangeTotals& totals, const Output& output);
+
 }  // namespace brindle

@@ -1,6 +1,8 @@
 #include "cli/ChangesCommand.h"
 
 #include "cli/ChangeLine.h"
+#include "cli/DayWord.h"
+#include "cli/LocationNames.h"
 #include "cli/ValueCoding.h"
 #include "model/FileNameText.h"
 #include "model/NestedPath.h"
@@ -11,7 +13,6 @@
 #include <algorithm>
 #include <fmt/format.h>
 #include <map>
-#include <unordered_map>
 
 namespace brindle {
 namespace {
@@ -20,17 +21,6 @@ struct Period {
     LocalDay first;
     LocalDay last;
 };
-
-LocalDay dayNamed(const std::string& text, const Calendar& calendar, const LocalDay& today) {
-    if (text == "today") return today;
-    if (text == "yesterday") return calendar.addingDays(today, -1);
-    const auto day = LocalDay::parse(text);
-    if (!day || calendar.addingDays(*day, 0) != *day)
-        throw UsageError(fmt::format(
-            fmt::runtime(translated("“{}” isn't a day. Give one like {}, or today, or yesterday.")),
-            fileNameText(text), today.text()));
-    return *day;
-}
 
 Period periodOf(const ChangesOptions& options, const Calendar& calendar) {
     const LocalDay today = calendar.day(systemNow());
@@ -71,12 +61,6 @@ FolderFilter filterFor(const std::string& folder, const std::vector<LocationReco
     return filter;
 }
 
-std::string totalsText(const ChangeTotals& totals, const Output& output) {
-    return fmt::format(fmt::runtime(translatedCount("{0} added, {1} freed in {2} file",
-                                                    "{0} added, {1} freed in {2} files", totals.count)),
-                       output.added(totals.added), output.freed(totals.freed), groupedNumber(totals.count));
-}
-
 void sortLargestFirst(std::vector<FileChange>& changes) {
     std::ranges::sort(changes, [](const FileChange& a, const FileChange& b) {
         const auto magnitude = [](const FileChange& change) { return std::abs(change.byteDelta); };
@@ -91,14 +75,10 @@ void print(const Context& context, const std::map<LocalDay, ChangeTotals>& days,
     for (const auto& [day, totals] : days)
         output.line(fmt::format("{}: {}", output.emphasized(context.calendar.longLabel(day)),
                                 totalsText(totals, output)));
-    std::unordered_map<LocationID, std::string> names;
-    for (const LocationRecord& record : records) names[record.id] = record.name;
-    const std::string removed = translated("Removed location");
+    const LocationNames names(records);
     const std::size_t shown = limit == 0 ? changes.size() : std::min(limit, changes.size());
-    for (std::size_t i = 0; i < shown; ++i) {
-        const auto name = names.find(changes[i].locationID);
-        output.line(changeLine(changes[i], output, name != names.end() ? &name->second : &removed));
-    }
+    for (std::size_t i = 0; i < shown; ++i)
+        output.line(changeLine(changes[i], output, &names.of(changes[i].locationID)));
     if (const auto more = static_cast<std::int64_t>(changes.size() - shown); more > 0)
         output.line(fmt::format(fmt::runtime(translatedCount("  … and {} more; --limit 0 lists all",
                                                              "  … and {} more; --limit 0 lists all", more)),

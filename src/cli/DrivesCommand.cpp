@@ -21,6 +21,10 @@ void print(Output& output, const DriveInfo& drive, const std::optional<VolumeRea
     if (reading)
         text += fmt::format(fmt::runtime(translated(", {} available of {}")),
                             byteAmount(reading->availableBytes), byteAmount(reading->totalBytes));
+    if (reading && reading->snapshotCount.value_or(0) > 0)
+        text += fmt::format(fmt::runtime(translatedCount(", {} local snapshot", ", {} local snapshots",
+                                                         *reading->snapshotCount)),
+                            groupedNumber(*reading->snapshotCount));
     if (isIncluded) text += translated(", included");
     output.line("  " + text);
 }

@@ -2,14 +2,19 @@
 #include "checks/RunLock.h"
 #include "cli/ChangesCommand.h"
 #include "cli/CheckCommand.h"
+#include "cli/DayCommand.h"
 #include "cli/DrivesCommand.h"
+#include "cli/EstimatesCommand.h"
 #include "cli/IncludeCommand.h"
 #include "cli/LocationsCommand.h"
 #include "cli/RemoveCommand.h"
+#include "cli/StatusCommand.h"
 #include "model/FileNameText.h"
 #include "model/Translation.h"
 #include "platform/Paths.h"
 #include "scan/LocationAccess.h"
+#include "settings/LaunchOptions.h"
+#include "settings/SettingsFile.h"
 
 #include <CLI/CLI.hpp>
 #include <clocale>
@@ -36,6 +41,13 @@ constexpr const char* footer =
 const CLI::Validator isNoEmptyPath(
     [](const std::string& path) { return path.empty() ? std::string(translated("A path is empty.")) : ""; },
     "");
+
+/// Where the history is unless the command line says otherwise.
+std::string usualDataDirectory(Output& output) {
+    const StoredSettings stored = SettingsFile::ofUser().read();
+    if (stored.note) output.sentence(*stored.note);
+    return readLaunchOptions(SettingValues(stored.values)).dataDirectory;
+}
 
 int runCommand(const std::function<ExitCode()>& command, Output& output, const std::string& dataDirectory) {
     const auto fail = [&output](ExitCode code, const std::string& sentence) {
@@ -111,6 +123,27 @@ int run(int argc, char** argv) {
     auto* drives = app.add_subcommand("drives", "List the mounted drives and how full they are");
     drives->callback([&] { command = [&] { return runDrives(context()); }; });
 
+    auto* status = app.add_subcommand("status", "Show every location, today's changes and the drives");
+    status->callback([&] { command = [&] { return runStatus(context()); }; });
+
+    auto* dayCommand = app.add_subcommand("day", "Show what is known of a day");
+    std::string dayShown = "today";
+    dayCommand->add_option("DAY", dayShown, "The day: 2026-03-07, today, yesterday (default: today)")
+        ->type_name("");
+    dayCommand->callback([&] { command = [&] { return runDay(context(), dayShown); }; });
+
+    auto* estimates =
+        app.add_subcommand("estimates", "Switch estimates of earlier history, from file dates, on or off");
+    std::string wanted;
+    estimates->add_option("SWITCH", wanted, "on or off; without it, says which")
+        ->check(CLI::IsMember({"on", "off"}))
+        ->type_name("");
+    estimates->callback([&] {
+        command = [&] {
+            return runEstimates(context(), wanted.empty() ? std::nullopt : std::optional(wanted == "on"));
+        };
+    });
+
     auto* changes = app.add_subcommand("changes", "Show what changed on a day, or since a day");
     ChangesOptions options;
     auto* day =
@@ -137,7 +170,8 @@ int run(int argc, char** argv) {
     }
     return runCommand(
         [&] {
-            dataDirectory = dataDirectory.empty() ? defaultDataDirectory() : standardizedPath(dataDirectory);
+            dataDirectory =
+                dataDirectory.empty() ? usualDataDirectory(output) : standardizedPath(dataDirectory);
             return command();
         },
         output, dataDirectory);

@@ -11,6 +11,10 @@ nlohmann::ordered_json orNull(const std::optional<Value>& value) {
     return value ? nlohmann::ordered_json(*value) : nlohmann::ordered_json();
 }
 
+std::string folderText(const FolderPath& components) {
+    return fmt::format("{}", fmt::join(components, "/"));
+}
+
 }  // namespace
 
 void to_json(nlohmann::ordered_json& json, const LocationID& id) {
@@ -25,10 +29,29 @@ void to_json(nlohmann::ordered_json& json, const ChangeTotals& totals) {
     json = {{"added", totals.added}, {"freed", totals.freed}, {"count", totals.count}};
 }
 
+void to_json(nlohmann::ordered_json& json, const EstimateTotals& totals) {
+    json = {{"bytes", totals.bytes}, {"files", totals.files}};
+}
+
+void to_json(nlohmann::ordered_json& json, const DayState& state) {
+    if (const auto* recorded = std::get_if<DayRecorded>(&state))
+        json = {{"state", "recorded"}, {"isPartial", recorded->partial}, {"totals", recorded->totals}};
+    else if (const auto* estimated = std::get_if<DayEstimated>(&state))
+        json = {{"state", "estimated"}, {"estimate", estimated->totals}};
+    else
+        json = {{"state", std::holds_alternative<DayFuture>(state) ? "future" : "noCheck"}};
+}
+
+void to_json(nlohmann::ordered_json& json, const FolderSummary& folder) {
+    json = {{"location", folder.ref.locationID},
+            {"folder", folderText(folder.ref.components)},
+            {"totals", folder.totals}};
+}
+
 void to_json(nlohmann::ordered_json& json, const FileChange& change) {
     json = {{"id", change.id},
             {"location", change.locationID},
-            {"folder", fmt::format("{}", fmt::join(change.folder, "/"))},
+            {"folder", folderText(change.folder)},
             {"name", change.name},
             {"action", rawText(change.action)},
             {"byteDelta", change.byteDelta},

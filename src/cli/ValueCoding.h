@@ -1,6 +1,8 @@
 #pragma once
 
 #include "model/Change.h"
+#include "model/DayState.h"
+#include "model/FolderSummary.h"
 #include "model/LocationRecord.h"
 #include "model/Volume.h"
 #include "model/Walk.h"
@@ -15,6 +17,9 @@ namespace brindle {
 void to_json(nlohmann::ordered_json& json, const LocationID& id);
 void to_json(nlohmann::ordered_json& json, const LocalDay& day);
 void to_json(nlohmann::ordered_json& json, const ChangeTotals& totals);
+void to_json(nlohmann::ordered_json& json, const EstimateTotals& totals);
+void to_json(nlohmann::ordered_json& json, const DayState& state);
+void to_json(nlohmann::ordered_json& json, const FolderSummary& folder);
 void to_json(nlohmann::ordered_json& json, const FileChange& change);
 void to_json(nlohmann::ordered_json& json, const LocationRecord& record);
 void to_json(nlohmann::ordered_json& json, const UnreadableFolder& folder);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/FolderPath.h"
 #include "model/LocalDay.h"
 #include "model/LocationID.h"
 #include "model/UnixTime.h"
@@ -9,7 +10,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace brindle {
 
@@ -33,10 +33,10 @@ enum class DirectionFilter { all, added, freed };
 
 [[nodiscard]] bool passes(DirectionFilter direction, std::int64_t byteDelta);
 
-/// A folder inside a location. Order: location, then component by component, a prefix first.
+/// A folder inside a location. Order: location, then path.
 struct FolderRef {
     LocationID locationID;
-    std::vector<std::string> components;  // empty: the location's root
+    FolderPath components;  // empty: the location's root
 
     auto operator<=>(const FolderRef&) const = default;
 };
@@ -53,8 +53,8 @@ struct LocationScope {
 struct FileChange {
     std::int64_t id = 0;  // unique within one source of history
     LocationID locationID;
-    std::vector<std::string> folder;  // below the location's root; empty: directly in it
-    std::string name;                 // bytes of the file system; may be empty for a group
+    FolderPath folder;  // empty: directly in the location's root
+    std::string name;   // bytes of the file system; may be empty for a group
     ChangeAction action = ChangeAction::added;
     std::int64_t byteDelta = 0;  // positive for added and grew, negative for shrank and removed
     UnixTime observedAt = 0;

@@ -10,8 +10,7 @@ namespace brindle {
 std::vector<FolderSummary> groupedByFolder(std::span<const FileChange> changes, std::size_t depth) {
     std::unordered_map<FolderRef, ChangeTotals> totals;
     for (const FileChange& change : changes) {
-        const auto credited = static_cast<std::ptrdiff_t>(creditedDepth(change.folder, depth));
-        totals[{change.locationID, {change.folder.begin(), change.folder.begin() + credited}}].add(change);
+        totals[{change.locationID, change.folder.first(creditedDepth(change.folder, depth))}].add(change);
     }
     std::vector<FolderSummary> folders;
     folders.reserve(totals.size());

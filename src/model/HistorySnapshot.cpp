@@ -1,7 +1,5 @@
 #include "model/HistorySnapshot.h"
 
-#include "model/CheckedSum.h"
-
 #include <algorithm>
 #include <iterator>
 
@@ -44,8 +42,7 @@ std::optional<EstimateTotals> HistorySnapshot::estimate(const LocalDay& day,
         if (days == estimates.end()) continue;
         const auto found = days->second.find(day);
         if (found == days->second.end()) continue;
-        sum.bytes = checkedSum(sum.bytes, found->second.bytes);
-        sum.files = checkedSum(sum.files, found->second.files);
+        sum += found->second;
     }
     return sum.files < 1 ? std::nullopt : std::optional(sum);
 }

@@ -18,7 +18,7 @@
 namespace brindle {
 
 /// Everything that the pages derive their figures from, as it was at one moment. Of the maps by day, all but
-/// `trackedTotals` begin with the first kept day.
+/// `trackedTotals` begin with the first retained day.
 struct HistorySnapshot {
     bool isExample = false;
     LocalDay today;
@@ -28,8 +28,8 @@ struct HistorySnapshot {
     /// Days on which a check of the location completed; those of them with folders that could not be read.
     std::unordered_map<LocationID, std::unordered_set<LocalDay>> checkedDays;
     std::unordered_map<LocationID, std::unordered_set<LocalDay>> partialDays;
-    /// Logical bytes after a day's last check, ordered, so that they can be carried forward over days
-    /// without.
+    /// Logical bytes at the end of a day, ordered, so that days without a check can take over the ones
+    /// before.
     std::unordered_map<LocationID, std::map<LocalDay, std::int64_t>> trackedTotals;
     std::unordered_map<LocationID, std::unordered_map<LocalDay, ChangeTotals>> dayTotals;
     std::unordered_map<LocationID, std::unordered_map<LocalDay, EstimateTotals>> estimates;

@@ -84,7 +84,8 @@ using EntrySink = std::function<void(std::span<const ScanEntry>)>;
 
 using ProgressSink = std::function<void(const ScanProgress&)>;
 
-/// Walks one location and hands every counted file to the sink. Throws ScanError, Cancelled, or what the
+/// Walks one location and hands every counted file to the sink, each once, ascending by the bytes of their
+/// paths. Throws ScanError, Cancelled, or what the
 /// sink throws.
 using Walk = std::function<ScanReport(const EntrySink&)>;
 

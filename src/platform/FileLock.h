@@ -15,6 +15,9 @@ public:
     /// number of this process. Nothing while somebody else has it. Throws std::system_error with the path.
     [[nodiscard]] static std::optional<FileLock> tryToTake(const std::string& path);
 
+    /// Whether somebody has the lock; asking keeps nobody from it. Throws std::system_error with the path.
+    [[nodiscard]] static bool isTaken(const std::string& path);
+
     /// The number of the process that took the lock last; nothing when the file does not tell.
     [[nodiscard]] static std::optional<int> lastHolder(const std::string& path);
 

@@ -55,4 +55,8 @@ struct FolderProbe {
 [[nodiscard]] FolderProbe probeFolder(const std::string& path, const MountTable& mounts,
                                       const DeviceLookup& lookUp = lookUpDevice);
 
+/// The path without symbolic links of what stands at a standardised path, whatever it is, found in the same
+/// careful way. Nothing when nothing is there or it cannot be told.
+[[nodiscard]] std::optional<std::string> realPath(const std::string& path, const MountTable& mounts);
+
 }  // namespace brindle

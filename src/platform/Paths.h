@@ -40,6 +40,11 @@ namespace brindle {
 [[nodiscard]] std::string dataHome(const std::optional<std::string>& xdgDataHome, std::string_view home);
 [[nodiscard]] std::string dataHome();
 
+/// Where the user's programs keep their settings: the value of $XDG_CONFIG_HOME when it is absolute, else
+/// ".config" in the home folder.
+[[nodiscard]] std::string configHome(const std::optional<std::string>& xdgConfigHome, std::string_view home);
+[[nodiscard]] std::string configHome();
+
 /// Where Brindle keeps its history unless it is told otherwise.
 [[nodiscard]] std::string defaultDataDirectory();
 

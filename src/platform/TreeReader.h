@@ -31,7 +31,8 @@ struct TreeEvent {
         file,                 // a regular file
         unreadableDirectory,  // in place of directoryEnd: its contents, or the rest of them, cannot be read
         noStatus,             // an entry of which nothing can be told
-        other,                // symbolic links, devices, sockets, pipes, folders that contain themselves
+        other,                // symbolic links, devices, sockets, pipes, folders that contain themselves or
+                              // are on another computer
     };
 
     Kind kind = Kind::other;
@@ -45,7 +46,9 @@ struct TreeEvent {
 /// Order: ascending by the bytes of the whole relative path, shorter prefix first, for files and for what
 ///        lies in folders alike: "a-b", "a.txt", "a/x", "a0".
 /// Scope: symbolic links below the root are never followed. Folders on another device than the root's and
-///        dataless folders are not entered: directory, then directoryEnd. Only folders are ever opened.
+///        dataless folders are not entered: directory, then directoryEnd. Folders that are mounted from
+///        another computer when the reading begins are not even looked at: a server that does not answer
+///        holds nobody up. Only folders are ever opened.
 /// Races: a file that goes away while it is read gives no event. A folder that does, or is replaced, is
 ///        unreadable, so that nobody takes its files for removed.
 /// Thread: one at a time.
@@ -68,7 +71,7 @@ struct FileNumber {
     bool operator==(const FileNumber&) const = default;
 };
 
-/// Where trees are read: the system's file systems, or a script in tests. Roots may be symbolic links.
+/// Where trees are read: the system's file systems, or a script in tests.
 class TreeSource {
 public:
     virtual ~TreeSource() = default;
@@ -79,7 +82,8 @@ public:
     /// Throws std::system_error when the contents of `root` cannot be listed.
     virtual void list(const std::string& root) const = 0;
 
-    /// Never fails for the root's sake: what is wrong with it is told by the first events.
+    /// `root` has no symbolic links. Never fails for the root's sake: what is wrong with it is told by the
+    /// first events.
     [[nodiscard]] virtual std::unique_ptr<TreeReader> open(const std::string& root) const = 0;
 };
 

@@ -1,66 +1,71 @@
 #include "store/Commit.h"
 
+#include "model/CheckedSum.h"
+#include "store/BaselineInventory.h"
 #include "store/CommitDiff.h"
-#include "store/CommitStaging.h"
+#include "store/Differences.h"
+#include "store/InventoryMerge.h"
 #include "store/Transaction.h"
 #include "store/UnreadableReason.h"
 
 namespace brindle {
 namespace {
 
-/// The one transaction that makes a walk history.
-class CommitTransaction {
-public:
-    CommitTransaction(SQLiteConnection& db, const CheckRequest& request, const ScanReport& report)
-        : db_(db), request_(request), report_(report), id_(request.record.id.rawValue) {}
+/// What is known of a check once its walk is over.
+struct WalkedCheck {
+    bool isBaseline = false;
+    UnixTime startedAt = 0;
+    ScanReport report;
+    std::optional<VolumeReading> reading;
+};
 
-    CheckCommit run(UnixTime startedAt, const std::optional<VolumeReading>& reading) {
+/// What became of the inventory.
+struct InventoryChange {
+    ChangeTotals totals;
+    std::int64_t trackedBytes = 0;
+};
+
+/// The rows that make a walk history. Inside the commit's transaction.
+class CommitRows {
+public:
+    CommitRows(SQLiteConnection& db, const CheckRequest& request, const WalkedCheck& check)
+        : db_(db), request_(request), check_(check), report_(check.report), id_(request.record.id.rawValue) {}
+
+    /// `updateInventory` takes the DiffContext of this check and gives an InventoryChange.
+    template <class UpdateInventory>
+    CheckCommit write(UpdateInventory&& updateInventory) {
         finishedAt_ = request_.now();
         day_ = request_.calendar.day(finishedAt_).text();
-        const std::int64_t scanID = insertRun(startedAt);
-        ChangeTotals totals;
-        if (isBaseline())
-            setInventory();
-        else
-            totals = recordDifferences(
-                db_,
-                {.locationID = request_.record.id, .scanID = scanID, .finishedAt = finishedAt_, .day = day_},
-                report_);
-        if (totals.count > 0) addToDay(totals);
-        const std::int64_t tracked = storeTrackedBytes(scanID);
-        updateLocation(tracked);
+        const std::int64_t scanID = insertRun();
+        const InventoryChange change = updateInventory(DiffContext{
+            .locationID = request_.record.id, .scanID = scanID, .finishedAt = finishedAt_, .day = day_});
+        if (change.totals.count > 0) addToDay(change.totals);
+        storeTrackedBytes(scanID, change.trackedBytes);
+        updateLocation(change.trackedBytes);
         storeUnreadableFolders();
-        if (reading) storeCapacity(*reading);
+        if (check_.reading) storeCapacity(*check_.reading);
         return {.locationID = request_.record.id,
-                .isBaseline = isBaseline(),
-                .totals = totals,
-                .trackedBytes = tracked,
+                .isBaseline = check_.isBaseline,
+                .totals = change.totals,
+                .trackedBytes = change.trackedBytes,
                 .unreadableCount = unreadableCount(),
                 .finishedAt = finishedAt_};
     }
 
 private:
-    [[nodiscard]] bool isBaseline() const { return !request_.record.baselineAt; }
     [[nodiscard]] std::int64_t unreadableCount() const {
         return static_cast<std::int64_t>(report_.unreadable.size());
     }
 
-    std::int64_t insertRun(UnixTime startedAt) {
+    std::int64_t insertRun() {
         db_.run(
             "INSERT INTO scan_runs (location_id, started_at, finished_at, local_day, outcome, partial, "
             "files_seen, tracked_bytes, unreadable_folders, cloud_only_bytes, allocated_bytes, trash_bytes) "
             "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
-            id_, startedAt, finishedAt_, day_, isBaseline() ? "baseline" : "check",
+            id_, check_.startedAt, finishedAt_, day_, check_.isBaseline ? "baseline" : "check",
             !report_.unreadable.empty(), report_.filesSeen, 0, unreadableCount(), report_.cloudOnlyBytes,
             report_.allocatedBytes, report_.trashBytes);
         return db_.lastInsertRowID();
-    }
-
-    void setInventory() {
-        db_.run("DELETE FROM inventory WHERE location_id = ?", id_);
-        db_.run(
-            "INSERT INTO inventory (location_id, rel_path, size) SELECT ?, rel_path, size FROM temp.staging",
-            id_);
     }
 
     void addToDay(const ChangeTotals& totals) {
@@ -71,16 +76,12 @@ private:
             id_, day_, totals.added, totals.freed, totals.count);
     }
 
-    std::int64_t storeTrackedBytes(std::int64_t scanID) {
-        const std::int64_t tracked =
-            db_.scalarInt64("SELECT COALESCE(SUM(size), 0) FROM inventory WHERE location_id = ?", id_)
-                .value_or(0);
+    void storeTrackedBytes(std::int64_t scanID, std::int64_t tracked) {
         db_.run("UPDATE scan_runs SET tracked_bytes = ? WHERE id = ?", tracked, scanID);
         db_.run(
             "INSERT INTO tracked_totals (location_id, local_day, bytes) VALUES (?, ?, ?) "
             "ON CONFLICT (location_id, local_day) DO UPDATE SET bytes = excluded.bytes",
             id_, day_, tracked);
-        return tracked;
     }
 
     void updateLocation(std::int64_t tracked) {
@@ -116,22 +117,92 @@ private:
 
     SQLiteConnection& db_;
     const CheckRequest& request_;
+    const WalkedCheck& check_;
     const ScanReport& report_;
     const std::string& id_;
     UnixTime finishedAt_ = 0;
     std::string day_;
 };
 
+/// What every commit changes, and so tells whether one came in between.
+struct CommittedState {
+    std::optional<UnixTime> baselineAt;
+    std::optional<UnixTime> lastCheckAt;
+    std::optional<std::int64_t> lastRun;  // of any location
+
+    bool operator==(const CommittedState&) const = default;
+};
+
+/// Throws: LocationGone.
+CommittedState loadState(SQLiteConnection& db, const LocationID& id) {
+    auto row = db.prepare(
+        "SELECT baseline_at, last_check_at, (SELECT MAX(id) FROM scan_runs) FROM locations "
+        "WHERE id = ? AND removed_at IS NULL");
+    row.bind(id.rawValue);
+    if (!row.step()) throw LocationGone();
+    return {row.optionalReal(0), row.optionalReal(1), row.optionalInt64(2)};
+}
+
+/// Runs the walk and what comes between it and the commit.
+WalkedCheck walk(const CheckRequest& request, bool isBaseline, const EntrySink& sink) {
+    WalkedCheck check{.isBaseline = isBaseline, .startedAt = request.now()};
+    check.report = request.walk(sink);
+    if (request.cancellation && request.cancellation->isSet()) throw Cancelled();
+    if (request.readVolume) check.reading = request.readVolume();
+    return check;
+}
+
+/// Nothing is stored that a first check could be compared with: its files go straight into the inventory, in
+/// the transaction that will be the commit. Nothing when the location has its baseline by now.
+std::optional<CheckCommit> commitBaseline(SQLiteConnection& db, const CheckRequest& request) {
+    return inTransaction(db, [&]() -> std::optional<CheckCommit> {
+        if (loadState(db, request.record.id).baselineAt) return {};
+        BaselineInventory inventory(db, request.record.id);
+        const WalkedCheck check =
+            walk(request, true, [&](std::span<const ScanEntry> batch) { inventory.add(batch); });
+        return CommitRows(db, request, check).write([&](const DiffContext&) {
+            return InventoryChange{.trackedBytes = inventory.bytes()};
+        });
+    });
+}
+
+/// Nothing when the inventory is not the one any more that the walk was held against.
+std::optional<CheckCommit> commitDifferences(SQLiteConnection& db, const CheckRequest& request) {
+    Differences differences(db);
+    WalkedCheck check;
+    CommittedState compared;
+    std::int64_t inventoryBytes = 0;
+    // Whoever else writes to the history meanwhile need not wait for the walk.
+    inTransaction(
+        db,
+        [&] {
+            compared = loadState(db, request.record.id);
+            InventoryMerge merge(db, request.record.id, differences);
+            check = walk(request, false, [&](std::span<const ScanEntry> batch) { merge.add(batch); });
+            merge.finish();
+            inventoryBytes = merge.inventoryBytes();
+        },
+        TransactionKind::read);
+    return inTransaction(db, [&]() -> std::optional<CheckCommit> {
+        if (loadState(db, request.record.id) != compared) return {};
+        return CommitRows(db, request, check).write([&](const DiffContext& context) {
+            const auto recorded = recordDifferences(db, context, check.report, differences);
+            return InventoryChange{.totals = recorded.totals,
+                                   .trackedBytes = checkedSum(inventoryBytes, recorded.inventoryDelta)};
+        });
+    });
+}
+
 }  // namespace
 
 CheckCommit commitCheck(SQLiteConnection& db, const CheckRequest& request) {
-    const UnixTime startedAt = request.now();
-    CommitStaging staging(db);
-    const ScanReport report =
-        request.walk([&staging](std::span<const ScanEntry> batch) { staging.add(batch); });
-    if (request.cancellation && request.cancellation->isSet()) throw Cancelled();
-    const auto reading = request.readVolume ? request.readVolume() : std::nullopt;
-    return inTransaction(db, [&] { return CommitTransaction(db, request, report).run(startedAt, reading); });
+    for (;;) {
+        const bool isBaseline = !loadState(db, request.record.id).baselineAt;
+        // Starts over when another program committed a check in between: what was compared may not be what is
+        // stored any more.
+        if (auto commit = isBaseline ? commitBaseline(db, request) : commitDifferences(db, request))
+            return std::move(*commit);
+    }
 }
 
 }  // namespace brindle

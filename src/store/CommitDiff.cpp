@@ -60,67 +60,64 @@ private:
     ChangeTotals totals_;
 };
 
-void observeNewAndChanged(SQLiteConnection& db, const DiffContext& context, Observations& observations) {
+/// Keeps the inventory of one location up to date.
+class Inventory {
+public:
+    Inventory(SQLiteConnection& db, const LocationID& location)
+        : location_(location),
+          set_(db.prepare("INSERT INTO inventory (location_id, rel_path, size) VALUES (?, ?, ?) "
+                          "ON CONFLICT (location_id, rel_path) DO UPDATE SET size = excluded.size")),
+          remove_(db.prepare("DELETE FROM inventory WHERE location_id = ? AND rel_path = ?")) {}
+
+    void set(std::string_view path, std::int64_t size) {
+        set_.bind(location_.rawValue, path, size);
+        set_.finish();
+    }
+    void remove(std::string_view path) {
+        remove_.bind(location_.rawValue, path);
+        remove_.finish();
+    }
+
+private:
+    const LocationID& location_;
+    SQLiteStatement set_;
+    SQLiteStatement remove_;
+};
+
+}  // namespace
+
+RecordedDifferences recordDifferences(SQLiteConnection& db, const DiffContext& context,
+                                      const ScanReport& report, Differences& differences) {
+    Observations observations(db, context);
+    Inventory inventory(db, context.locationID);
+    std::int64_t inventoryDelta = 0;
+
     const PathSet hiddenBefore = previouslyUnreadable(db, context.locationID);
-    auto rows = db.prepare(
-        "SELECT s.rel_path, s.size, i.size FROM temp.staging s "
-        "LEFT JOIN inventory i ON i.location_id = ?1 AND i.rel_path = s.rel_path "
-        "WHERE i.rel_path IS NULL OR i.size != s.size");
-    rows.bind(context.locationID.rawValue);
-    while (rows.step()) {
+    for (auto rows = differences.seen(); rows.step();) {
         const std::string_view path = rows.textView(0);
         const std::int64_t size = rows.int64(1);
-        if (const auto stored = rows.optionalInt64(2)) {
-            const std::int64_t delta = checkedDifference(size, *stored);
-            observations.write(path, delta > 0 ? ChangeAction::grew : ChangeAction::shrank, delta);
-            continue;
-        }
-        // A file below a folder that could not be read before was hidden, not added.
-        if (size < 1 || isUnderAny(path, hiddenBefore)) continue;
-        observations.write(path, ChangeAction::added, size);
+        const auto stored = rows.optionalInt64(2);
+        const std::int64_t delta = checkedDifference(size, stored.value_or(0));
+        inventory.set(path, size);
+        inventoryDelta = checkedSum(inventoryDelta, delta);
+        if (stored) observations.write(path, delta > 0 ? ChangeAction::grew : ChangeAction::shrank, delta);
+        // A file below a folder that could not be read before was hidden, not added; empty ones are not news.
+        else if (size > 0 && !isUnderAny(path, hiddenBefore))
+            observations.write(path, ChangeAction::added, size);
     }
-}
 
-void observeRemoved(SQLiteConnection& db, const DiffContext& context, const ScanReport& report,
-                    Observations& observations) {
     const PathSet hiddenNow = skippedNow(report);
-    auto remember = db.prepare("INSERT OR IGNORE INTO temp.removed (rel_path) VALUES (?)");
-    auto rows = db.prepare(
-        "SELECT i.rel_path, i.size FROM inventory i WHERE i.location_id = ?1 "
-        "AND NOT EXISTS (SELECT 1 FROM temp.staging s WHERE s.rel_path = i.rel_path)");
-    rows.bind(context.locationID.rawValue);
-    while (rows.step()) {
+    for (auto rows = differences.unseen(); rows.step();) {
         const std::string_view path = rows.textView(0);
         const std::int64_t size = rows.int64(1);
         // A folder unreadable today keeps its files: they are hidden, not gone. Without this, one lost
         // permission would be recorded as gigabytes freed, and its return as added.
         if (isUnderAny(path, hiddenNow)) continue;
-        remember.bind(path);
-        remember.finish();
+        inventory.remove(path);
+        inventoryDelta = checkedDifference(inventoryDelta, size);
         if (size > 0) observations.write(path, ChangeAction::removed, -size);
     }
-}
-
-void applyToInventory(SQLiteConnection& db, const LocationID& location) {
-    db.run(
-        "INSERT INTO inventory (location_id, rel_path, size) "
-        "SELECT ?1, s.rel_path, s.size FROM temp.staging s "
-        "LEFT JOIN inventory i ON i.location_id = ?1 AND i.rel_path = s.rel_path "
-        "WHERE i.rel_path IS NULL OR i.size != s.size "
-        "ON CONFLICT (location_id, rel_path) DO UPDATE SET size = excluded.size",
-        location.rawValue);
-    db.run("DELETE FROM inventory WHERE location_id = ?1 AND rel_path IN (SELECT rel_path FROM temp.removed)",
-           location.rawValue);
-}
-
-}  // namespace
-
-ChangeTotals recordDifferences(SQLiteConnection& db, const DiffContext& context, const ScanReport& report) {
-    Observations observations(db, context);
-    observeNewAndChanged(db, context, observations);
-    observeRemoved(db, context, report, observations);
-    applyToInventory(db, context.locationID);
-    return observations.totals();
+    return {.totals = observations.totals(), .inventoryDelta = inventoryDelta};
 }
 
 }  // namespace brindle

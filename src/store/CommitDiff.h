@@ -3,6 +3,7 @@
 #include "model/Change.h"
 #include "model/LocationID.h"
 #include "model/Walk.h"
+#include "store/Differences.h"
 #include "store/SQLiteConnection.h"
 
 #include <cstdint>
@@ -18,9 +19,15 @@ struct DiffContext {
     std::string day;
 };
 
-/// Writes an observation for every difference between `temp.staging` and the location's inventory, brings
-/// the inventory up to date, and returns what the observations add up to. Inside the commit's transaction.
-[[nodiscard]] ChangeTotals recordDifferences(SQLiteConnection& db, const DiffContext& context,
-                                             const ScanReport& report);
+/// What recording the differences came to.
+struct RecordedDifferences {
+    ChangeTotals totals;              // of the observations
+    std::int64_t inventoryDelta = 0;  // bytes by which the inventory grew (shrank, when negative)
+};
+
+/// Writes an observation for every difference that is news, and brings the inventory up to date. Inside the
+/// commit's transaction.
+[[nodiscard]] RecordedDifferences recordDifferences(SQLiteConnection& db, const DiffContext& context,
+                                                    const ScanReport& report, Differences& differences);
 
 }  // namespace brindle

@@ -16,7 +16,7 @@ std::vector<FileChange> estimatesBetween(SQLiteConnection& db, const LocalDay& f
     while (rows.step())
         changes.push_back({.id = rows.int64(0),
                            .locationID = {rows.text(1)},
-                           .folder = folders.components(rows.textView(2)),
+                           .folder = folders.path(rows.textView(2)),
                            .name = rows.text(3),
                            .action = ChangeAction::added,
                            .byteDelta = rows.int64(4),
@@ -36,7 +36,7 @@ std::vector<EstimatedFolder> estimateContributorsSince(SQLiteConnection& db, con
     FolderTexts folders;
     std::vector<EstimatedFolder> estimated;
     while (rows.step())
-        estimated.push_back({.ref = {{rows.text(0)}, folders.components(rows.textView(1))},
+        estimated.push_back({.ref = {{rows.text(0)}, folders.path(rows.textView(1))},
                              .totals = {rows.int64(2), rows.int64(3)}});
     return estimated;
 }

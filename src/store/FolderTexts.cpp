@@ -1,5 +1,7 @@
 #include "store/FolderTexts.h"
 
+#include <vector>
+
 namespace brindle {
 namespace {
 
@@ -15,10 +17,14 @@ std::vector<std::string> splitPath(std::string_view path) {
 
 }  // namespace
 
-const std::vector<std::string>& FolderTexts::components(std::string_view folder) {
-    auto known = known_.find(folder);
-    if (known == known_.end()) known = known_.emplace(folder, splitPath(folder)).first;
-    return known->second;
+const FolderPath& FolderTexts::path(std::string_view folder) {
+    // What a check recorded of one folder stands together.
+    if (last_ == nullptr || last_->first != folder) {
+        auto known = known_.find(folder);
+        if (known == known_.end()) known = known_.emplace(folder, splitPath(folder)).first;
+        last_ = &*known;
+    }
+    return last_->second;
 }
 
 }  // namespace brindle

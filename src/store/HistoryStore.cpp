@@ -32,7 +32,7 @@ HistoryStore::HistoryStore(std::filesystem::path directory, const Clock& now)
             // there is room for the history, and not into a shared or a memory-backed one.
             db.execute("PRAGMA temp_store_directory = " + textLiteral(directory_.string()));
             // Both are read and written in the order of their keys, so that a few pages at a time do: larger
-            // caches made checks no faster, larger pages of the staged rows did. In KiB, and in bytes.
+            // caches made checks no faster, larger pages of the temporary rows did. In KiB, and in bytes.
             db.execute(
                 "PRAGMA main.cache_size = -1024; PRAGMA temp.page_size = 16384;"
                 "PRAGMA temp.cache_size = -512");

@@ -8,12 +8,16 @@
 
 namespace brindle {
 
-/// Runs `body` in one immediate transaction and returns its result. When the body or the commit throws,
-/// everything is rolled back and that error goes on; an error of the rollback itself is not heard.
-/// Immediate, so that the wait for another writer is over before the first statement.
+/// Whether a transaction takes the right to write at its beginning, so that the wait for another writer is
+/// over before the first statement, or only sees one state of the history throughout and holds up nobody.
+enum class TransactionKind { write, read };
+
+/// Runs `body` in one transaction and returns its result. When the body or the commit throws, everything is
+/// rolled back and that error goes on; an error of the rollback itself is not heard. A reading transaction
+/// may write to temporary tables.
 template <class Body>
-auto inTransaction(SQLiteConnection& db, Body&& body) {
-    db.execute("BEGIN IMMEDIATE");
+auto inTransaction(SQLiteConnection& db, Body&& body, TransactionKind kind = TransactionKind::write) {
+    db.execute(kind == TransactionKind::write ? "BEGIN IMMEDIATE" : "BEGIN");
     try {
         if constexpr (std::is_void_v<std::invoke_result_t<Body>>) {
             std::forward<Body>(body)();

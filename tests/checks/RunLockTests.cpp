@@ -38,6 +38,16 @@ TEST_F(Lock, RefusesASecondProgramAndTellsWhoHasIt) {
     EXPECT_NO_THROW(take(RunLock::WhenTaken::refuse));
 }
 
+TEST_F(Lock, IsAskedForWithoutBeingTaken) {
+    EXPECT_EQ(otherProgramText(directory), std::nullopt);  // and no file is made by asking
+    EXPECT_FALSE(std::filesystem::exists(directory));
+    OtherProgram other(directory);
+    EXPECT_THAT(otherProgramText(directory).value_or(""),
+                testing::HasSubstr("process " + std::to_string(other.process())));
+    other.die();
+    EXPECT_EQ(otherProgramText(directory), std::nullopt);
+}
+
 TEST_F(Lock, WaitsUntilTheOtherProgramIsDoneOrTheUserHasEnough) {
     OtherProgram other(directory);
     std::thread impatient([this] { cancellation.set(); });

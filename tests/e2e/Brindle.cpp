@@ -21,8 +21,9 @@ Brindle::Brindle() {
 ProgramLaunch Brindle::launch(std::vector<std::string> arguments) const {
     ProgramLaunch launch{
         .arguments = runner_,
-        .environment = {"HOME=" + home().native(), "XDG_DATA_HOME=" + (home() / "share").native(), "TZ=UTC",
-                        "LC_ALL=C.UTF-8", "TERM=xterm"},
+        .environment = {"HOME=" + home().native(), "XDG_DATA_HOME=" + (home() / "share").native(),
+                        "XDG_CONFIG_HOME=" + (home() / "config").native(), "TZ=UTC", "LC_ALL=C.UTF-8",
+                        "TERM=xterm"},
         .folder = home()};
     launch.arguments.insert(launch.arguments.end(),
                             {BRINDLE_PROGRAM, "--data-dir", dataDirectory().native()});

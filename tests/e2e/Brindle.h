@@ -26,6 +26,9 @@ public:
 
     [[nodiscard]] std::filesystem::path home() const { return folder_.path() / "home"; }
     [[nodiscard]] std::filesystem::path dataDirectory() const { return home() / "data"; }
+    [[nodiscard]] std::filesystem::path settingsFile() const {
+        return home() / "config/Brindle/preferences.json";
+    }
     [[nodiscard]] std::filesystem::path historyFile() const { return dataDirectory() / "History.sqlite"; }
 
 private:

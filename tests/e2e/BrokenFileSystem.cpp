@@ -1,11 +1,12 @@
 // A small file system in memory whose disk can be made to fail:
 //
-//     broken_file_system FAULT_FILE MOUNT_POINT
+//     broken_file_system FAULT_FILE MOUNT_POINT [OPTIONS]
 //
 // holds /a, /z and /deep with its files 0 to 1499, of 1,000 bytes each. FAULT_FILE names what fails from now
 // on with an error of input and output: "open", "list" (in the middle), "status" (of file 750) are faults of
 // /deep, and "root" is one of the root's listing. "slow" fails nothing, but takes a millisecond for the
-// status of a file. Any other text, or none, stands for a disk that works.
+// status of a file; "silent" is a server that never answers again. Any other text, or none, stands for a disk
+// that works. OPTIONS are those of the mount: what the file system is known by.
 
 #define FUSE_USE_VERSION 31
 
@@ -19,7 +20,9 @@
 #include <string>
 #include <string_view>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <thread>
+#include <unistd.h>
 
 namespace {
 
@@ -35,6 +38,10 @@ bool isBroken(std::string_view part) {
     std::string fault;
     std::ifstream(faultFile) >> fault;
     return fault == part;
+}
+
+void stayAwayIfSilent() {
+    while (isBroken("silent")) ::pause();
 }
 
 std::optional<int> numberOf(std::string_view path) {
@@ -66,6 +73,7 @@ void* start(fuse_conn_info*, fuse_config* config) {
 
 int getStatus(const char* text, struct stat* status, fuse_file_info*) {
     const std::string_view path = text;
+    stayAwayIfSilent();
     if (path == "/") {
         describe(*status, rootNumber, true);
     } else if (path == "/deep") {
@@ -83,12 +91,14 @@ int getStatus(const char* text, struct stat* status, fuse_file_info*) {
 }
 
 int openFolder(const char* path, fuse_file_info*) {
+    stayAwayIfSilent();
     return std::string_view(path) == "/deep" && isBroken("open") ? -EIO : 0;
 }
 
 int readFolder(const char* path, void* buffer, fuse_fill_dir_t fill, off_t offset, fuse_file_info*,
                fuse_readdir_flags) {
     constexpr fuse_fill_dir_flags plain{};
+    stayAwayIfSilent();
     if (std::string_view(path) == "/") {
         if (isBroken("root")) return -EIO;
         for (const char* name : {".", "..", "a", "deep", "z"}) fill(buffer, name, nullptr, 0, plain);
@@ -102,20 +112,27 @@ int readFolder(const char* path, void* buffer, fuse_fill_dir_t fill, off_t offse
     return 0;
 }
 
+int describeDisk(const char*, struct statvfs* status) {
+    stayAwayIfSilent();
+    *status = {.f_bsize = 4096, .f_frsize = 4096, .f_blocks = 1000, .f_bfree = 500, .f_bavail = 500};
+    return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 3) return 2;
+    if (argc != 3 && argc != 4) return 2;
     faultFile = argv[1];
     fuse_operations operations{};
     operations.init = start;
     operations.getattr = getStatus;
     operations.opendir = openFolder;
     operations.readdir = readFolder;
-    // In the foreground and one request at a time. The name is what the file system is known by.
+    operations.statfs = describeDisk;
+    // In the foreground and one request at a time.
     char foreground[] = "-f";
     char oneThread[] = "-s";
-    char options[] = "-ofsname=broken,allow_other";
-    char* arguments[] = {argv[0], foreground, oneThread, options, argv[2]};
+    std::string options = std::string("-oallow_other,") + (argc == 4 ? argv[3] : "fsname=broken");
+    char* arguments[] = {argv[0], foreground, oneThread, options.data(), argv[2]};
     return fuse_main(std::size(arguments), arguments, &operations, nullptr);
 }

@@ -1,5 +1,5 @@
 #include "e2e/Records.h"
-#include "e2e/Rounds.h"
+#include "support/Rounds.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,6 +1,6 @@
 #include "e2e/Records.h"
-#include "e2e/Rounds.h"
 #include "support/RandomTree.h"
+#include "support/Rounds.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -167,10 +167,21 @@ protected:
 
 TEST_F(HostileNames, AreShownEscaped) {
     const fs::path nowhere = folder.path() / (std::string("nowhere") + name);
-    const std::vector<std::vector<std::string>> commands{
-        {"check", tree},      {"locations"},          {"changes"},          {"changes", tree / name},
-        {"check", nowhere},   {"check", tree / name}, {"changes", nowhere}, {"changes", "--day", name},
-        {"include", nowhere}, {"include", tree},      {"remove", nowhere},  {"forget", tree}};
+    const std::vector<std::vector<std::string>> commands{{"status"},
+                                                         {"day"},
+                                                         {"day", name},
+                                                         {"check", tree},
+                                                         {"locations"},
+                                                         {"changes"},
+                                                         {"changes", tree / name},
+                                                         {"check", nowhere},
+                                                         {"check", tree / name},
+                                                         {"changes", nowhere},
+                                                         {"changes", "--day", name},
+                                                         {"include", nowhere},
+                                                         {"include", tree},
+                                                         {"remove", nowhere},
+                                                         {"forget", tree}};
     for (const auto& command : commands) {
         SCOPED_TRACE(testing::PrintToString(command));
         const auto piped = brindle.run(command);

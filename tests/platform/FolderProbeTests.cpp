@@ -71,6 +71,9 @@ TEST(FolderProbe, TellsWhatStandsAtAPath) {
     const auto mounts = MountTable::current();
     for (const auto& [path, state] : cases) EXPECT_EQ(probeFolder(path, mounts).state, state) << path;
 
+    EXPECT_EQ(realPath(folder / "winding/inner", mounts), folder / "real/inner");
+    EXPECT_EQ(realPath(folder / "to-file", mounts), folder / "file");
+    EXPECT_FALSE(realPath(folder / "dangling", mounts));
     EXPECT_EQ(probeFolder(folder / "winding", mounts).identity,
               probeFolder(folder / "real", mounts).identity);
     EXPECT_NE(probeFolder(folder / "relative", mounts).identity,
@@ -87,6 +90,8 @@ TEST(FolderProbe, AServerIsNeverTouchedHoweverThePathComesThere) {
     for (const auto* name : {"server", "server/inner", "server/absent", "link", "link/inner/x", "chain"})
         EXPECT_EQ(probeFolder(folder / name, mounts).state, FolderState::notLocal) << name;
     EXPECT_EQ(probeFolder(folder, mounts).state, FolderState::readable);
+    EXPECT_FALSE(realPath(folder / "chain", mounts));
+    EXPECT_FALSE(realPath(folder / "server", mounts));
 }
 
 TEST(FolderProbe, AMountThatIsNewerThanTheTableIsMissing) {

@@ -55,8 +55,11 @@ TEST(Paths, LieBelowAFolderByWholeComponents) {
 
 TEST(Paths, TheDataHomeIsTheUsersChoiceOnlyWhenItIsAbsolute) {
     EXPECT_EQ(dataHome("/data//ann/", "/home/ann"), "/data/ann");
-    for (const std::optional<std::string>& value : {std::optional<std::string>(), {""}, {"data"}})
+    EXPECT_EQ(configHome("/settings//ann/", "/home/ann"), "/settings/ann");
+    for (const std::optional<std::string>& value : {std::optional<std::string>(), {""}, {"data"}}) {
         EXPECT_EQ(dataHome(value, "/home/ann"), "/home/ann/.local/share");
+        EXPECT_EQ(configHome(value, "/home/ann"), "/home/ann/.config");
+    }
 }
 
 TEST(Paths, TheRunningProgramIsFound) {

@@ -427,9 +427,20 @@ protected:
         writeFile(root / "c");
     }
 
-    Trace traceWith(const ListingCall& call) const {
-        LinuxTreeReader reader(root, isDatalessHere, call);
+    Trace traceWith(const ListingCall& call, const PathSet& elsewhere = {}) const {
+        LinuxTreeReader reader(root, isDatalessHere, call, elsewhere);
         return trace(reader);
+    }
+
+    /// A listing that does not tell what the entries are.
+    static ssize_t listWithoutKinds(int folder, void* buffer, std::size_t size) {
+        const auto length = getdents64(folder, buffer, size);
+        for (ssize_t at = 0; at < length;) {
+            auto* entry = reinterpret_cast<dirent64*>(static_cast<char*>(buffer) + at);
+            entry->d_type = DT_UNKNOWN;
+            at += entry->d_reclen;
+        }
+        return length;
     }
 };
 
@@ -447,12 +458,7 @@ TEST_F(TreeReaderListing, MayLeaveOutTheKindsAndNameAnEntryTwice) {
     const auto expected = trace(root);
     bool isRepeat = false;
     const auto forgetful = [&](int folder, void* buffer, std::size_t size) -> ssize_t {
-        const auto length = getdents64(folder, buffer, size);
-        for (ssize_t at = 0; at < length;) {
-            auto* entry = reinterpret_cast<dirent64*>(static_cast<char*>(buffer) + at);
-            entry->d_type = DT_UNKNOWN;
-            at += entry->d_reclen;
-        }
+        const auto length = listWithoutKinds(folder, buffer, size);
         if (length == 0 && !std::exchange(isRepeat, !isRepeat)) {
             lseek(folder, 0, SEEK_SET);
             return getdents64(folder, buffer, size);
@@ -460,6 +466,14 @@ TEST_F(TreeReaderListing, MayLeaveOutTheKindsAndNameAnEntryTwice) {
         return length;
     };
     EXPECT_EQ(traceWith(forgetful), expected);
+}
+
+TEST_F(TreeReaderListing, OfAFolderElsewhereIsNeverAskedFor) {
+    for (const ListingCall& list : {ListingCall(getdents64), ListingCall(listWithoutKinds)}) {
+        EXPECT_THAT(traceWith(list, {"b/x-folder"}),
+                    ElementsAre("D ", "D b", "F b/x 0", "O b/x-folder", "E b", "F c 0", "E "));
+        EXPECT_THAT(traceWith(list, {"b"}), ElementsAre("D ", "O b", "F c 0", "E "));
+    }
 }
 
 }  // namespace

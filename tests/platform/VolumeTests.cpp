@@ -1,9 +1,12 @@
 #include "platform/Capacity.h"
 #include "platform/FolderProbe.h"
+#include "platform/Snapshots.h"
 #include "platform/VolumeIdentity.h"
 #include "support/TempFolder.h"
 #include "support/TestMounts.h"
+#include "support/Unprivileged.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -159,6 +162,83 @@ TEST(Capacity, IsWhatTheFileSystemStates) {
         << "reserved blocks are neither";
     EXPECT_FALSE(reading->snapshotCount);
     EXPECT_EQ(reading->readAt, 12.5);
+}
+
+/// A pool with subvolumes of every kind, of which the read-only snapshots count.
+class SnapshotsOfAPool : public testing::Test {
+protected:
+    void SetUp() override {
+        SKIP_UNLESS_MOUNTS_WORK();
+        fs::create_directory(pool);
+        if (!makeImage(folder.path() / "image", "btrfs")) GTEST_SKIP() << "no tools for btrfs";
+        mount.emplace(TestMount::image(folder.path() / "image", pool));
+    }
+
+    void btrfs(const std::string& command) const {
+        const auto whole = "cd '" + pool.native() + "' && btrfs -q " + command + " >/dev/null";
+        ASSERT_EQ(std::system(whole.c_str()), 0) << command;
+    }
+    [[nodiscard]] std::optional<std::int64_t> countAt(const fs::path& path) const {
+        const auto reading = readCapacity(path, "id", "", 0);
+        return reading ? reading->snapshotCount : -1;
+    }
+
+    const TempFolder folder;
+    const fs::path pool = folder.path() / "pool";
+    std::optional<TestMount> mount;
+};
+
+TEST_F(SnapshotsOfAPool, AreTheReadOnlyOnesWhereverTheyLie) {
+    EXPECT_EQ(countAt(pool), 0) << "none is not the same as unknown";
+    btrfs("subvolume create data");
+    btrfs("subvolume create data/inner");
+    btrfs("subvolume create closed");
+    btrfs("property set closed ro true");
+    btrfs("subvolume snapshot data writable");
+    EXPECT_EQ(countAt(pool), 0);
+
+    fs::create_directory(pool / "hidden");
+    fs::permissions(pool / "hidden", fs::perms(0700));
+    btrfs("subvolume snapshot -r data first");
+    btrfs("subvolume snapshot -r . data/inner/second");
+    btrfs("subvolume snapshot -r data hidden/third");
+    EXPECT_EQ(countAt(pool), 3);
+    EXPECT_EQ(countAt(pool / "data"), 3);
+    EXPECT_EQ(countAt(pool / "hidden"), 3);
+
+    fs::create_directory(folder.path() / "part");
+    mount.reset();
+    mount.emplace(TestMount::image(folder.path() / "image", folder.path() / "part", "loop,subvol=closed"));
+    EXPECT_EQ(countAt(folder.path() / "part"), 3) << "wherever the pool is entered";
+}
+
+TEST_F(SnapshotsOfAPool, AreNotCountedByHalf) {
+    for (const auto& path : {folder.path(), pool}) fs::permissions(path, fs::perms(0755));
+    btrfs("subvolume create data");
+    btrfs("subvolume snapshot -r data seen");
+    EXPECT_TRUE(holdsUnprivileged([&] { return !countAt(pool); }));
+}
+
+TEST(Snapshots, OfZFSAreTheEntriesOfItsFolderAtTheTop) {
+    SKIP_UNLESS_MOUNTS_WORK();
+    const TempFolder folder;
+    const auto memory = TestMount::memory(folder.path());
+    fs::create_directories(folder.path() / "inner/.zfs/snapshot/none");
+    const auto asZFS = [&] {
+        auto mounts = MountTable::current().mounts();
+        std::ranges::find(mounts, folder.path().native(), &Mount::target)->type = "zfs";
+        return MountTable(std::move(mounts));
+    };
+    const auto count = [&](const MountTable& table) {
+        return countSnapshots(probeFolder(folder.path() / "inner", table), table);
+    };
+    EXPECT_FALSE(count(asZFS()));
+    fs::create_directories(folder.path() / ".zfs/snapshot");
+    EXPECT_EQ(count(asZFS()), 0);
+    for (const auto* name : {"daily", "..weekly"})
+        fs::create_directory(folder.path() / ".zfs/snapshot" / name);
+    EXPECT_EQ(count(asZFS()), 2);
+    EXPECT_FALSE(count(MountTable::current())) << "tmpfs knows none";
 }
 
 TEST(Capacity, NothingIsReadWhereNothingIsStated) {

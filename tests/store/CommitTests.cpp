@@ -206,7 +206,7 @@ TEST(Commit, ManyBatchesAndNamesOfAnyBytesAreKept) {
     ASSERT_EQ(changes.size(), 2U);
     EXPECT_EQ(changes[0].name, everyByte);
     EXPECT_EQ(changes[0].byteDelta, 1);
-    EXPECT_EQ(changes[1].folder, std::vector<std::string>{"d1"});
+    EXPECT_EQ(changes[1].folder, FolderPath{"d1"});
     EXPECT_EQ(changes[1].action, ChangeAction::removed);
     EXPECT_EQ(inventory(history).size(), files.size());
 }
@@ -255,6 +255,52 @@ TEST(Commit, TheClockIsAskedBeforeTheWalkAndInTheTransaction) {
     history.store().commit(request).get();
     EXPECT_THAT(history.rows("SELECT started_at, finished_at, local_day FROM scan_runs"),
                 ElementsAre("1772884800.0|1772928000.0|2026-03-08"));
+}
+
+/// A walk during whose first run another program does something to the history.
+Walk interruptedWalk(const TempHistory& history, const char* sql, int& walks, const Files& files) {
+    return [&history, sql, &walks, files](const EntrySink& sink) {
+        if (++walks == 1) static_cast<void>(history.rows(sql));
+        return scriptedWalk(files)(sink);
+    };
+}
+
+TEST(Commit, StartsOverWhenAnotherProgramCommittedMeanwhile) {
+    TempHistory history;
+    history.include("home");
+    history.check("home", {{"a", 1}, {"b", 2}});
+    history.now += 60;
+    int walks = 0;
+    const auto walk =
+        interruptedWalk(history,
+                        "BEGIN;"
+                        "INSERT INTO scan_runs SELECT NULL, location_id, 1, 1, local_day, 'check', partial, "
+                        "files_seen, tracked_bytes, unreadable_folders, cloud_only_bytes, allocated_bytes, "
+                        "trash_bytes FROM scan_runs;"
+                        "UPDATE inventory SET size = 5 WHERE rel_path = 'a';"
+                        "COMMIT",
+                        walks, {{"a", 7}, {"b", 2}});
+    EXPECT_EQ(history.store().commit(history.request("home", walk)).get().totals, (ChangeTotals{2, 0, 1}));
+    EXPECT_EQ(walks, 2);
+    EXPECT_THAT(inventory(history), ElementsAre("a|7", "b|2"));
+    EXPECT_EQ(history.record("home").trackedBytes, 9);
+}
+
+TEST(Commit, ALocationThatWasRemovedMeanwhileIsNotRevived) {
+    for (const char* end : {"UPDATE locations SET removed_at = 1", "DELETE FROM locations"}) {
+        TempHistory history;
+        history.include("home");
+        history.check("home", {{"a", 1}});
+        int walks = 0;
+        const auto walk = interruptedWalk(history, end, walks, {{"a", 2}});
+        const CheckRequest request = history.request("home", walk);
+        EXPECT_THROW(history.store().commit(request).get(), LocationGone);  // gone while it is walked
+        const auto before = history.everything();
+        EXPECT_THROW(history.store().commit(request).get(), LocationGone);  // gone before
+        EXPECT_EQ(walks, 1);
+        EXPECT_EQ(history.everything(), before);
+        EXPECT_THAT(observations(history), IsEmpty());
+    }
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "e2e/Rounds.h"
+#include "support/Rounds.h"
 #include "model/DayState.h"
 #include "model/Packages.h"
 #include "model/SpaceBreakdown.h"

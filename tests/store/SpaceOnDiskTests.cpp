@@ -30,7 +30,7 @@ protected:
 TEST_F(Space, OnlyOutermostLocationsAreSummed) {
     add("/home/ann/notes", "v", "/", "/", {10, 0});
     add("/home/ann", "v", "/", "/", {100, 5});
-    add("/home/anna", "v", "/", "/", {1000, 0});
+    add("/home/bob", "v", "/", "/", {1000, 0});
     add("/media/disk", "w", "/media/disk", "/", {7, 0});
     EXPECT_EQ(on("v"), (FoundSpace{1100, 5}));
     EXPECT_EQ(on("w"), (FoundSpace{7, 0}));

@@ -2,6 +2,7 @@
 
 #include "platform/FolderProbe.h"
 #include "platform/Paths.h"
+#include "platform/Snapshots.h"
 #include "platform/VolumeIdentity.h"
 
 #include <algorithm>
@@ -37,6 +38,7 @@ std::optional<VolumeReading> readCapacity(const std::string& path, const std::st
                           .totalBytes = *total,
                           .freeBytes = *free,
                           .availableBytes = *free,
+                          .snapshotCount = countSnapshots(probe, mounts),
                           .isInternal = volume.isInternal,
                           .readAt = now};
     if (!sharesPool(*probe.mount) && status.f_bfree < status.f_blocks)

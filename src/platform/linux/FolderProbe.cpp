@@ -134,4 +134,11 @@ FolderProbe probeFolder(const std::string& path, const MountTable& mounts, const
     return probe;
 }
 
+std::optional<std::string> realPath(const std::string& path, const MountTable& mounts) {
+    std::string remaining = path;
+    Place reached;
+    if (descend(remaining, reached, mounts) != FolderState::readable) return {};
+    return std::move(reached.path);
+}
+
 }  // namespace brindle

@@ -16,6 +16,13 @@ bool isAbsolute(std::string_view path) {
     return path.starts_with('/');
 }
 
+/// A folder of the user's that a variable may name; what it says counts only when it is absolute.
+std::string folderNamed(const std::optional<std::string>& variable, const char* usualPlace,
+                        std::string_view home) {
+    if (variable && isAbsolute(*variable)) return standardizedPath(*variable, "/");
+    return standardizedPath(usualPlace, home);
+}
+
 std::string homeInUserDatabase() {
     std::vector<char> buffer(4096);
     passwd entry{};
@@ -76,12 +83,19 @@ std::string homeFolder() {
 }
 
 std::string dataHome(const std::optional<std::string>& xdgDataHome, std::string_view home) {
-    if (xdgDataHome && isAbsolute(*xdgDataHome)) return standardizedPath(*xdgDataHome, "/");
-    return standardizedPath(".local/share", home);
+    return folderNamed(xdgDataHome, ".local/share", home);
 }
 
 std::string dataHome() {
     return dataHome(environmentValue("XDG_DATA_HOME"), homeFolder());
+}
+
+std::string configHome(const std::optional<std::string>& xdgConfigHome, std::string_view home) {
+    return folderNamed(xdgConfigHome, ".config", home);
+}
+
+std::string configHome() {
+    return configHome(environmentValue("XDG_CONFIG_HOME"), homeFolder());
 }
 
 std::string defaultDataDirectory() {

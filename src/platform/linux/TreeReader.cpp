@@ -1,5 +1,8 @@
 #include "platform/linux/TreeReader.h"
 
+#include "platform/Mounts.h"
+#include "platform/Paths.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
@@ -49,6 +52,19 @@ char markOf(unsigned type) {
     return type == DT_REG ? fileMark : otherMark;
 }
 
+/// Where below the root another computer's folders are mounted.
+PathSet foldersElsewhere(const std::string& root) {
+    const MountTable table = MountTable::current();
+    PathSet folders;
+    for (const Mount& mount : table.mounts()) {
+        if (isLocal(mount) || mount.target == root || !isAtOrBelow(mount.target, root)) continue;
+        // A local file system may have been mounted over it.
+        if (!isLocal(*table.holding(mount.target)))
+            folders.insert(mount.target.substr(root == "/" ? 1 : root.size() + 1));
+    }
+    return folders;
+}
+
 class LinuxTreeSource final : public TreeSource {
 public:
     explicit LinuxTreeSource(DatalessTest isDataless) : isDataless_(std::move(isDataless)) {}
@@ -70,7 +86,7 @@ public:
     }
 
     [[nodiscard]] std::unique_ptr<TreeReader> open(const std::string& root) const override {
-        return std::make_unique<LinuxTreeReader>(root, isDataless_, ::getdents64);
+        return std::make_unique<LinuxTreeReader>(root, isDataless_, ::getdents64, foldersElsewhere(root));
     }
 
 private:
@@ -87,8 +103,12 @@ std::unique_ptr<TreeSource> makeTreeSource(DatalessTest isDataless) {
     return std::make_unique<LinuxTreeSource>(std::move(isDataless));
 }
 
-LinuxTreeReader::LinuxTreeReader(std::string root, DatalessTest isDataless, ListingCall readListing)
-    : root_(std::move(root)), isDataless_(std::move(isDataless)), readListing_(std::move(readListing)) {}
+LinuxTreeReader::LinuxTreeReader(std::string root, DatalessTest isDataless, ListingCall readListing,
+                                 PathSet elsewhere)
+    : root_(std::move(root)),
+      isDataless_(std::move(isDataless)),
+      readListing_(std::move(readListing)),
+      elsewhere_(std::move(elsewhere)) {}
 
 const TreeEvent* LinuxTreeReader::next() {
     if (!std::exchange(hasBegun_, true)) return visitRoot();
@@ -120,6 +140,8 @@ const TreeEvent* LinuxTreeReader::visitEntry(Level& level) {
     path_.resize(level.prefixLength);
     path_.append(name, length);
     if (mark == otherMark) return tell(TreeEvent::Kind::other);
+    if (mark == folderMark && !elsewhere_.empty() && elsewhere_.contains(path_))
+        return tell(TreeEvent::Kind::other);
 
     struct statx status {};
     if (::statx(level.folder.get(), name, statusFlags, statusMask, &status) != 0) {
@@ -237,18 +259,22 @@ int LinuxTreeReader::list(int folder) {
 /// the entries of one folder have the order of the whole paths below them.
 void LinuxTreeReader::keep(int folder, unsigned char type, const char* name) {
     if (name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'))) return;
-    char mark = markOf(type);
-    if (type == DT_UNKNOWN) {
-        struct statx status {};
-        const bool isKnown = ::statx(folder, name, statusFlags, STATX_TYPE, &status) == 0;
-        // An entry without status passes for a file here. Its visit tells what is wrong with it.
-        mark = isKnown ? markOf(IFTODT(status.stx_mode)) : fileMark;
-    }
+    const char mark = type == DT_UNKNOWN ? markOfUnknown(folder, name) : markOf(type);
     entries_.push_back(names_.size());
     names_ += mark;
     names_ += name;
     if (mark == folderMark) names_ += '/';
     names_ += '\0';
+}
+
+/// Of an entry of the current folder, of which the listing does not tell what it is.
+char LinuxTreeReader::markOfUnknown(int folder, const char* name) const {
+    if (!elsewhere_.empty() && elsewhere_.contains(levels_.empty() ? name : joinedPath(path_, name)))
+        return folderMark;
+    struct statx status {};
+    const bool isKnown = ::statx(folder, name, statusFlags, STATX_TYPE, &status) == 0;
+    // An entry without status passes for a file here. Its visit tells what is wrong with it.
+    return isKnown ? markOf(IFTODT(status.stx_mode)) : fileMark;
 }
 
 void LinuxTreeReader::sort(const Level& level) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/PathSet.h"
 #include "platform/FileDescriptor.h"
 #include "platform/TreeReader.h"
 
@@ -21,7 +22,9 @@ using ListingCall = std::function<ssize_t(int folder, void* buffer, std::size_t 
 /// lie one behind the other in the same two buffers; at most 18 folders are open however deep it is.
 class LinuxTreeReader final : public TreeReader {
 public:
-    LinuxTreeReader(std::string root, DatalessTest isDataless, ListingCall readListing);
+    /// `elsewhere`: the folders below the root, by their relative paths, that nothing is to touch.
+    LinuxTreeReader(std::string root, DatalessTest isDataless, ListingCall readListing,
+                    PathSet elsewhere = {});
 
     [[nodiscard]] const TreeEvent* next() override;
     void skip() override { mayEnter_ = false; }
@@ -50,6 +53,7 @@ private:
     [[nodiscard]] FileDescriptor openFolder() const;
     [[nodiscard]] int list(int folder);
     void keep(int folder, unsigned char type, const char* name);
+    [[nodiscard]] char markOfUnknown(int folder, const char* name) const;
     void sort(const Level& level);
     void returnTo(Level& parent, const Level& child);
     [[nodiscard]] bool isOnTheWay(FileNumber number) const;
@@ -57,6 +61,7 @@ private:
     std::string root_;
     DatalessTest isDataless_;
     ListingCall readListing_;
+    PathSet elsewhere_;
 
     TreeEvent event_;
     std::string path_;  // of the current entry

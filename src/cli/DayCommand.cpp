@@ -1,0 +1,143 @@
+#include "cli/DayCommand.h"
+
+#include "cli/ChangeLine.h"
+#include "cli/DayWord.h"
+#include "cli/LocationNames.h"
+#include "cli/ValueCoding.h"
+#include "model/FileNameText.h"
+#include "model/NumberText.h"
+#include "model/Packages.h"
+#include "model/Translation.h"
+#include "store/StoredHistory.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+namespace brindle {
+namespace {
+
+constexpr std::size_t contributorsShown = 10;
+
+struct LocationOnDay {
+    TrackedLocation location;
+    DayState state;
+};
+
+/// The locations that are behind the day's state: those estimated for it, or else those tracked on it.
+std::vector<LocationOnDay> locationsOn(const LocalDay& day, const DayState& whole,
+                                       const HistorySnapshot& snapshot) {
+    std::vector<LocationOnDay> found;
+    for (const TrackedLocation& location : snapshot.locations) {
+        const DayState state = dayState(snapshot, day, {location.id});
+        const bool isBehindIt = std::holds_alternative<DayEstimated>(whole)
+                                    ? std::holds_alternative<DayEstimated>(state)
+                                    : isTracked(location, day);
+        if (isBehindIt) found.push_back({location, state});
+    }
+    return found;
+}
+
+std::vector<FolderSummary> largestContributors(const DayState& state, const LocalDay& day,
+                                               HistorySource& source) {
+    if (std::holds_alternative<DayRecorded>(state))
+        return source.periodContributors(day, day, {}, contributorsShown).get();
+    if (!std::holds_alternative<DayEstimated>(state)) return {};
+    return largestFirst(groupedByFolder(source.periodEstimates(day, day, {}).get(), contributorDepth),
+                        contributorsShown);
+}
+
+std::string stateText(const DayState& state, const Output& output) {
+    if (const auto* recorded = std::get_if<DayRecorded>(&state))
+        return recorded->totals.count == 0 ? translated("no changes") : totalsText(recorded->totals, output);
+    if (const auto* estimated = std::get_if<DayEstimated>(&state))
+        return fmt::format(fmt::runtime(translatedCount("about {0} in {1} file", "about {0} in {1} files",
+                                                        estimated->totals.files)),
+                           byteAmount(estimated->totals.bytes), groupedNumber(estimated->totals.files));
+    return translated("no check");
+}
+
+/// What a partial day leaves out, in whole sentences; empty when it is whole.
+std::vector<std::string> gapSentences(const std::vector<LocationOnDay>& locations) {
+    std::vector<std::string> unchecked;
+    std::vector<std::string> unreadable;
+    for (const auto& [location, state] : locations) {
+        const auto* recorded = std::get_if<DayRecorded>(&state);
+        const std::string name = fmt::format("“{}”", fileNameText(location.name));
+        if (recorded == nullptr)
+            unchecked.push_back(name);
+        else if (recorded->partial)
+            unreadable.push_back(name);
+    }
+    std::vector<std::string> sentences;
+    const auto tell = [&sentences](const char* text, const std::vector<std::string>& names) {
+        if (!names.empty()) sentences.push_back(fmt::format(fmt::runtime(text), fmt::join(names, ", ")));
+    };
+    tell(translated("The record is partial: no check of {} on this day."), unchecked);
+    tell(translated("The record is partial: some folders of {} couldn't be read."), unreadable);
+    return sentences;
+}
+
+void printContributors(Output& output, const std::vector<FolderSummary>& folders,
+                       const LocationNames& names) {
+    if (folders.empty()) return;
+    output.line();
+    output.line(translated("Largest contributors:"));
+    for (const auto& [ref, totals] : folders) {
+        std::string path = names.of(ref.locationID);
+        for (const std::string& component : ref.components) path += "/" + component;
+        output.line(fmt::format("  {} {}  {}", output.amountColumn(totals.added),
+                                output.amountColumn(-totals.freed), fileNameText(path)));
+    }
+}
+
+void print(Output& output, const std::string& dayLabel, const DayState& state,
+           const std::vector<LocationOnDay>& locations) {
+    output.line(fmt::format("{}: {}", output.emphasized(dayLabel), stateText(state, output)));
+    if (std::holds_alternative<DayEstimated>(state))
+        output.line(translated("An estimate from the dates of files: no check covers this day."));
+    else
+        for (const std::string& sentence : gapSentences(locations)) output.line(sentence);
+    output.line();
+    for (const LocationOnDay& one : locations)
+        output.line(fmt::format("  {}: {}", fileNameText(one.location.name), stateText(one.state, output)));
+}
+
+nlohmann::ordered_json coded(const LocationOnDay& one) {
+    nlohmann::ordered_json json = {{"id", one.location.id}, {"name", one.location.name}};
+    json.update(nlohmann::ordered_json(one.state));
+    return json;
+}
+
+}  // namespace
+
+ExitCode runDay(const Context& context, const std::string& dayText) {
+    HistoryStore store = context.openHistory();
+    StoredHistory history(store, context.calendar);
+    const HistorySnapshot snapshot = history.snapshot().get();
+    const LocalDay day = dayNamed(dayText, context.calendar, snapshot.today);
+    const DayState state = dayState(snapshot, day, {});
+    const auto locations = locationsOn(day, state, snapshot);
+    const auto contributors = largestContributors(state, day, history);
+    const std::string label = context.calendar.longLabel(day);
+
+    const bool isFuture = std::holds_alternative<DayFuture>(state);
+    const bool isKnown = !isFuture && !std::holds_alternative<DayWithoutCheck>(state);
+    if (context.asJson) {
+        nlohmann::ordered_json json = {{"day", day}};
+        json.update(nlohmann::ordered_json(state));
+        json["locations"] = nlohmann::ordered_json::array();
+        for (const LocationOnDay& one : locations) json["locations"].push_back(coded(one));
+        json["contributors"] = contributors;
+        context.output.json(json);
+    } else if (isKnown) {
+        print(context.output, label, state, locations);
+        printContributors(context.output, contributors, LocationNames(snapshot.locations));
+    } else {
+        context.output.sentence(fmt::format(
+            fmt::runtime(isFuture ? translated("{} is still to come.") : translated("No check covers {}.")),
+            label));
+    }
+    return isKnown ? ExitCode::success : ExitCode::nothingFound;
+}
+
+}  // namespace brindle

@@ -1,0 +1,22 @@
+#include "cli/DayWord.h"
+
+#include "cli/Context.h"
+#include "model/FileNameText.h"
+#include "model/Translation.h"
+
+#include <fmt/format.h>
+
+namespace brindle {
+
+LocalDay dayNamed(const std::string& text, const Calendar& calendar, const LocalDay& today) {
+    if (text == "today") return today;
+    if (text == "yesterday") return calendar.addingDays(today, -1);
+    const auto day = LocalDay::parse(text);
+    if (!day || calendar.addingDays(*day, 0) != *day)
+        throw UsageError(fmt::format(
+            fmt::runtime(translated("“{}” isn't a day. Give one like {}, or today, or yesterday.")),
+            fileNameText(text), today.text()));
+    return *day;
+}
+
+}  // namespace brindle

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "model/Calendar.h"
+
+#include <string>
+
+namespace brindle {
+
+/// The day that a person names: "2026-03-07", "today", "yesterday". Throws: UsageError.
+[[nodiscard]] LocalDay dayNamed(const std::string& text, const Calendar& calendar, const LocalDay& today);
+
+}  // namespace brindle

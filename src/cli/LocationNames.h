@@ -1,0 +1,31 @@
+#pragma once
+
+#include "model/LocationID.h"
+#include "model/Translation.h"
+
+#include <string>
+#include <unordered_map>
+
+namespace brindle {
+
+/// What locations are called, those included that were removed.
+class LocationNames {
+public:
+    /// `locations`: LocationRecord or TrackedLocation.
+    template <class Locations>
+    explicit LocationNames(const Locations& locations) {
+        for (const auto& location : locations) names_[location.id] = location.name;
+    }
+
+    /// As the file system has it. A stand-in for a location that is not there at all.
+    [[nodiscard]] const std::string& of(const LocationID& id) const {
+        const auto found = names_.find(id);
+        return found != names_.end() ? found->second : removed_;
+    }
+
+private:
+    std::unordered_map<LocationID, std::string> names_;
+    std::string removed_ = translated("Removed location");
+};
+
+}  // namespace brindle

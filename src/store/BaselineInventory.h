@@ -1,0 +1,30 @@
+#pragma once
+
+#include "model/LocationID.h"
+#include "model/Walk.h"
+#include "store/SQLiteConnection.h"
+
+#include <cstdint>
+#include <span>
+
+namespace brindle {
+
+/// Writes a location's first inventory while its walk goes on, in place of whatever stood there. Lives inside
+/// the commit's transaction.
+class BaselineInventory {
+public:
+    BaselineInventory(SQLiteConnection& db, const LocationID& location);
+
+    /// Throws: SQLiteError when a path comes twice.
+    void add(std::span<const ScanEntry> batch);
+
+    /// The sizes of what was added, summed.
+    [[nodiscard]] std::int64_t bytes() const { return bytes_; }
+
+private:
+    const LocationID& location_;
+    SQLiteStatement insert_;
+    std::int64_t bytes_ = 0;
+};
+
+}  // namespace brindle

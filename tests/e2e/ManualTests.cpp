@@ -1,0 +1,66 @@
+#include "e2e/Brindle.h"
+
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <sstream>
+
+namespace brindle {
+namespace {
+
+using testing::HasSubstr;
+
+std::string manual() {
+    std::ifstream file(BRINDLE_MANUAL);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// The first word of every line of a list that --help prints under this heading.
+std::vector<std::string> listed(const std::string& help, const std::string& heading) {
+    std::vector<std::string> words;
+    std::istringstream lines(help.substr(std::min(help.find(heading), help.size())));
+    std::string line;
+    std::getline(lines, line);
+    while (std::getline(lines, line) && !line.empty()) {
+        // What a long description is continued in lies further to the right.
+        if (line.find_first_not_of(' ') == 2) words.push_back(line.substr(2, line.find(' ', 2) - 2));
+    }
+    return words;
+}
+
+/// The name of an option as the manual's source writes it; its short form is written by itself.
+std::string inManual(std::string option) {
+    option.erase(0, std::min(option.find("--"), option.size()));
+    std::string escaped;
+    for (const char c : option) escaped += c == '-' ? "\\-" : std::string(1, c);
+    return escaped;
+}
+
+TEST(Manual, HasASectionForEveryCommandAndTellsOfEveryOption) {
+    const Brindle brindle;
+    const std::string text = manual();
+    const std::string help = brindle.run({"--help"}).output;
+    const auto commands = listed(help, "Subcommands:");
+    EXPECT_THAT(commands, testing::IsSupersetOf({"check", "changes"})) << "the test can read the help";
+    for (const auto& option : listed(help, "Options:")) EXPECT_THAT(text, HasSubstr(inManual(option)));
+    for (const auto& command : commands) {
+        const auto begin = text.find("\n.SS brindle " + command);
+        ASSERT_NE(begin, text.npos) << command;
+        const auto section = text.substr(begin, text.find("\n.S", begin + 1) - begin);
+        auto options = listed(brindle.run({command, "--help"}).output, "Options:");
+        std::erase(options, "-h,--help");
+        for (const auto& option : options) EXPECT_THAT(section, HasSubstr(inManual(option))) << command;
+    }
+}
+
+TEST(Manual, IsFormattedWithoutAWarning) {
+    const auto result = runProgram({.arguments = {"groff", "-ww", "-man", "-Tutf8", "-z", BRINDLE_MANUAL},
+                                    .environment = {"PATH=/usr/bin:/bin"}});
+    if (result.exitCode == 127) GTEST_SKIP() << "there is no groff";
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.error, "");
+}
+
+}  // namespace
+}  // namespace brindle
