@@ -1,5 +1,6 @@
 #include "checks/EstimatePass.h"
 
+#include "checks/TrackedLocations.h"
 #include "model/Retention.h"
 #include "platform/TreeReader.h"
 #include "scan/EstimateWalk.h"
@@ -40,7 +41,13 @@ std::vector<EstimateRow> walk(const EstimateOrder& order, const EstimateGroupSin
 EstimateTotals makeEstimates(HistoryStore& store, const EstimateOrder& order) {
     return store
         .replaceEstimates({.locationID = order.record.id,
-                           .walk = [&order](const EstimateGroupSink& sink) { return walk(order, sink); },
+                           .walk =
+                               [&](const EstimateGroupSink& sink) {
+                                   // Here, on the writer's thread, it can't be removed any more.
+                                   if (!trackedLocation(store, order.record.id))
+                                       throw ScanError(ScanError::Reason::missing);
+                                   return walk(order, sink);
+                               },
                            .cancellation = order.cancellation,
                            .now = order.now})
         .get();

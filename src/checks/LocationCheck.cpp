@@ -1,21 +1,40 @@
 #include "checks/LocationCheck.h"
 
 #include "checks/Failures.h"
+#include "checks/TrackedLocations.h"
 #include "model/Translation.h"
 #include "platform/Capacity.h"
-#include "platform/TreeReader.h"
 #include "scan/FolderScanner.h"
-#include "scan/LocationAccess.h"
 #include "scan/WalkAhead.h"
+
+#include <chrono>
+#include <mutex>
+#include <utility>
 
 namespace brindle {
 namespace {
 
-/// The status of a location that is not ready.
-LocationStatus statusOf(const AccessState& access) {
-    return std::holds_alternative<AccessNeeded>(access) ? LocationStatus::needsAccess
-                                                        : LocationStatus::disconnected;
-}
+constexpr std::chrono::milliseconds betweenWords{100};
+
+/// The walk's latest word on its progress, on its way to the thread that waits for the check.
+class LatestProgress {
+public:
+    void put(const ScanProgress& progress) {
+        const std::scoped_lock guard(mutex_);
+        latest_ = progress;
+    }
+    [[nodiscard]] std::optional<ScanProgress> take() {
+        const std::scoped_lock guard(mutex_);
+        return std::exchange(latest_, std::nullopt);
+    }
+
+private:
+    std::mutex mutex_;
+    std::optional<ScanProgress> latest_;
+};
+
+/// Ends a commit whose location is not tracked any more.
+class LocationWasRemoved : public std::exception {};
 
 /// Whether the location is still found where the walk looked for it.
 bool isStillThere(const LocationRecord& record, const AccessReady& walked) {
@@ -26,9 +45,25 @@ bool isStillThere(const LocationRecord& record, const AccessReady& walked) {
 
 }  // namespace
 
+LocationStatus statusOf(const AccessState& access) {
+    if (std::holds_alternative<AccessReady>(access)) return LocationStatus::active;
+    return std::holds_alternative<AccessNeeded>(access) ? LocationStatus::needsAccess
+                                                        : LocationStatus::disconnected;
+}
+
 CheckOutcome LocationCheck::run(const LocationRecord& record,
                                 const std::shared_ptr<const CancellationFlag>& cancellation,
                                 const ProgressSink& progress) {
+    CheckOutcome outcome = check(record, cancellation, progress);
+    const bool isOver =
+        std::holds_alternative<LocationUnavailable>(outcome) || std::holds_alternative<CheckFailed>(outcome);
+    if (isOver && !trackedLocation(store_, record.id)) return NoLongerTracked{};
+    return outcome;
+}
+
+CheckOutcome LocationCheck::check(const LocationRecord& record,
+                                  const std::shared_ptr<const CancellationFlag>& cancellation,
+                                  const ProgressSink& progress) {
     const AccessState access = resolveAccess(record);
     const auto* ready = std::get_if<AccessReady>(&access);
     if (ready == nullptr) return unavailable(record, statusOf(access));
@@ -41,27 +76,39 @@ CheckOutcome LocationCheck::run(const LocationRecord& record,
         store_.updateAccess(found.id, found.path, found.scanPath, found.bookmark).get();
     }
 
-    const ScanRules rules = makeScanRules(ready->scanPath, record.kind == LocationKind::volume, uncounted_);
+    ScanRules rules;
+    LatestProgress latest;
     const auto walk = [&](const EntrySink& sink) {
-        const auto tree = makeTreeSource();
-        ScanReport report = FolderScanner(*tree).scan(ready->scanPath, rules, *cancellation, progress, sink);
+        rules = makeScanRules(ready->scanPath, record.kind == LocationKind::volume, uncounted_());
+        const auto hear = [&](const ScanProgress& word) { latest.put(word); };
+        ScanReport report = FolderScanner(trees_).scan(ready->scanPath, rules, *cancellation, hear, sink);
         // A drive unmounted just before the walk began leaves an empty folder, which the walk takes for the
         // location.
         if (!isStillThere(found, *ready)) throw ScanError(ScanError::Reason::missing);
+        // This program writes nothing else before the commit is done, but another might have.
+        if (!trackedLocation(store_, found.id)) throw LocationWasRemoved();
         return report;
     };
     const auto readVolume = [&] {
         return readCapacity(ready->scanPath, found.volumeID, found.volumeName, systemNow());
     };
+    auto committed = store_.commit(
+        {.record = found, .walk = walkAhead(walk), .cancellation = cancellation, .readVolume = readVolume});
     try {
-        return store_
-            .commit({.record = found,
-                     .walk = walkAhead(walk),
-                     .cancellation = cancellation,
-                     .readVolume = readVolume})
-            .get();
+        while (committed.wait_for(betweenWords) != std::future_status::ready)
+            if (const auto word = latest.take()) progress(*word);
+    } catch (...) {
+        committed.wait();  // the walk uses what is here
+        throw;
+    }
+    if (const auto word = latest.take()) progress(*word);
+    try {
+        return LocationChecked{
+            .commit = committed.get(), .scanPath = ready->scanPath, .rules = std::move(rules)};
     } catch (const Cancelled&) {
         return CheckStopped{};
+    } catch (const LocationWasRemoved&) {
+        return NoLongerTracked{};
     } catch (const ScanError& error) {
         if (error.reason == ScanError::Reason::accessDenied)
             return unavailable(found, LocationStatus::needsAccess);

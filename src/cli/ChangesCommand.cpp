@@ -5,10 +5,10 @@
 #include "cli/LocationNames.h"
 #include "cli/ValueCoding.h"
 #include "model/FileNameText.h"
+#include "model/NestedPath.h"
 #include "model/NumberText.h"
 #include "model/Translation.h"
 #include "platform/Paths.h"
-#include "scan/Overlap.h"
 
 #include <algorithm>
 #include <fmt/format.h>

@@ -1,9 +1,8 @@
 #include "cli/CheckCommand.h"
 
-#include "checks/LocationCheck.h"
 #include "checks/Maintenance.h"
 #include "checks/RunLock.h"
-#include "checks/Uncounted.h"
+#include "checks/ScanCoordinator.h"
 #include "cli/CheckReport.h"
 #include "model/Translation.h"
 #include "platform/Interruption.h"
@@ -12,7 +11,9 @@
 
 #include <algorithm>
 #include <csignal>
+#include <map>
 #include <memory>
+#include <stdexcept>
 
 namespace brindle {
 namespace {
@@ -51,7 +52,11 @@ public:
     }
 
     [[nodiscard]] const std::vector<LocationRecord>& toCheck() const { return toCheck_; }
-    [[nodiscard]] const std::vector<LocationRecord>& included() const { return included_; }
+    [[nodiscard]] std::vector<LocationID> idsToCheck() const {
+        std::vector<LocationID> ids;
+        for (const LocationRecord& record : toCheck_) ids.push_back(record.id);
+        return ids;
+    }
 
     void keep(const LocationID& id) { std::erase(unchecked_, id); }
 
@@ -91,6 +96,16 @@ private:
     std::vector<LocationID> unchecked_;
 };
 
+/// Shows the progress of a run, and keeps its last word on every location. Both outlive the run.
+EventHandler progressTo(Output& output, std::map<LocationID, ScanProgress>& last) {
+    return [&](const CoordinatorEvent& event) {
+        const auto* word = std::get_if<LocationProgress>(&event);
+        if (word == nullptr) return;
+        last[word->location] = word->progress;
+        output.progress(word->name, word->progress);
+    };
+}
+
 }  // namespace
 
 ExitCode runCheck(const Context& context, const CheckOptions& options) {
@@ -99,29 +114,24 @@ ExitCode runCheck(const Context& context, const CheckOptions& options) {
     const auto cancellation = std::make_shared<CancellationFlag>();
     const Interruption interruption([cancellation] { cancellation->set(); });
 
-    const RunLock lock(context.dataDirectory,
-                       options.wait ? RunLock::WhenTaken::wait : RunLock::WhenTaken::refuse, *cancellation);
+    RunLockSource locks(context.dataDirectory);
+    const RunLock lock =
+        locks.take(options.wait ? RunLock::WhenTaken::wait : RunLock::WhenTaken::refuse, *cancellation);
     HistoryStore store = context.openHistory();
     ChosenLocations chosen(store, options.folders, context.output);
     chosen.include();
     if (chosen.toCheck().empty())
         throw UsageError(translated("No locations included yet. Name a folder to include and check it."));
 
-    LocationCheck check(store, uncountedHere(context.dataDirectory, chosen.included()));
-    CheckReport report(context, store);
-    for (const LocationRecord& record : chosen.toCheck()) {
-        if (cancellation->isSet()) {
-            report.add(record, CheckStopped{}, {}, chosen.isForgotten(record.id));
-            continue;
-        }
-        ScanProgress last;
-        const CheckOutcome outcome = check.run(record, cancellation, [&](const ScanProgress& progress) {
-            last = progress;
-            context.output.progress(record.name, progress);
-        });
-        if (std::holds_alternative<CheckCommit>(outcome)) chosen.keep(record.id);
-        report.add(record, outcome, last, chosen.isForgotten(record.id));
-    }
+    std::map<LocationID, ScanProgress> last;
+    const CheckRunSummary summary = ScanCoordinator(store, locks, progressTo(context.output, last), false)
+                                        .run({.locations = chosen.idsToCheck(), .cancellation = cancellation})
+                                        .get();
+    if (summary.refused) throw std::runtime_error(*summary.refused);
+    for (const CheckCommit& commit : summary.committed) chosen.keep(commit.locationID);
+    CheckReport report(context, store, summary);
+    for (const LocationRecord& record : chosen.toCheck())
+        report.add(record, last[record.id], chosen.isForgotten(record.id));
     if (!cancellation->isSet()) maintain(store);
     return report.finish();
 }

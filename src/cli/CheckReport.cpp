@@ -20,9 +20,9 @@ std::string counted(const char* one, const char* many, std::int64_t count, const
     return fmt::format(fmt::runtime(translatedCount(one, many, count)), groupedNumber(count), more...);
 }
 
-std::string unavailableSentence(const LocationUnavailable& unavailable, const LocationRecord& record) {
+std::string unavailableSentence(LocationStatus status, const LocationRecord& record) {
     const char* text =
-        unavailable.status == LocationStatus::needsAccess
+        status == LocationStatus::needsAccess
             ? translated("“{}” couldn't be checked: your account isn't allowed to read {}.")
             : translated("“{}” couldn't be checked: {} isn't there, or its drive isn't connected.");
     return fmt::format(fmt::runtime(text), fileNameText(record.name), fileNameText(record.path));
@@ -30,34 +30,31 @@ std::string unavailableSentence(const LocationUnavailable& unavailable, const Lo
 
 }  // namespace
 
-void CheckReport::add(const LocationRecord& record, const CheckOutcome& outcome, const ScanProgress& last,
-                      bool isForgotten) {
-    if (const auto* commit = std::get_if<CheckCommit>(&outcome)) {
-        addCommit(record, *commit, last);
-    } else if (const auto* unavailable = std::get_if<LocationUnavailable>(&outcome)) {
-        addFailure(record, rawText(unavailable->status).data(), unavailableSentence(*unavailable, record),
-                   isForgotten);
-    } else if (const auto* failed = std::get_if<CheckFailed>(&outcome)) {
-        addFailure(record, "failed",
-                   fmt::format(fmt::runtime(translated("“{}” couldn't be checked: {}")),
-                               fileNameText(record.name), failed->sentence),
-                   isForgotten);
-    } else {
-        isStopped_ = true;
-        addFailure(
-            record, "stopped",
-            fmt::format(
-                fmt::runtime(translated("Stopped: “{}” wasn't checked, and nothing was recorded for it.")),
-                fileNameText(record.name)),
-            isForgotten);
-    }
+void CheckReport::add(const LocationRecord& record, const ScanProgress& last, bool isForgotten) {
+    const auto commit = std::ranges::find(summary_.committed, record.id, &CheckCommit::locationID);
+    if (commit != summary_.committed.end()) return addCommit(record, *commit, last);
+    const auto fail = [&](const char* outcome, const std::string& sentence) {
+        addFailure(record, outcome, sentence, isForgotten);
+    };
+    const auto unavailable = summary_.unavailable.find(record.id);
+    const auto failure = summary_.failures.find(record.id);
+    if (unavailable != summary_.unavailable.end())
+        fail(rawText(unavailable->second).data(), unavailableSentence(unavailable->second, record));
+    else if (failure != summary_.failures.end())
+        fail("failed", fmt::format(fmt::runtime(translated("“{}” couldn't be checked: {}")),
+                                   fileNameText(record.name), failure->second));
+    else
+        fail("stopped",
+             fmt::format(
+                 fmt::runtime(translated("Stopped: “{}” wasn't checked, and nothing was recorded for it.")),
+                 fileNameText(record.name)));
 }
 
 ExitCode CheckReport::finish() {
-    if (context_.asJson) context_.output.json({{"locations", locations_}, {"stopped", isStopped_}});
+    if (context_.asJson) context_.output.json({{"locations", locations_}, {"stopped", summary_.cancelled}});
     // While a signal still finds somebody to hear it: what was committed is to be told.
     static_cast<void>(context_.output.flush());
-    if (isStopped_) return ExitCode::interrupted;
+    if (summary_.cancelled) return ExitCode::interrupted;
     return hasFailure_ ? ExitCode::notChecked : ExitCode::success;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "checks/LocationCheck.h"
+#include "checks/Events.h"
 #include "cli/Context.h"
 #include "cli/ExitCode.h"
 
@@ -8,14 +8,14 @@
 
 namespace brindle {
 
-/// Tells what a run of checks found, location by location, as text or as one JSON document at the end.
+/// Tells what a run found, location by location, as text or as one JSON document at the end.
 class CheckReport {
 public:
-    CheckReport(const Context& context, HistoryStore& store) : context_(context), store_(store) {}
+    CheckReport(const Context& context, HistoryStore& store, const CheckRunSummary& summary)
+        : context_(context), store_(store), summary_(summary) {}
 
     /// `last` is the walk's last word on its progress; `isForgotten`: the location is not included any more.
-    void add(const LocationRecord& record, const CheckOutcome& outcome, const ScanProgress& last,
-             bool isForgotten);
+    void add(const LocationRecord& record, const ScanProgress& last, bool isForgotten);
 
     [[nodiscard]] ExitCode finish();
 
@@ -29,8 +29,8 @@ private:
 
     const Context& context_;
     HistoryStore& store_;
+    const CheckRunSummary& summary_;
     nlohmann::ordered_json locations_ = nlohmann::ordered_json::array();
-    bool isStopped_ = false;
     bool hasFailure_ = false;
 };
 

@@ -13,7 +13,8 @@ namespace {
 /// Stores the setting. What was estimated goes with it, so that no page shows it again before new ones are
 /// made.
 void switchEstimates(const Context& context, bool wanted) {
-    const RunLock lock(context.dataDirectory, RunLock::WhenTaken::refuse, CancellationFlag());
+    const RunLock lock =
+        RunLockSource(context.dataDirectory).take(RunLock::WhenTaken::refuse, CancellationFlag());
     if (isWindowRunning(context.dataDirectory))
         throw RunLocked(translated("Brindle's window is open. Change this in its settings."));
     HistoryStore store = context.openHistory();

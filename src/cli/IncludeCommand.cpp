@@ -11,7 +11,8 @@
 namespace brindle {
 
 ExitCode runInclude(const Context& context, const std::vector<std::string>& paths) {
-    const RunLock lock(context.dataDirectory, RunLock::WhenTaken::refuse, CancellationFlag());
+    const RunLock lock =
+        RunLockSource(context.dataDirectory).take(RunLock::WhenTaken::refuse, CancellationFlag());
     HistoryStore store = context.openHistory();
     std::vector<LocationRecord> known = store.loadLocations().get();
     std::vector<LocationRecord> added;

@@ -31,7 +31,8 @@ void tell(const Context& context, const LocationRecord& record, const char* sent
 }  // namespace
 
 ExitCode runRemove(const Context& context, const std::string& path) {
-    const RunLock lock(context.dataDirectory, RunLock::WhenTaken::refuse, CancellationFlag());
+    const RunLock lock =
+        RunLockSource(context.dataDirectory).take(RunLock::WhenTaken::refuse, CancellationFlag());
     HistoryStore store = context.openHistory();
     const LocationRecord record = includedAt(path, store);
     store.remove(record.id, systemNow()).get();
@@ -40,7 +41,8 @@ ExitCode runRemove(const Context& context, const std::string& path) {
 }
 
 ExitCode runForget(const Context& context, const std::string& path) {
-    const RunLock lock(context.dataDirectory, RunLock::WhenTaken::refuse, CancellationFlag());
+    const RunLock lock =
+        RunLockSource(context.dataDirectory).take(RunLock::WhenTaken::refuse, CancellationFlag());
     HistoryStore store = context.openHistory();
     const LocationRecord record = includedAt(path, store);
     if (record.baselineAt)

@@ -1,8 +1,8 @@
 #include "scan/Overlap.h"
 
 #include "model/FileNameText.h"
+#include "model/NestedPath.h"
 #include "model/NumberText.h"
-#include "model/TextFolding.h"
 #include "model/Translation.h"
 
 #include <algorithm>
@@ -11,29 +11,12 @@
 namespace brindle {
 namespace {
 
-/// Takes the first component off; empty when there is none left.
-std::string_view takeComponent(std::string_view& path) {
-    path.remove_prefix(std::min(path.find_first_not_of('/'), path.size()));
-    const auto component = path.substr(0, path.find('/'));
-    path.remove_prefix(component.size());
-    return component;
-}
-
 const LocationRecord* recordOf(const LocationID& id, std::span<const LocationRecord> records) {
     const auto found = std::ranges::find(records, id, &LocationRecord::id);
     return found != records.end() ? &*found : nullptr;
 }
 
 }  // namespace
-
-bool liesAtOrBelow(std::string_view path, std::string_view folder, bool caseSensitive) {
-    for (;;) {
-        const auto wanted = takeComponent(folder);
-        if (wanted.empty()) return true;
-        const auto component = takeComponent(path);
-        if (caseSensitive ? component != wanted : !equalIgnoringCase(component, wanted)) return false;
-    }
-}
 
 LocationOverlap findOverlap(const LocationRecord& added, std::span<const LocationRecord> existing) {
     const LocationRecord* around = nullptr;

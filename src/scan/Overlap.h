@@ -5,14 +5,9 @@
 #include <optional>
 #include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace brindle {
-
-/// Whether `path` is `folder` or lies below it, component by component: byte for byte, or ignoring case.
-/// A component that is not UTF-8 has no case and is compared byte for byte. Both paths are standardised.
-[[nodiscard]] bool liesAtOrBelow(std::string_view path, std::string_view folder, bool caseSensitive);
 
 /// How a new location meets those already included.
 struct LocationOverlap {

@@ -39,13 +39,17 @@ public:
 
     /// Adds a location. A second one with the same id fails.
     [[nodiscard]] std::future<void> insert(LocationRecord record);
+    /// Changes nothing at a location that was removed.
     [[nodiscard]] std::future<void> setStatus(LocationID id, LocationStatus status);
-    /// For a location that was found again at a new path, or whose bookmark was refreshed.
+    /// For a location that was found again at a new path, or whose bookmark was refreshed. Changes nothing at
+    /// one that was removed.
     [[nodiscard]] std::future<void> updateAccess(LocationID id, std::string path, std::string scanPath,
                                                  std::optional<Bytes> bookmark);
-    /// Stops tracking; what was recorded stays.
+    /// Stops tracking; what was recorded stays. A location around it takes its files over at its next check,
+    /// and does not record them as added.
     [[nodiscard]] std::future<void> remove(LocationID id, UnixTime at);
-    /// Deletes a location that never had a baseline; leaves any other as it is, silently.
+    /// Deletes a location that never had a baseline; leaves any other as it is, silently. A location around
+    /// it takes its files over as with remove().
     [[nodiscard]] std::future<void> forget(LocationID id);
     /// All locations ever added, removed ones included, in the order in which they were added.
     [[nodiscard]] std::future<std::vector<LocationRecord>> loadLocations();

@@ -1,9 +1,46 @@
 #include "store/Locations.h"
 
+#include "model/NestedPath.h"
 #include "store/Transaction.h"
 #include "store/UnreadableReason.h"
 
+#include <algorithm>
+
 namespace brindle {
+namespace {
+
+/// The location that a walk would count the files of `inner` in, were it not for `inner`: the nearest one
+/// around it on its volume, which no walk leaves. `path` is where `inner` lies in it.
+struct OuterLocation {
+    const LocationRecord* record = nullptr;
+    std::string_view path;
+};
+
+OuterLocation outerLocationOf(const LocationRecord& inner, const std::vector<LocationRecord>& records) {
+    OuterLocation nearest;
+    for (const LocationRecord& record : records) {
+        if (record.removedAt || record.volumeID != inner.volumeID) continue;
+        const auto path =
+            pathBelow(inner.scanPath, record.scanPath, record.caseSensitive || inner.caseSensitive);
+        if (!path || path->empty()) continue;
+        if (nearest.record == nullptr || path->size() < nearest.path.size()) nearest = {&record, *path};
+    }
+    return nearest;
+}
+
+/// The files of a location that is tracked no longer are the outer location's from its next check on. To that
+/// check they are files that it could not see before: they enter its inventory, and are not news.
+void handToOuterLocation(SQLiteConnection& db, const LocationID& id) {
+    const auto records = loadLocations(db);
+    const auto inner = std::ranges::find(records, id, &LocationRecord::id);
+    if (inner == records.end() || inner->removedAt) return;
+    const OuterLocation outer = outerLocationOf(*inner, records);
+    if (outer.record == nullptr || !outer.record->baselineAt) return;
+    db.run("INSERT OR IGNORE INTO unreadable_folders (location_id, rel_path, reason) VALUES (?, ?, ?)",
+           outer.record->id.rawValue, outer.path, static_cast<int>(UnreadableReason::notOnDisk));
+}
+
+}  // namespace
 
 void insertLocation(SQLiteConnection& db, const LocationRecord& record) {
     db.run(
@@ -14,17 +51,19 @@ void insertLocation(SQLiteConnection& db, const LocationRecord& record) {
 }
 
 void setLocationStatus(SQLiteConnection& db, const LocationID& id, LocationStatus status) {
-    db.run("UPDATE locations SET status = ? WHERE id = ?", rawText(status), id.rawValue);
+    db.run("UPDATE locations SET status = ? WHERE id = ? AND removed_at IS NULL", rawText(status),
+           id.rawValue);
 }
 
 void updateLocationAccess(SQLiteConnection& db, const LocationID& id, const std::string& path,
                           const std::string& scanPath, const std::optional<Bytes>& bookmark) {
-    db.run("UPDATE locations SET path = ?, scan_path = ?, bookmark = ? WHERE id = ?", path, scanPath,
-           bookmark, id.rawValue);
+    db.run("UPDATE locations SET path = ?, scan_path = ?, bookmark = ? WHERE id = ? AND removed_at IS NULL",
+           path, scanPath, bookmark, id.rawValue);
 }
 
 void removeLocation(SQLiteConnection& db, const LocationID& id, UnixTime at) {
     inTransaction(db, [&] {
+        handToOuterLocation(db, id);
         db.run("UPDATE locations SET removed_at = ?, status = 'paused' WHERE id = ?", at, id.rawValue);
         db.run("DELETE FROM inventory WHERE location_id = ?", id.rawValue);
         db.run("DELETE FROM unreadable_folders WHERE location_id = ?", id.rawValue);
@@ -36,6 +75,7 @@ void forgetLocation(SQLiteConnection& db, const LocationID& id) {
         const auto withoutBaseline = db.scalarInt64(
             "SELECT COUNT(*) FROM locations WHERE id = ? AND baseline_at IS NULL", id.rawValue);
         if (withoutBaseline != 1) return;
+        handToOuterLocation(db, id);
         db.run("DELETE FROM locations WHERE id = ?", id.rawValue);
         db.run("DELETE FROM inventory WHERE location_id = ?", id.rawValue);
         db.run("DELETE FROM unreadable_folders WHERE location_id = ?", id.rawValue);

@@ -6,7 +6,9 @@ namespace brindle {
 enum class UnreadableReason {
     other = 0,
     permission = 1,
-    notOnDisk = 2,  // its contents are not there to be read, and that is no fault
+    // Its contents were not there to be read, and that is no fault: they are on no disk of this computer, or
+    // belonged to a location that was removed since.
+    notOnDisk = 2,
 };
 
 }  // namespace brindle

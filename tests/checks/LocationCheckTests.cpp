@@ -1,6 +1,7 @@
 #include "checks/LocationCheck.h"
 #include "checks/Uncounted.h"
 #include "scan/LocationAccess.h"
+#include "support/HookedTree.h"
 #include "support/TempHistory.h"
 
 #include <fstream>
@@ -29,12 +30,17 @@ protected:
         return record;
     }
 
+    std::vector<UncountedCandidate> uncounted(const std::string& historyDirectory) {
+        return uncountedHere(historyDirectory, history.store().loadLocations().get());
+    }
+
+    /// `atEnd` happens when the last of the tree was read: the latest moment of a walk.
     CheckOutcome check(
-        const LocationRecord& location, const ProgressSink& progress = [](const ScanProgress&) {}) {
+        const LocationRecord& location, const std::function<void()>& atEnd = [] {}) {
         const LocationRecord stored = history.record(location.id.rawValue);
-        const auto locations = history.store().loadLocations().get();
-        return LocationCheck(history.store(), uncountedHere(history.directory(), locations))
-            .run(stored, cancellation, progress);
+        const HookedTree trees([&](const std::string&) { atEnd(); });
+        return LocationCheck(history.store(), trees, [this] { return uncounted(history.directory()); })
+            .run(stored, cancellation, [&](const ScanProgress& progress) { words.push_back(progress); });
     }
 
     [[nodiscard]] std::vector<std::string> inventory() const {
@@ -45,17 +51,19 @@ protected:
     fs::path root = folder.path() / "root";
     TempHistory history;
     std::shared_ptr<CancellationFlag> cancellation = std::make_shared<CancellationFlag>();
+    std::vector<ScanProgress> words;
 };
 
 TEST_F(Check, CommitsWhatIsThereWithASampleOfTheDrive) {
     write(root / "a", 10);
     const LocationRecord location = include(root);
-    ASSERT_TRUE(std::holds_alternative<CheckCommit>(check(location)));
+    ASSERT_TRUE(std::holds_alternative<LocationChecked>(check(location)));
     write(root / "b/c", 5);
     const CheckOutcome outcome = check(location);
-    ASSERT_TRUE(std::holds_alternative<CheckCommit>(outcome));
-    EXPECT_EQ(std::get<CheckCommit>(outcome).totals, (ChangeTotals{5, 0, 1}));
+    ASSERT_TRUE(std::holds_alternative<LocationChecked>(outcome));
+    EXPECT_EQ(std::get<LocationChecked>(outcome).commit.totals, (ChangeTotals{5, 0, 1}));
     EXPECT_THAT(inventory(), ElementsAre("a|10", "b/c|5"));
+    EXPECT_EQ(words.back().filesSeen, 2);
     EXPECT_THAT(history.rows("SELECT COUNT(*), MIN(volume_id) = '" + location.volumeID +
                              "', MIN(total) >= MIN(free) FROM capacity_samples"),
                 ElementsAre("2|1|1"));
@@ -64,12 +72,11 @@ TEST_F(Check, CommitsWhatIsThereWithASampleOfTheDrive) {
 TEST_F(Check, ARootThatGoesAwayDuringTheWalkIsNotCommitted) {
     write(root / "a", 10);
     const LocationRecord location = include(root);
-    ASSERT_TRUE(std::holds_alternative<CheckCommit>(check(location)));
+    ASSERT_TRUE(std::holds_alternative<LocationChecked>(check(location)));
     const auto before = history.everything();
 
-    // At the end of the walk, the latest moment there is.
     const fs::path beside = folder.path() / "beside";
-    const CheckOutcome renamed = check(location, [&](const ScanProgress&) { fs::rename(root, beside); });
+    const CheckOutcome renamed = check(location, [&] { fs::rename(root, beside); });
     ASSERT_TRUE(std::holds_alternative<CheckFailed>(renamed));
     EXPECT_EQ(std::get<CheckFailed>(renamed).sentence,
               "The folder changed during the check. It will be checked again.");
@@ -77,8 +84,7 @@ TEST_F(Check, ARootThatGoesAwayDuringTheWalkIsNotCommitted) {
 
     fs::rename(beside, root);
     fs::create_directories(folder.path() / "far");
-    const CheckOutcome gone =
-        check(location, [&](const ScanProgress&) { fs::rename(root, folder.path() / "far/away"); });
+    const CheckOutcome gone = check(location, [&] { fs::rename(root, folder.path() / "far/away"); });
     ASSERT_TRUE(std::holds_alternative<LocationUnavailable>(gone));
     EXPECT_THAT(inventory(), ElementsAre("a|10"));
     EXPECT_THAT(history.rows("SELECT COUNT(*) FROM scan_runs"), ElementsAre("1"));
@@ -87,19 +93,19 @@ TEST_F(Check, ARootThatGoesAwayDuringTheWalkIsNotCommitted) {
 TEST_F(Check, ARenamedFolderIsFoundAgainAndItsNewPathStored) {
     write(root / "a", 10);
     const LocationRecord location = include(root);
-    ASSERT_TRUE(std::holds_alternative<CheckCommit>(check(location)));
+    ASSERT_TRUE(std::holds_alternative<LocationChecked>(check(location)));
     fs::rename(root, folder.path() / "renamed");
     const CheckOutcome outcome = check(location);
-    ASSERT_TRUE(std::holds_alternative<CheckCommit>(outcome));
-    EXPECT_EQ(std::get<CheckCommit>(outcome).totals, ChangeTotals{});
+    ASSERT_TRUE(std::holds_alternative<LocationChecked>(outcome));
+    EXPECT_EQ(std::get<LocationChecked>(outcome).commit.totals, ChangeTotals{});
     EXPECT_EQ(history.record(location.id.rawValue).path, folder.path() / "renamed");
-    ASSERT_TRUE(std::holds_alternative<CheckCommit>(check(location)));
+    ASSERT_TRUE(std::holds_alternative<LocationChecked>(check(location)));
 }
 
 TEST_F(Check, AMissingFolderIsDisconnectedAndComesBack) {
     write(root / "a", 10);
     const LocationRecord location = include(root);
-    ASSERT_TRUE(std::holds_alternative<CheckCommit>(check(location)));
+    ASSERT_TRUE(std::holds_alternative<LocationChecked>(check(location)));
     fs::create_directories(folder.path() / "far");
     fs::rename(root, folder.path() / "far/away");
     const CheckOutcome outcome = check(location);
@@ -107,7 +113,7 @@ TEST_F(Check, AMissingFolderIsDisconnectedAndComesBack) {
     EXPECT_EQ(history.record(location.id.rawValue).status, LocationStatus::disconnected);
     EXPECT_THAT(inventory(), ElementsAre("a|10"));
     fs::rename(folder.path() / "far/away", root);
-    ASSERT_TRUE(std::holds_alternative<CheckCommit>(check(location)));
+    ASSERT_TRUE(std::holds_alternative<LocationChecked>(check(location)));
     EXPECT_EQ(history.record(location.id.rawValue).status, LocationStatus::active);
 }
 
@@ -127,11 +133,12 @@ TEST_F(Check, NoFileIsTrackedTwiceAndTheHistoryIsNotNews) {
     const LocationRecord inner = include(root / "inner");
     const LocationRecord outer = include(root);
 
-    const auto locations = history.store().loadLocations().get();
     // The history is reached by way of a symbolic link, as where the data folder was moved to a larger drive.
-    LocationCheck run(history.store(), uncountedHere((folder.path() / "by-link/data").string(), locations));
+    const auto trees = makeTreeSource();
+    LocationCheck run(history.store(), *trees,
+                      [this] { return uncounted((folder.path() / "by-link/data").string()); });
     for (const LocationRecord& location : {inner, outer})
-        ASSERT_TRUE(std::holds_alternative<CheckCommit>(
+        ASSERT_TRUE(std::holds_alternative<LocationChecked>(
             run.run(history.record(location.id.rawValue), cancellation, [](const ScanProgress&) {})));
     EXPECT_THAT(history.rows("SELECT rel_path FROM inventory ORDER BY 1"), ElementsAre("a", "b"));
     EXPECT_THAT(history.rows("SELECT files_seen FROM scan_runs ORDER BY id"), ElementsAre("1", "1"));

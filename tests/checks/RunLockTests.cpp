@@ -1,54 +1,23 @@
 #include "checks/RunLock.h"
+#include "support/OtherProgram.h"
 #include "support/TempFolder.h"
 
-#include <csignal>
+#include <atomic>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <optional>
 #include <string>
-#include <sys/wait.h>
 #include <thread>
-#include <unistd.h>
+#include <vector>
 
 namespace brindle {
 namespace {
 
-/// Another process that holds the lock of a history until it is killed.
-class OtherProgram {
-public:
-    explicit OtherProgram(const std::string& directory) {
-        int ready[2];
-        if (pipe(ready) != 0) throw std::runtime_error("no pipe could be made");
-        process_ = fork();
-        if (process_ == 0) {
-            const RunLock lock(directory, RunLock::WhenTaken::refuse, CancellationFlag());
-            static_cast<void>(!write(ready[1], "x", 1));
-            for (;;) pause();
-        }
-        close(ready[1]);
-        char taken = 0;
-        if (read(ready[0], &taken, 1) != 1) throw std::runtime_error("the other program has no lock");
-        close(ready[0]);
-    }
-    ~OtherProgram() { die(); }
-    OtherProgram(const OtherProgram&) = delete;
-    OtherProgram& operator=(const OtherProgram&) = delete;
-
-    [[nodiscard]] pid_t process() const { return process_; }
-
-    void die() {
-        if (process_ == 0) return;
-        kill(process_, SIGKILL);
-        waitpid(process_, nullptr, 0);
-        process_ = 0;
-    }
-
-private:
-    pid_t process_ = 0;
-};
-
 class Lock : public testing::Test {
 protected:
-    void take(RunLock::WhenTaken whenTaken) { const RunLock lock(directory, whenTaken, cancellation); }
+    void take(RunLock::WhenTaken whenTaken) {
+        const RunLock lock = RunLockSource(directory).take(whenTaken, cancellation);
+    }
 
     TempFolder folder;
     std::string directory = (folder.path() / "data").string();
@@ -87,8 +56,34 @@ TEST_F(Lock, WaitsUntilTheOtherProgramIsDoneOrTheUserHasEnough) {
 
     std::thread end([&other] { other.die(); });
     const CancellationFlag patient;
-    EXPECT_NO_THROW(RunLock(directory, RunLock::WhenTaken::wait, patient));
+    EXPECT_NO_THROW((void)RunLockSource(directory).take(RunLock::WhenTaken::wait, patient));
     end.join();
+}
+
+TEST_F(Lock, IsSharedInThisProgramUntilTheLastHolderIsDone) {
+    RunLockSource source(directory);
+    std::optional first(source.take(RunLock::WhenTaken::refuse, cancellation));
+    std::optional second(source.take(RunLock::WhenTaken::refuse, cancellation));
+    const auto expectRefused = [&] { EXPECT_THROW(take(RunLock::WhenTaken::refuse), RunLocked); };
+    expectRefused();
+    first.reset();
+    expectRefused();
+    second.reset();
+    EXPECT_NO_THROW(take(RunLock::WhenTaken::refuse));
+
+    // Whoever comes just as the last holder leaves gets it all the same.
+    std::vector<std::thread> holders;
+    std::atomic<int> refused = 0;
+    for (int i = 0; i < 4; ++i)
+        holders.emplace_back([&] {
+            for (int n = 0; n < 100; ++n) try {
+                    (void)source.take(RunLock::WhenTaken::refuse, cancellation);
+                } catch (const RunLocked&) {
+                    ++refused;
+                }
+        });
+    for (std::thread& holder : holders) holder.join();
+    EXPECT_EQ(refused, 0);
 }
 
 }  // namespace

@@ -33,9 +33,11 @@ protected:
 
     UsedSpaceBreakdown breakdownOf(const std::string& volumeName) {
         const auto records = history.store().loadLocations().get();
-        LocationCheck check(history.store(), uncountedHere(history.directory(), records));
+        const auto trees = makeTreeSource();
+        LocationCheck check(history.store(), *trees,
+                            [&] { return uncountedHere(history.directory(), records); });
         for (const LocationRecord& record : records)
-            EXPECT_TRUE(std::holds_alternative<CheckCommit>(
+            EXPECT_TRUE(std::holds_alternative<LocationChecked>(
                 check.run(record, std::make_shared<CancellationFlag>(), [](const ScanProgress&) {})));
         const auto snapshot = StoredHistory(history.store()).snapshot().get();
         for (const VolumeReading& volume : snapshot.volumes)

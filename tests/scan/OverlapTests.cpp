@@ -20,34 +20,6 @@ LocationRecord location(const std::string& path, bool caseSensitive = true,
             .caseSensitive = caseSensitive};
 }
 
-TEST(Overlap, IsDecidedComponentByComponent) {
-    const struct {
-        const char* path;
-        const char* folder;
-        bool withCase;
-        bool ignoringCase;
-    } cases[] = {
-        {"/home/ann", "/home/ann", true, true},
-        {"/home/ann/x", "/home/ann", true, true},
-        {"/home/ann", "/home/ann/x", false, false},
-        {"/srv/anna", "/srv/ann", false, false},
-        {"/home", "/", true, true},
-        {"/", "/", true, true},
-        {"/", "/home", false, false},
-        {"/HOME/Ann/x", "/home/ann", false, true},
-        {"/ÉTÉ", "/été", false, true},
-        {"/Straße", "/STRASSE", false, true},
-        {"/\xff", "/\xff", true, true},
-        {"/\xff", "/\xfe", false, false},  // no text, and so never one name
-        {"/\xff", "/\xef\xbf\xbd", false, false},
-        {"/A\xff", "/a\xff", false, false},
-    };
-    for (const auto& [path, folder, withCase, ignoringCase] : cases) {
-        EXPECT_EQ(liesAtOrBelow(path, folder, true), withCase) << path << " in " << folder;
-        EXPECT_EQ(liesAtOrBelow(path, folder, false), ignoringCase) << path << " in " << folder;
-    }
-}
-
 TEST(Overlap, TheNewFolderMeetsEveryLocationThatIsTracked) {
     auto removed = location("/home/ann/Old");
     removed.removedAt = 1;

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <libudev.h>
 #include <memory>
+#include <mutex>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 
@@ -74,6 +75,9 @@ std::string decodedDeviceText(std::string_view text) {
 }
 
 std::optional<BlockDevice> lookUpDevice(dev_t number) {
+    // The library makes a random key for its tables at first use, which its threads share unguarded.
+    static std::mutex libraryMutex;
+    const std::scoped_lock guard(libraryMutex);
     const Udev context(udev_new(), &udev_unref);
     if (!context) return {};
     const Device device(udev_device_new_from_devnum(context.get(), 'b', number), &udev_device_unref);
