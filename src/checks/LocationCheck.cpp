@@ -33,9 +33,6 @@ private:
     std::optional<ScanProgress> latest_;
 };
 
-/// Ends a commit whose location is not tracked any more.
-class LocationWasRemoved : public std::exception {};
-
 /// Whether the location is still found where the walk looked for it.
 bool isStillThere(const LocationRecord& record, const AccessReady& walked) {
     const AccessState now = resolveAccess(record);
@@ -85,8 +82,6 @@ CheckOutcome LocationCheck::check(const LocationRecord& record,
         // A drive unmounted just before the walk began leaves an empty folder, which the walk takes for the
         // location.
         if (!isStillThere(found, *ready)) throw ScanError(ScanError::Reason::missing);
-        // This program writes nothing else before the commit is done, but another might have.
-        if (!trackedLocation(store_, found.id)) throw LocationWasRemoved();
         return report;
     };
     const auto readVolume = [&] {
@@ -107,7 +102,7 @@ CheckOutcome LocationCheck::check(const LocationRecord& record,
             .commit = committed.get(), .scanPath = ready->scanPath, .rules = std::move(rules)};
     } catch (const Cancelled&) {
         return CheckStopped{};
-    } catch (const LocationWasRemoved&) {
+    } catch (const LocationGone&) {
         return NoLongerTracked{};
     } catch (const ScanError& error) {
         if (error.reason == ScanError::Reason::accessDenied)

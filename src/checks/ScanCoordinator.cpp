@@ -68,6 +68,7 @@ CheckRunSummary ScanCoordinator::perform(const RunRequest& request) {
     CheckRunSummary summary = checkAll(request);
     {
         const std::scoped_lock guard(mutex_);
+        isEstimating_ = false;
         running_.reset();  // a request that the last event brings about starts a run of its own
     }
     send(RunFinished{summary});
@@ -80,10 +81,7 @@ CheckRunSummary ScanCoordinator::checkAll(const RunRequest& request) {
     try {
         const RunLock lock = locks_.take(request.whenTaken, *request.cancellation);
         run.check(request.locations);
-        if (!run.summary().cancelled && beginEstimating()) {
-            run.estimate();
-            endEstimating();
-        }
+        if (!run.summary().cancelled && beginEstimating()) run.estimate();
         return run.summary();
     } catch (const Cancelled&) {
         return {.cancelled = true};
@@ -96,11 +94,6 @@ bool ScanCoordinator::beginEstimating() {
     const std::scoped_lock guard(mutex_);
     isEstimating_ = estimatesEnabled_;
     return isEstimating_;
-}
-
-void ScanCoordinator::endEstimating() {
-    const std::scoped_lock guard(mutex_);
-    isEstimating_ = false;
 }
 
 void ScanCoordinator::send(const CoordinatorEvent& event) const {

@@ -74,7 +74,6 @@ private:
     [[nodiscard]] CheckRunSummary perform(const RunRequest& request);
     [[nodiscard]] CheckRunSummary checkAll(const RunRequest& request);
     [[nodiscard]] bool beginEstimating();
-    void endEstimating();
     void send(const CoordinatorEvent& event) const;
 
     HistoryStore& store_;

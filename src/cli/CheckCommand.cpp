@@ -99,10 +99,12 @@ private:
 /// Shows the progress of a run, and keeps its last word on every location. Both outlive the run.
 EventHandler progressTo(Output& output, std::map<LocationID, ScanProgress>& last) {
     return [&](const CoordinatorEvent& event) {
-        const auto* word = std::get_if<LocationProgress>(&event);
-        if (word == nullptr) return;
-        last[word->location] = word->progress;
-        output.progress(word->name, word->progress);
+        if (const auto* word = std::get_if<LocationProgress>(&event)) {
+            last[word->location] = word->progress;
+            output.progress(word->name, word->progress);
+        } else if (const auto* estimating = std::get_if<LocationEstimating>(&event)) {
+            output.estimating(estimating->name);
+        }
     };
 }
 
@@ -124,9 +126,11 @@ ExitCode runCheck(const Context& context, const CheckOptions& options) {
         throw UsageError(translated("No locations included yet. Name a folder to include and check it."));
 
     std::map<LocationID, ScanProgress> last;
-    const CheckRunSummary summary = ScanCoordinator(store, locks, progressTo(context.output, last), false)
-                                        .run({.locations = chosen.idsToCheck(), .cancellation = cancellation})
-                                        .get();
+    const bool areEstimatesOn = context.preferences().showsEstimates;
+    const CheckRunSummary summary =
+        ScanCoordinator(store, locks, progressTo(context.output, last), areEstimatesOn)
+            .run({.locations = chosen.idsToCheck(), .cancellation = cancellation})
+            .get();
     if (summary.refused) throw std::runtime_error(*summary.refused);
     for (const CheckCommit& commit : summary.committed) chosen.keep(commit.locationID);
     CheckReport report(context, store, summary);

@@ -30,27 +30,37 @@ std::string unavailableSentence(LocationStatus status, const LocationRecord& rec
 
 }  // namespace
 
+std::optional<std::string> obstacleText(const CheckRunSummary& run, const LocationRecord& record) {
+    if (const auto unavailable = run.unavailable.find(record.id); unavailable != run.unavailable.end())
+        return unavailableSentence(unavailable->second, record);
+    if (const auto failure = run.failures.find(record.id); failure != run.failures.end())
+        return fmt::format(fmt::runtime(translated("“{}” couldn't be checked: {}")),
+                           fileNameText(record.name), failure->second);
+    return {};
+}
+
 void CheckReport::add(const LocationRecord& record, const ScanProgress& last, bool isForgotten) {
     const auto commit = std::ranges::find(summary_.committed, record.id, &CheckCommit::locationID);
     if (commit != summary_.committed.end()) return addCommit(record, *commit, last);
-    const auto fail = [&](const char* outcome, const std::string& sentence) {
-        addFailure(record, outcome, sentence, isForgotten);
-    };
-    const auto unavailable = summary_.unavailable.find(record.id);
-    const auto failure = summary_.failures.find(record.id);
-    if (unavailable != summary_.unavailable.end())
-        fail(rawText(unavailable->second).data(), unavailableSentence(unavailable->second, record));
-    else if (failure != summary_.failures.end())
-        fail("failed", fmt::format(fmt::runtime(translated("“{}” couldn't be checked: {}")),
-                                   fileNameText(record.name), failure->second));
-    else
-        fail("stopped",
-             fmt::format(
-                 fmt::runtime(translated("Stopped: “{}” wasn't checked, and nothing was recorded for it.")),
-                 fileNameText(record.name)));
+    if (const auto obstacle = obstacleText(summary_, record)) {
+        const auto unavailable = summary_.unavailable.find(record.id);
+        const bool isUnavailable = unavailable != summary_.unavailable.end();
+        addFailure(record, isUnavailable ? rawText(unavailable->second).data() : "failed", *obstacle,
+                   isForgotten);
+    } else {
+        addFailure(
+            record, "stopped",
+            fmt::format(
+                fmt::runtime(translated("Stopped: “{}” wasn't checked, and nothing was recorded for it.")),
+                fileNameText(record.name)),
+            isForgotten);
+    }
 }
 
 ExitCode CheckReport::finish() {
+    if (summary_.cancelled && !hasFailure_)
+        context_.output.sentence(
+            translated("Stopped while earlier history was estimated. The next check goes on with it."));
     if (context_.asJson) context_.output.json({{"locations", locations_}, {"stopped", summary_.cancelled}});
     // While a signal still finds somebody to hear it: what was committed is to be told.
     static_cast<void>(context_.output.flush());
@@ -74,6 +84,7 @@ void CheckReport::addCommit(const LocationRecord& record, const CheckCommit& com
                           {"seconds", last.elapsed},
                           {"finishedAt", commit.finishedAt},
                           {"largestChanges", largest},
+                          {"estimated", estimatedJson(record.id)},
                           {"unreadableFolders", unreadable}});
 }
 
@@ -100,7 +111,18 @@ void CheckReport::printCommit(const LocationRecord& record, const CheckCommit& c
             output.line(counted("  … and {0} more; see: brindle changes",
                                 "  … and {0} more; see: brindle changes", more));
     }
+    if (const auto estimated = summary_.estimated.find(record.id);
+        estimated != summary_.estimated.end() && estimated->second.files > 0)
+        output.line(counted("  Earlier history, estimated from file dates: {1} in {0} file.",
+                            "  Earlier history, estimated from file dates: {1} in {0} files.",
+                            estimated->second.files, byteAmount(estimated->second.bytes)));
     printUnreadable(unreadable);
+}
+
+nlohmann::ordered_json CheckReport::estimatedJson(const LocationID& id) const {
+    const auto estimated = summary_.estimated.find(id);
+    if (estimated == summary_.estimated.end()) return nullptr;
+    return estimated->second;
 }
 
 void CheckReport::printUnreadable(const std::vector<UnreadableFolder>& unreadable) {

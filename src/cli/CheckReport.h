@@ -5,8 +5,14 @@
 #include "cli/ExitCode.h"
 
 #include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
 
 namespace brindle {
+
+/// Why a location of a run was not checked, in a sentence; nothing when it was, or was not asked to be.
+[[nodiscard]] std::optional<std::string> obstacleText(const CheckRunSummary& run,
+                                                      const LocationRecord& record);
 
 /// Tells what a run found, location by location, as text or as one JSON document at the end.
 class CheckReport {
@@ -23,6 +29,8 @@ private:
     void addCommit(const LocationRecord& record, const CheckCommit& commit, const ScanProgress& last);
     void printCommit(const LocationRecord& record, const CheckCommit& commit, const ScanProgress& last,
                      const std::vector<FileChange>& largest, const std::vector<UnreadableFolder>& unreadable);
+    /// What the run estimated for the location; null when it made no estimates.
+    [[nodiscard]] nlohmann::ordered_json estimatedJson(const LocationID& id) const;
     void printUnreadable(const std::vector<UnreadableFolder>& unreadable);
     void addFailure(const LocationRecord& record, const char* outcome, const std::string& sentence,
                     bool isForgotten);

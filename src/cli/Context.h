@@ -2,6 +2,7 @@
 
 #include "cli/Output.h"
 #include "model/Calendar.h"
+#include "settings/Preferences.h"
 #include "store/HistoryStore.h"
 
 #include <stdexcept>
@@ -17,6 +18,13 @@ struct Context {
     Calendar calendar = Calendar::current();
 
     [[nodiscard]] HistoryStore openHistory() const { return HistoryStore(dataDirectory); }
+
+    /// The user's settings as they are now; says so when they could not all be read.
+    [[nodiscard]] Preferences preferences() const {
+        const StoredSettings stored = SettingsFile::ofUser().read();
+        if (stored.note) output.sentence(*stored.note);
+        return readPreferences(SettingValues(stored.values));
+    }
 };
 
 /// A command line that makes no sense. what() is the sentence for the user.

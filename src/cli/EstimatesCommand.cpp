@@ -23,10 +23,6 @@ void switchEstimates(const Context& context, bool wanted) {
     if (!wanted) store.clearEstimates().get();
 }
 
-bool areEstimatesOn() {
-    return readPreferences(SettingValues(SettingsFile::ofUser().read().values)).showsEstimates;
-}
-
 const char* sentenceFor(bool isOn, bool isNew) {
     if (isNew)
         return isOn ? translated("Estimates of earlier history are on. The next check makes them.")
@@ -40,7 +36,7 @@ const char* sentenceFor(bool isOn, bool isNew) {
 
 ExitCode runEstimates(const Context& context, std::optional<bool> wanted) {
     if (wanted) switchEstimates(context, *wanted);
-    const bool isOn = wanted ? *wanted : areEstimatesOn();
+    const bool isOn = wanted ? *wanted : context.preferences().showsEstimates;
     if (context.asJson)
         context.output.json({{"showsEstimates", isOn}});
     else

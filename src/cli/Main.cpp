@@ -9,6 +9,7 @@
 #include "cli/LocationsCommand.h"
 #include "cli/RemoveCommand.h"
 #include "cli/StatusCommand.h"
+#include "cli/WatchCommand.h"
 #include "model/FileNameText.h"
 #include "model/Translation.h"
 #include "platform/Paths.h"
@@ -131,6 +132,9 @@ int run(int argc, char** argv) {
     dayCommand->add_option("DAY", dayShown, "The day: 2026-03-07, today, yesterday (default: today)")
         ->type_name("");
     dayCommand->callback([&] { command = [&] { return runDay(context(), dayShown); }; });
+
+    auto* watch = app.add_subcommand("watch", "Check all locations on the interval of the settings");
+    watch->callback([&] { command = [&] { return runWatch(context()); }; });
 
     auto* estimates =
         app.add_subcommand("estimates", "Switch estimates of earlier history, from file dates, on or off");

@@ -34,6 +34,10 @@ void Output::json(const nlohmann::ordered_json& result) {
     line(result.dump(indent, ' ', false, nlohmann::ordered_json::error_handler_t::replace));
 }
 
+void Output::jsonLine(const nlohmann::ordered_json& result) {
+    line(result.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace));
+}
+
 void Output::sentence(std::string_view text) {
     static_cast<void>(flush());  // so that the sentence stands behind what it is about
     write(stderr, text);
@@ -49,6 +53,16 @@ void Output::progress(std::string_view locationName, const ScanProgress& progres
                                                  progress.filesSeen)),
                     fileNameText(locationName), groupedNumber(progress.filesSeen),
                     byteAmount(progress.bytesSeen), groupedNumber(static_cast<std::int64_t>(rate)));
+    showProgress(text);
+}
+
+void Output::estimating(std::string_view locationName) {
+    if (!showsProgress_) return;
+    showProgress(
+        fmt::format(fmt::runtime(translated("Estimating earlier history… {}")), fileNameText(locationName)));
+}
+
+void Output::showProgress(const std::string& text) {
     // A line that wrapped could not be written over.
     const auto columns = static_cast<std::size_t>(std::max(terminalWidth(StandardStream::error) - 1, 1));
     const std::string shown = cutToWidth(text, columns);

@@ -19,12 +19,15 @@ public:
 
     void line(std::string_view text = {});
     void json(const nlohmann::ordered_json& result);
+    /// One of several results, each on a line of its own.
+    void jsonLine(const nlohmann::ordered_json& result);
 
     /// A sentence for a person, beside the results.
     void sentence(std::string_view text);
 
     /// One line that is written over by the next, on a terminal; nothing otherwise.
     void progress(std::string_view locationName, const ScanProgress& progress);
+    void estimating(std::string_view locationName);
     void endProgress();
 
     /// An amount in a column of ten, with its sign, in the colour of added or freed.
@@ -38,6 +41,7 @@ public:
     [[nodiscard]] bool flush();
 
 private:
+    void showProgress(const std::string& text);
     void write(std::FILE* stream, std::string_view text);
     void noteFailure(int error);
     [[nodiscard]] std::string styled(std::string_view code, std::string_view text) const;

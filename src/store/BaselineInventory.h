@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <span>
+#include <vector>
 
 namespace brindle {
 
@@ -22,8 +23,12 @@ public:
     [[nodiscard]] std::int64_t bytes() const { return bytes_; }
 
 private:
+    void insert(SQLiteStatement& statement, std::span<const ScanEntry> rows);
+
     const LocationID& location_;
-    SQLiteStatement insert_;
+    SQLiteStatement insertMany_;
+    SQLiteStatement insertOne_;
+    std::vector<SQLiteValue> values_;
     std::int64_t bytes_ = 0;
 };
 

@@ -42,7 +42,7 @@ SQLiteStatement::SQLiteStatement(std::shared_ptr<sqlite3> connection, std::strin
     if (code != SQLITE_OK || prepared == nullptr) fail(code);
 }
 
-void SQLiteStatement::bindAll(std::initializer_list<SQLiteValue> values) {
+void SQLiteStatement::bindAll(std::span<const SQLiteValue> values) {
     sqlite3_reset(statement_.get());
     sqlite3_clear_bindings(statement_.get());
     int index = 1;

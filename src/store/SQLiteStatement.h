@@ -2,11 +2,12 @@
 
 #include "store/SQLiteValue.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <initializer_list>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,8 +31,12 @@ public:
     /// Throws: SQLiteError, for instance when there are more values than `?`s.
     template <SQLiteBindable... Values>
     void bind(const Values&... values) {
-        bindAll({SQLiteValue(values)...});
+        const std::array<SQLiteValue, sizeof...(Values)> all{SQLiteValue(values)...};
+        bindAll(all);
     }
+
+    /// The same, for a number of values that only the caller knows.
+    void bindAll(std::span<const SQLiteValue> values);
 
     /// True when there is a row to read, false when the statement is done. Throws: SQLiteError otherwise.
     bool step();
@@ -58,7 +63,6 @@ private:
         void operator()(sqlite3_stmt* statement) const;
     };
 
-    void bindAll(std::initializer_list<SQLiteValue> values);
     [[noreturn]] void fail(int code) const;
 
     std::shared_ptr<sqlite3> connection_;

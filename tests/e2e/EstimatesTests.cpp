@@ -75,6 +75,24 @@ TEST_F(Estimates, AreOffUntilSwitchedOnAndGoWhenSwitchedOff) {
     expectSays({"estimates"}, "Estimates of earlier history are on.");
 }
 
+TEST_F(Estimates, AreMadeOnceByTheNextCheckAndNeverMeasured) {
+    // The first check, as if by a clock that was two days ahead: the file is from before it.
+    rowsOf(brindle.historyFile(),
+           "DELETE FROM estimates; UPDATE locations SET estimated_at = NULL, baseline_at = baseline_at + "
+           "172800");
+    EXPECT_EQ(brindle.json({"check"})["locations"][0]["estimated"], nullptr);
+    EXPECT_EQ(made(), "0 0");
+    EXPECT_EQ(brindle.run({"estimates", "on"}).exitCode, 0);
+    const auto result = brindle.run({"check"});
+    EXPECT_EQ(result.exitCode, 0) << result.error;
+    EXPECT_THAT(result.output,
+                HasSubstr("Earlier history, estimated from file dates: 10 bytes in 1 file.\n"));
+    EXPECT_EQ(made(), "1 1");
+    EXPECT_EQ(Records(brindle).value("SELECT COUNT(*) FROM observations"), "0");
+    EXPECT_EQ(Records(brindle).value("SELECT COUNT(*) FROM daily_totals"), "0");
+    EXPECT_EQ(brindle.json({"check"})["locations"][0]["estimated"], nullptr) << "they are made once";
+}
+
 TEST_F(Estimates, AreLeftToWhoeverWorksWithTheHistory) {
     {
         const auto window = FileLock::tryToTake(brindle.dataDirectory() / "window.lock");
