@@ -2,7 +2,7 @@
 
 #include "checks/Events.h"
 #include "checks/RunLock.h"
-#include "checks/TaskThread.h"
+#include "platform/TaskThread.h"
 #include "model/Cancellation.h"
 #include "platform/TreeReader.h"
 #include "store/HistoryStore.h"

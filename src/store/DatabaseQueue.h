@@ -1,16 +1,11 @@
 #pragma once
 
+#include "platform/TaskThread.h"
 #include "store/SQLiteConnection.h"
 
-#include <condition_variable>
-#include <deque>
-#include <functional>
 #include <future>
-#include <memory>
-#include <mutex>
-#include <optional>
 #include <string>
-#include <thread>
+#include <type_traits>
 
 namespace brindle {
 
@@ -22,36 +17,20 @@ public:
     /// `label` names the thread (for people with a debugger). Throws: SQLiteError when opening fails.
     DatabaseQueue(const std::string& path, std::string label, bool readOnly = false);
 
-    /// Runs what was handed in, then closes the connection.
-    ~DatabaseQueue();
-    DatabaseQueue(const DatabaseQueue&) = delete;
-    DatabaseQueue& operator=(const DatabaseQueue&) = delete;
-
-    /// Runs `body(connection)` on the queue. The future gives its result or its error.
+    /// Runs `body(connection)` on the queue. The future gives its result or its error. When the queue goes,
+    /// it runs what was handed in, then closes the connection.
     template <class Body>
     [[nodiscard]] auto perform(Body body) -> std::future<std::invoke_result_t<Body&, SQLiteConnection&>> {
-        using Result = std::invoke_result_t<Body&, SQLiteConnection&>;
-        // std::function wants what can be copied, and a task cannot: hence the shared pointer.
-        auto task = std::make_shared<std::packaged_task<Result(SQLiteConnection&)>>(std::move(body));
-        auto result = task->get_future();
-        enqueue([task](SQLiteConnection& connection) { (*task)(connection); });
-        return result;
+        stopIfEnteredFromItself();
+        return thread_.perform([this, body = std::move(body)]() mutable { return body(connection_); });
     }
 
 private:
-    using WorkItem = std::function<void(SQLiteConnection&)>;
-
-    void enqueue(WorkItem item);
-    void runItems();
-    [[nodiscard]] std::optional<WorkItem> nextItem();
+    void stopIfEnteredFromItself() const;
 
     std::string label_;
-    std::optional<SQLiteConnection> connection_;
-    std::mutex lock_;
-    std::condition_variable arrived_;
-    std::deque<WorkItem> items_;
-    bool isClosing_ = false;
-    std::thread thread_;
+    SQLiteConnection connection_;
+    TaskThread thread_;  // last, so that it ends first
 };
 
 }  // namespace brindle

@@ -1,11 +1,11 @@
-#include "checks/TaskThread.h"
+#include "platform/TaskThread.h"
 
 #include <pthread.h>
 
 namespace brindle {
 
-TaskThread::TaskThread(const char* name) : thread_([this] { runTasks(); }) {
-    pthread_setname_np(thread_.native_handle(), name);
+TaskThread::TaskThread(const std::string& name) : thread_([this] { runTasks(); }) {
+    pthread_setname_np(thread_.native_handle(), name.c_str());
 }
 
 TaskThread::~TaskThread() {

@@ -1,12 +1,14 @@
 #pragma once
 
 #include <condition_variable>
+#include <cstddef>
 #include <deque>
 #include <functional>
 #include <future>
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <string>
 #include <thread>
 
 namespace brindle {
@@ -14,8 +16,10 @@ namespace brindle {
 /// One thread that runs tasks one at a time, in the order in which they came. Any thread may hand in tasks.
 class TaskThread {
 public:
-    /// `name`: at most 15 characters, for people with a debugger.
-    explicit TaskThread(const char* name);
+    static constexpr std::size_t longestName = 15;  // pthread_setname_np(3)
+
+    /// `name`: at most longestName bytes, for people with a debugger.
+    explicit TaskThread(const std::string& name);
 
     /// Runs what was handed in, then ends.
     ~TaskThread();
