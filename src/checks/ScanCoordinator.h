@@ -2,8 +2,8 @@
 
 #include "checks/Events.h"
 #include "checks/RunLock.h"
-#include "platform/TaskThread.h"
 #include "model/Cancellation.h"
+#include "platform/TaskThread.h"
 #include "platform/TreeReader.h"
 #include "store/HistoryStore.h"
 
