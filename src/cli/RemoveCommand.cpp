@@ -34,8 +34,10 @@ ExitCode runRemove(const Context& context, const std::string& path) {
     const RunLock lock =
         RunLockSource(context.dataDirectory).take(RunLock::WhenTaken::refuse, CancellationFlag());
     HistoryStore store = context.openHistory();
-    const LocationRecord record = includedAt(path, store);
-    store.remove(record.id, systemNow()).get();
+    LocationRecord record = includedAt(path, store);
+    record.removedAt = systemNow();
+    record.status = LocationStatus::paused;
+    store.remove(record.id, *record.removedAt).get();
     tell(context, record, translated("“{}” is no longer tracked. What was recorded stays in the history."));
     return ExitCode::success;
 }
