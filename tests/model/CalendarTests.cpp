@@ -60,14 +60,10 @@ TEST(Calendar, AddingMonthsGivesTheFirstOfAMonthAndDaysAreListedInclusively) {
 }
 
 TEST(Calendar, LabelsFollowTheLocaleAndDaysTheCalendar) {
-    const Calendar english("en_US", "UTC");
-    EXPECT_EQ(english.longLabel({2026, 3, 7}), "Saturday, March 7, 2026");
-    EXPECT_EQ(english.mediumLabel({2026, 3, 7}), "Saturday, March 7");
-    EXPECT_EQ(english.monthLabel({2026, 3, 7}), "March 2026");
+    EXPECT_EQ(Calendar("en_US", "UTC").longLabel({2026, 3, 7}), "Saturday, March 7, 2026");
     EXPECT_EQ(berlin.longLabel({2026, 3, 7}), "Samstag, 7. März 2026");
-
-    const Calendar buddhist("th_TH@calendar=buddhist", "Asia/Bangkok");
-    EXPECT_EQ(buddhist.day(english.time({2026, 3, 7}, 12)), (LocalDay{2569, 3, 7}));
+    const Calendar buddhist("th_TH@calendar=buddhist", "Europe/Berlin");
+    EXPECT_EQ(buddhist.day(berlin.time({2026, 3, 7}, 12)), (LocalDay{2569, 3, 7}));
     EXPECT_THROW(Calendar("en_US", "Europe/Nowhere"), std::invalid_argument);
 }
 

@@ -3,9 +3,9 @@
 #include "support/TempFolder.h"
 #include "support/TestMounts.h"
 
-#include <csignal>
 #include <fcntl.h>
 #include <filesystem>
+#include <fmt/format.h>
 #include <fstream>
 #include <functional>
 #include <gtest/gtest.h>
@@ -13,8 +13,8 @@
 #include <stdexcept>
 #include <string>
 #include <sys/mount.h>
-#include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 namespace brindle {
@@ -85,21 +85,15 @@ TEST(FolderProbe, AMountThatIsNewerThanTheTableIsMissing) {
 /// A folder that asks a program to mount something as soon as it is entered. The request stays unanswered.
 class Automount {
 public:
-    explicit Automount(const fs::path& target) {
+    explicit Automount(fs::path target) : target_(std::move(target)) {
         if (::pipe2(requests_, O_CLOEXEC | O_NONBLOCK) != 0)
             throw std::runtime_error("no pipe could be made");
-        program_ = ::fork();
-        if (program_ == 0) ::pause();
-        ::setpgid(program_, program_);
-        const auto options = "fd=" + std::to_string(requests_[1]) + ",pgrp=" + std::to_string(program_) +
-                             ",minproto=5,maxproto=5,direct";
-        isMounted_ = ::mount("auto.test", target.c_str(), "autofs", 0, options.c_str()) == 0;
-        if (isMounted_) target_ = target;
+        const auto options =
+            fmt::format("fd={},pgrp={},minproto=5,maxproto=5,direct", requests_[1], ::getpgrp());
+        isMounted_ = ::mount("auto.test", target_.c_str(), "autofs", 0, options.c_str()) == 0;
     }
     ~Automount() {
         if (isMounted_) ::umount2(target_.c_str(), MNT_DETACH);
-        ::kill(program_, SIGKILL);
-        ::waitpid(program_, nullptr, 0);
         for (const int end : requests_) ::close(end);
     }
     Automount(const Automount&) = delete;
@@ -112,10 +106,9 @@ public:
     }
 
 private:
-    int requests_[2] = {-1, -1};
-    pid_t program_ = -1;
-    bool isMounted_ = false;
     fs::path target_;
+    int requests_[2] = {-1, -1};
+    bool isMounted_ = false;
 };
 
 TEST(FolderProbe, MountsNothing) {
@@ -125,7 +118,8 @@ TEST(FolderProbe, MountsNothing) {
     if (!automount.isMounted()) GTEST_SKIP() << "the system has no automounter";
     const auto endsInTime = [&](const std::function<void()>& body) {
         return inChildProcess([&] {
-                   ::alarm(2);  // who asks for the mount waits for it
+                   ::setpgid(0, 0);  // the group that mounted it may enter it
+                   ::alarm(2);       // who asks for the mount waits for it
                    body();
                }) == 0;
     };

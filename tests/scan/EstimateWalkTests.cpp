@@ -18,31 +18,20 @@ using testing::IsEmpty;
 constexpr LocalDay firstDay{2026, 3, 1};
 constexpr LocalDay lastDay{2026, 3, 5};
 
+/// The parts of one day and folder, summed as the store does it.
+using Groups = std::map<std::pair<LocalDay, std::string>, EstimateRow>;
+
+void addTo(Groups& groups, const EstimateRow& row) {
+    const auto [at, isNew] = groups.try_emplace({row.day, row.folder}, row);
+    if (isNew) return;
+    at->second.totals += row.totals;
+    at->second.name.clear();
+}
+
 struct Estimated {
     std::vector<EstimateRow> singles;
-    std::vector<EstimateRow> groups;  // parts of one day and folder summed, by day and folder
+    Groups groups;
     std::size_t largestHandOver = 0;
-};
-
-/// Sums what is handed over, as the store does.
-class Groups {
-public:
-    void add(std::span<const EstimateRow> part) {
-        for (const EstimateRow& row : part) {
-            auto [at, isNew] = rows_.try_emplace({row.day, row.folder}, row);
-            if (isNew) continue;
-            at->second.totals += row.totals;
-            at->second.name.clear();
-        }
-    }
-    [[nodiscard]] std::vector<EstimateRow> all() const {
-        std::vector<EstimateRow> rows;
-        for (const auto& [key, row] : rows_) rows.push_back(row);
-        return rows;
-    }
-
-private:
-    std::map<std::pair<LocalDay, std::string>, EstimateRow> rows_;
 };
 
 class EstimateWalkTest : public testing::Test {
@@ -53,22 +42,15 @@ protected:
 
     [[nodiscard]] Estimated estimate(std::span<const ScanEntry> files) const {
         Estimated result;
-        Groups groups;
         const EstimateGroupSink sink = [&](std::span<const EstimateRow> part) {
-            groups.add(part);
+            for (const EstimateRow& row : part) addTo(result.groups, row);
             result.largestHandOver = std::max(result.largestHandOver, part.size());
         };
         EstimateGrouper grouper(EstimateSpan(firstDay, lastDay, calendar), sink);
         for (std::size_t i = 0; i < files.size(); i += scanBatchLimit)
             grouper.add(files.subspan(i, std::min(scanBatchLimit, files.size() - i)));
         result.singles = grouper.finish();
-        result.groups = groups.all();
         return result;
-    }
-
-    static EstimateRow row(int day, std::string folder, std::string name, std::int64_t bytes,
-                           std::int64_t files = 1) {
-        return {{2026, 3, day}, std::move(folder), std::move(name), {bytes, files}};
     }
 
     Calendar calendar{"en_US", "Europe/Berlin"};
@@ -104,7 +86,8 @@ TEST_F(EstimateWalkTest, TheSmallestOfTooManyLargeFilesJoinTheirGroups) {
         files.push_back({fmt::format("a/{:04}", i), largeFileBytes + (i == 7 || i == 2001 ? 0 : 1), at(1)});
     const Estimated result = estimate(files);
     EXPECT_EQ(result.singles.size(), singleEstimateLimit);
-    EXPECT_THAT(result.groups, ElementsAre(row(1, "a", "", 5 + 2 * largeFileBytes, 3)));
+    EXPECT_THAT(result.groups, ElementsAre(testing::Pair(
+                                   testing::_, EstimateRow{firstDay, "a", "", {5 + 2 * largeFileBytes, 3}})));
     files[8].size += 1;
     EXPECT_EQ(estimate(files).singles.back().name, "1999");
 }
@@ -141,21 +124,18 @@ TEST_F(EstimateWalkTest, RandomFilesAreGroupedAsThePlainRuleSays) {
             if (isSingle)
                 singles.push_back(bytes(file));
             else
-                groups.add({&file, 1});
+                addTo(groups, file);
         }
         const Estimated result = estimate(files);
         std::vector<std::int64_t> found;
         for (const EstimateRow& row : result.singles) found.push_back(bytes(row));
         EXPECT_EQ(found, singles) << count;
         if (singles.size() < singleEstimateLimit || count <= singleEstimateLimit) {
-            EXPECT_EQ(result.groups, groups.all()) << count;
+            EXPECT_EQ(result.groups, groups) << count;
         }
         EstimateTotals told;
-        for (const auto* rows : {&result.singles, &result.groups})
-            for (const EstimateRow& row : *rows) {
-                EXPECT_EQ(row.name.empty(), row.totals.files > 1);
-                told += row.totals;
-            }
+        for (const EstimateRow& row : result.singles) told += row.totals;
+        for (const auto& [key, row] : result.groups) told += row.totals;
         EXPECT_EQ(told, total) << count;
     }
 }

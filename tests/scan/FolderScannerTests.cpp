@@ -226,22 +226,5 @@ TEST(FolderScanner, LetsOthersReadFirstWhileItWalks) {
     EXPECT_EQ(ioPriority(), before);
 }
 
-TEST(PermissionError, IsFoundAtAnyDepthOfTheError) {
-    const auto isRefused = [](int code) {
-        try {
-            try {
-                throw std::system_error(code, std::generic_category());
-            } catch (...) {
-                std::throw_with_nested(std::runtime_error("outer"));
-            }
-        } catch (const std::exception& outer) {
-            return isPermissionError(outer);
-        }
-    };
-    EXPECT_TRUE(isRefused(EACCES));
-    EXPECT_TRUE(isRefused(EPERM));
-    EXPECT_FALSE(isRefused(ENOENT));
-}
-
 }  // namespace
 }  // namespace brindle

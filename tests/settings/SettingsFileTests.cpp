@@ -1,17 +1,18 @@
 #include "platform/FileLock.h"
 #include "settings/SettingsFile.h"
-#include "support/ChildProcess.h"
 #include "support/TempFolder.h"
 #include "support/TestMounts.h"
 #include "support/Unprivileged.h"
 
 #include <filesystem>
+#include <fmt/format.h>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <string>
 #include <sys/stat.h>
+#include <thread>
 #include <vector>
 
 namespace brindle {
@@ -162,26 +163,17 @@ TEST_F(SettingsFileTest, AFullDiskLeavesTheOldSettings) {
     expectNothingBeside();
 }
 
-TEST_F(SettingsFileTest, ProgramsThatWriteAtOnceLoseNothingOfEachOthers) {
-    constexpr int programs = 4;
+TEST_F(SettingsFileTest, ThoseWhoWriteAtOnceLoseNothingOfEachOthers) {
+    constexpr int writers = 4;
     constexpr int writes = 25;
-    EXPECT_EQ(inChildProcess([&] {
-                  std::vector<pid_t> children;
-                  for (int program = 0; program < programs; ++program) {
-                      const pid_t child = ::fork();
-                      if (child == 0) {
-                          for (int i = 0; i < writes; ++i)
-                              file.write("p" + std::to_string(program) + "." + std::to_string(i), i);
-                          ::_exit(0);
-                      }
-                      children.push_back(child);
-                  }
-                  for (const pid_t child : children)
-                      if (int status = 0; ::waitpid(child, &status, 0) != child || status != 0)
-                          throw std::runtime_error("a write failed");
-              }),
-              0);
-    EXPECT_EQ(file.read().values.size(), programs * writes);
+    {
+        std::vector<std::jthread> threads;
+        for (int writer = 0; writer < writers; ++writer)
+            threads.emplace_back([&, writer] {
+                for (int i = 0; i < writes; ++i) file.write(fmt::format("{}.{}", writer, i), i);
+            });
+    }
+    EXPECT_EQ(file.read().values.size(), writers * writes);
 }
 
 TEST_F(SettingsFileTest, ALockThatIsNotGivenBackIsToldInTime) {
