@@ -45,12 +45,9 @@ TEST(FolderRef, OrderIsLocationThenComponentsWithAPrefixFirst) {
 }
 
 TEST(DirectionFilter, ZeroPassesOnlyAll) {
-    const auto passed = [](DirectionFilter filter) {
-        return std::vector{passes(filter, 1), passes(filter, 0), passes(filter, -1)};
-    };
-    EXPECT_EQ(passed(DirectionFilter::all), (std::vector{true, true, true}));
-    EXPECT_EQ(passed(DirectionFilter::added), (std::vector{true, false, false}));
-    EXPECT_EQ(passed(DirectionFilter::freed), (std::vector{false, false, true}));
+    using enum DirectionFilter;
+    EXPECT_TRUE(passes(all, 0) && passes(added, 1) && passes(freed, -1));
+    EXPECT_FALSE(passes(added, 0) || passes(added, -1) || passes(freed, 0) || passes(freed, 1));
 }
 
 }  // namespace

@@ -21,7 +21,6 @@ TEST(ByteAmount, ChoosesTheUnitAfterRounding) {
                                                           {INT64_MIN, "\u22129,223.4 PB"}};
     for (const auto& [bytes, text] : cases) EXPECT_EQ(byteAmount(bytes), text);
     EXPECT_EQ(signedByteAmount(1000), "+1.0 kB");
-    EXPECT_EQ(signedByteAmount(-1000), "\u22121.0 kB");
     EXPECT_EQ(signedByteAmount(0), "0 bytes");
     EXPECT_EQ(groupedNumber(1'234'567), "1,234,567");
 }

@@ -5,7 +5,6 @@
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <string>
 #include <sys/stat.h>
 #include <system_error>
@@ -19,50 +18,27 @@ int modeOf(const fs::path& path) {
     return static_cast<int>(fs::status(path).permissions());
 }
 
-std::string contentsOf(const fs::path& path) {
-    std::ifstream file(path);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-class WithUmask {
-public:
-    explicit WithUmask(mode_t mask) : old_(::umask(mask)) {}
-    ~WithUmask() { ::umask(old_); }
-    WithUmask(const WithUmask&) = delete;
-    WithUmask& operator=(const WithUmask&) = delete;
-
-private:
-    mode_t old_;
-};
-
-TEST(PrivateFiles, AreTheirOwnersAloneWhateverTheUmask) {
-    for (const mode_t mask : {mode_t{0}, mode_t{0022}, mode_t{0777}}) {
-        const TempFolder folder;
-        {
-            const WithUmask umask(mask);
-            createPrivateDirectory((folder.path() / "a/./b//c/").native());
-            createPrivateFile((folder.path() / "a/b/c/file").native());
-        }
-        for (const auto* made : {"a", "a/b", "a/b/c"}) EXPECT_EQ(modeOf(folder.path() / made), 0700) << mask;
-        EXPECT_EQ(modeOf(folder.path() / "a/b/c/file"), 0600) << mask;
-    }
-}
-
-TEST(PrivateFiles, WhatIsThereIsLeftAsItIs) {
+TEST(PrivateFiles, AreTheirOwnersAloneAndWhatIsThereIsLeftAsItIs) {
     const TempFolder folder;
+    const mode_t umask = ::umask(0777);
+    createPrivateDirectory((folder.path() / "a/./b//c/").native());
+    createPrivateFile((folder.path() / "a/b/c/file").native());
+    ::umask(umask);
+    for (const auto* made : {"a", "a/b", "a/b/c"}) EXPECT_EQ(modeOf(folder.path() / made), 0700) << made;
+    EXPECT_EQ(modeOf(folder.path() / "a/b/c/file"), 0600);
+
     const auto open = folder.path() / "open";
     fs::create_directory(open);
     fs::permissions(open, fs::perms::all);
+    fs::create_directory_symlink(open, folder.path() / "link");
     std::ofstream(open / "file") << "kept";
     fs::permissions(open / "file", fs::perms(0644));
-    fs::create_directory_symlink(open, folder.path() / "link");
-
     createPrivateDirectory(open);
     createPrivateDirectory(folder.path() / "link");
     createPrivateFile(open / "file");
     EXPECT_EQ(modeOf(open), 0777);
     EXPECT_EQ(modeOf(open / "file"), 0644);
-    EXPECT_EQ(contentsOf(open / "file"), "kept");
+    EXPECT_EQ(fs::file_size(open / "file"), 4U);
 }
 
 TEST(PrivateFiles, AFailureNamesThePath) {
@@ -70,7 +46,6 @@ TEST(PrivateFiles, AFailureNamesThePath) {
     std::ofstream(folder.path() / "file").close();
     fs::create_symlink(folder.path() / "elsewhere", folder.path() / "dangling");
     fs::create_symlink(folder.path() / "file", folder.path() / "link");
-    fs::create_directory(folder.path() / "folder");
 
     const struct {
         const char* name;
@@ -78,11 +53,9 @@ TEST(PrivateFiles, AFailureNamesThePath) {
         std::errc error;
     } cases[] = {
         {"file", createPrivateDirectory, std::errc::not_a_directory},
-        {"file/below", createPrivateDirectory, std::errc::not_a_directory},
         {"dangling", createPrivateDirectory, std::errc::not_a_directory},
         {"link", createPrivateFile, std::errc::too_many_symbolic_link_levels},
         {"dangling", createPrivateFile, std::errc::too_many_symbolic_link_levels},
-        {"folder", createPrivateFile, std::errc::file_exists},
         {"absent/file", createPrivateFile, std::errc::no_such_file_or_directory},
         {"absent", syncToDisk, std::errc::no_such_file_or_directory},
     };
@@ -97,18 +70,6 @@ TEST(PrivateFiles, AFailureNamesThePath) {
         }
     }
     EXPECT_FALSE(fs::exists(folder.path() / "elsewhere"));
-}
-
-TEST(PrivateFiles, OneTakesThePlaceOfAnother) {
-    const TempFolder folder;
-    std::ofstream(folder.path() / "old") << "old";
-    std::ofstream(folder.path() / "new") << "new";
-    syncToDisk(folder.path() / "new");
-    replaceFile(folder.path() / "new", folder.path() / "old");
-    EXPECT_EQ(contentsOf(folder.path() / "old"), "new");
-    EXPECT_FALSE(fs::exists(folder.path() / "new"));
-    EXPECT_THROW(replaceFile(folder.path() / "new", folder.path() / "old"), std::system_error);
-    EXPECT_EQ(contentsOf(folder.path() / "old"), "new");
 }
 
 }  // namespace

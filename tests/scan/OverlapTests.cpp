@@ -47,25 +47,23 @@ TEST(Overlap, TheNewFolderMeetsEveryLocationThatIsTracked) {
 }
 
 TEST(Overlap, IsToldInASentence) {
-    const std::vector existing{location("/srv/Photos"), location("/srv/Mu\x1bsic")};
-    const auto text = [&](const char* path) {
+    const auto text = [](const char* path, const std::vector<LocationRecord>& existing) {
         const auto added = location(path);
         return overlapText(findOverlap(added, existing), added, existing);
     };
-    EXPECT_EQ(text("/srv/Photos"), "“Photos” is already included.");
-    EXPECT_EQ(text("/srv/Photos/Raw"), "“Raw” is already checked as part of “Photos”.");
+    const auto photos = location("/srv/Photos");
+    const auto music = location("/srv/Mu\x1bsic");
+    EXPECT_EQ(text("/srv/Photos", {photos}), "“Photos” is already included.");
+    EXPECT_EQ(text("/srv/Photos/Raw", {photos}), "“Raw” is already checked as part of “Photos”.");
     EXPECT_EQ(
-        text("/srv"),
+        text("/srv", {photos, music}),
         "“srv” contains 2 locations, which Brindle already checks. Each keeps being checked on its own, "
         "and saved history remains.");
-    EXPECT_EQ(text("/home"), std::nullopt);
-
-    const auto added = location("/srv");
-    const std::vector one{existing[1]};
     EXPECT_EQ(
-        overlapText(findOverlap(added, one), added, one),
+        text("/srv", {music}),
         "“srv” contains “Mu\\x1bsic”, which Brindle already checks. “Mu\\x1bsic” keeps being checked on "
         "its own, and saved history remains.");
+    EXPECT_EQ(text("/home", {photos}), std::nullopt);
 }
 
 }  // namespace

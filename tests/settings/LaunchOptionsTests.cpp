@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace brindle {
@@ -14,14 +16,6 @@ std::optional<std::string> noVariables(const char*) {
     return {};
 }
 
-SettingValues stored(const nlohmann::ordered_json& values) {
-    return SettingValues(values);
-}
-
-std::optional<std::string> testHost(const char* name) {
-    return std::string(name) == "XCTestConfigurationFilePath" ? std::optional<std::string>("") : std::nullopt;
-}
-
 TEST(LaunchArguments, AreKeysWithOneDashAndTheirValues) {
     const std::vector<const char*> arguments{
         "stray", "-a",   "1",  "--option", "x",  "-b",          "-c",     "two", "-",          "y",
@@ -32,36 +26,32 @@ TEST(LaunchArguments, AreKeysWithOneDashAndTheirValues) {
     EXPECT_TRUE(parseLaunchArguments({}).empty());
 }
 
-TEST(LaunchOptions, AreTheUsualOnesUntilSomethingIsSet) {
-    const LaunchOptions usual{.dataDirectory = defaultDataDirectory()};
-    EXPECT_EQ(readLaunchOptions(SettingValues(), noVariables), usual);
-    EXPECT_EQ(
-        readLaunchOptions(stored({{"BrindleDataDirectory", ""}, {"BrindleExample", "yes"}}), noVariables),
-        usual);
-    EXPECT_EQ(readLaunchOptions(stored({{"BrindleDataDirectory", 7}}), noVariables), usual);
-}
-
-TEST(LaunchOptions, AnArgumentGoesBeforeWhatIsStored) {
-    const nlohmann::ordered_json values{{"BrindleDataDirectory", "/stored//place/"},
-                                        {"BrindleExample", true}};
-    const auto asStored = readLaunchOptions(stored(values), noVariables);
-    EXPECT_EQ(asStored.dataDirectory, "/stored/place");
-    EXPECT_TRUE(asStored.startInExample);
-    EXPECT_TRUE(asStored.trackingEnabled);
-
-    const auto forOnce = readLaunchOptions(
-        SettingValues(values, {{"BrindleDataDirectory", "/once"}, {"BrindleExample", "NO"}}), noVariables);
-    EXPECT_EQ(forOnce.dataDirectory, "/once");
-    EXPECT_FALSE(forOnce.startInExample);
-    EXPECT_EQ(
-        readLaunchOptions(SettingValues(values, {{"BrindleDataDirectory", ""}}), noVariables).dataDirectory,
-        defaultDataDirectory());
+TEST(LaunchOptions, AnArgumentGoesBeforeWhatIsStoredAndSomethingSensibleBeforeTheUsual) {
+    const std::string usual = defaultDataDirectory();
+    const nlohmann::ordered_json nothing;
+    const nlohmann::ordered_json senseless{{"BrindleDataDirectory", 7}, {"BrindleExample", "yes"}};
+    const nlohmann::ordered_json set{{"BrindleDataDirectory", "/stored//place/"}, {"BrindleExample", true}};
+    const struct {
+        SettingValues values;
+        LaunchOptions expected;
+    } cases[] = {
+        {SettingValues(nothing), {.dataDirectory = usual}},
+        {SettingValues(senseless), {.dataDirectory = usual}},
+        {SettingValues(set), {.dataDirectory = "/stored/place", .startInExample = true}},
+        {SettingValues(set, {{"BrindleDataDirectory", "/once"}, {"BrindleExample", "NO"}}),
+         {.dataDirectory = "/once"}},
+        {SettingValues(set, {{"BrindleDataDirectory", ""}}),
+         {.dataDirectory = usual, .startInExample = true}},
+    };
+    for (const auto& [values, expected] : cases) EXPECT_EQ(readLaunchOptions(values, noVariables), expected);
 }
 
 TEST(LaunchOptions, AProgramOfTestsNeverSeesTheUsersFiles) {
-    const auto options = readLaunchOptions(
-        SettingValues({{"BrindleDataDirectory", "/stored"}}, {{"BrindleExample", "no"}}), testHost);
-    EXPECT_EQ(options,
+    const auto testHost = [](const std::string& name) {
+        return name == "XCTestConfigurationFilePath" ? std::optional<std::string>("") : std::nullopt;
+    };
+    const SettingValues values({{"BrindleDataDirectory", "/stored"}}, {{"BrindleExample", "no"}});
+    EXPECT_EQ(readLaunchOptions(values, testHost),
               (LaunchOptions{.dataDirectory = "/stored", .startInExample = true, .trackingEnabled = false}));
 }
 

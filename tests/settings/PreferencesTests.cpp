@@ -8,63 +8,38 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-struct ReadCase {
-    const char* name;
-    Json stored;
-    LaunchArguments arguments;
-    Preferences expected;
-};
+TEST(Preferences, FallBackWhereNothingSensibleIsSet) {
+    const struct {
+        Json stored;
+        LaunchArguments arguments;
+        Preferences expected;
+    } cases[] = {
+        {Json::object(), {}, {}},
+        {{{"appearance", "Light"}, {"textSize", "Large"}, {"checkInterval", 10}}, {}, {}},
+        {{{"checkInterval", 18446744073709551615ULL}}, {}, {}},
+        {{{"checkInterval", 30.0}}, {}, {.checkInterval = 30}},
+        {{{"checkInterval", 30.5}}, {}, {}},
+        {{{"checkInterval", 1e300}}, {}, {}},
+        {{{"appearance", "light"}, {"checkInterval", 15}, {"showsMenuBarItem", true}},
+         {{"appearance", "system"}, {"checkInterval", "60"}, {"showsMenuBarItem", "NO"}},
+         {.appearance = AppearanceMode::system, .checkInterval = 60, .showsMenuBarItem = false}},
+        // Senseless arguments hide what is stored.
+        {{{"appearance", "light"}, {"checkInterval", 15}, {"checksPaused", true}},
+         {{"appearance", "pink"}, {"checkInterval", "15 minutes"}, {"checksPaused", "perhaps"}},
+         {}},
+    };
+    for (const auto& [stored, arguments, expected] : cases)
+        EXPECT_EQ(readPreferences(SettingValues(stored, arguments)), expected) << stored;
 
-class ReadingPreferences : public testing::TestWithParam<ReadCase> {};
-
-TEST_P(ReadingPreferences, FallsBackWhereNothingSensibleIsSet) {
-    const auto& [name, stored, arguments, expected] = GetParam();
-    EXPECT_EQ(readPreferences(SettingValues(stored, arguments)), expected);
+    for (const Json& mistyped : {Json(1), Json("no"), Json(), Json::array({true})}) {
+        Json values;
+        for (const char* key :
+             {"appearance", "textSize", "checkInterval", "checksPaused", "showsMenuBarItem",
+              "miniWindowKeepsOnTop", "opensQuietlyAtLogin", "showsEstimates", "startupSetupCompleted"})
+            values[key] = mistyped;
+        EXPECT_EQ(readPreferences(SettingValues(values)), Preferences()) << mistyped;
+    }
 }
-
-Json mistyped(const Json& value) {
-    Json values;
-    for (const char* key :
-         {"appearance", "textSize", "checkInterval", "checksPaused", "showsMenuBarItem",
-          "miniWindowKeepsOnTop", "opensQuietlyAtLogin", "showsEstimates", "startupSetupCompleted"})
-        values[key] = value;
-    return values;
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Preferences, ReadingPreferences,
-    testing::Values(
-        ReadCase{"Nothing", Json::object(), {}, {}},
-        ReadCase{"Everything",
-                 {{"appearance", "system"},
-                  {"textSize", "extraLarge"},
-                  {"checkInterval", 15},
-                  {"checksPaused", true},
-                  {"showsMenuBarItem", false},
-                  {"miniWindowKeepsOnTop", true},
-                  {"opensQuietlyAtLogin", true},
-                  {"showsEstimates", true},
-                  {"startupSetupCompleted", true}},
-                 {},
-                 {AppearanceMode::system, TextSize::extraLarge, 15, true, false, true, true, true, true}},
-        ReadCase{"Numbers", mistyped(1), {}, {}}, ReadCase{"Texts", mistyped("no"), {}, {}},
-        ReadCase{"Nulls", mistyped(nullptr), {}, {}},
-        ReadCase{"Lists", mistyped(Json::array({true})), {}, {}},
-        ReadCase{"OtherLetters", {{"appearance", "Light"}, {"textSize", "Large"}}, {}, {}},
-        ReadCase{"NoIntervalOfOurs", {{"checkInterval", 10}}, {}, {}},
-        ReadCase{"HugeInterval", {{"checkInterval", 18446744073709551615ULL}}, {}, {}},
-        ReadCase{"WholeFraction", {{"checkInterval", 30.0}}, {}, {.checkInterval = 30}},
-        ReadCase{"Fraction", {{"checkInterval", 30.5}}, {}, {}},
-        ReadCase{"HugeFraction", {{"checkInterval", 1e300}}, {}, {}},
-        ReadCase{"ArgumentsFirst",
-                 {{"appearance", "light"}, {"checkInterval", 15}, {"showsMenuBarItem", true}},
-                 {{"appearance", "system"}, {"checkInterval", "60"}, {"showsMenuBarItem", "NO"}},
-                 {.appearance = AppearanceMode::system, .checkInterval = 60, .showsMenuBarItem = false}},
-        ReadCase{"SenselessArgumentsHideWhatIsStored",
-                 {{"appearance", "light"}, {"checkInterval", 15}, {"checksPaused", true}},
-                 {{"appearance", "pink"}, {"checkInterval", "15 minutes"}, {"checksPaused", "perhaps"}},
-                 {}}),
-    [](const auto& test) { return test.param.name; });
 
 TEST(Preferences, WhatIsWrittenIsReadAgain) {
     const TempFolder folder;

@@ -1,35 +1,31 @@
 #include "platform/FileLock.h"
 #include "settings/SettingsFile.h"
-#include "support/ChildProcess.h"
 #include "support/TempFolder.h"
 #include "support/TestMounts.h"
 #include "support/Unprivileged.h"
 
 #include <filesystem>
+#include <fmt/format.h>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <iterator>
-#include <set>
 #include <string>
 #include <sys/stat.h>
+#include <thread>
+#include <vector>
 
 namespace brindle {
 namespace {
 
 namespace fs = std::filesystem;
 using testing::HasSubstr;
+using testing::UnorderedElementsAre;
 using Json = nlohmann::ordered_json;
 
 std::string contentsOf(const fs::path& path) {
     std::ifstream file(path);
     return {std::istreambuf_iterator<char>(file), {}};
-}
-
-std::set<std::string> namesIn(const fs::path& folder) {
-    std::set<std::string> names;
-    for (const auto& entry : fs::directory_iterator(folder)) names.insert(entry.path().filename());
-    return names;
 }
 
 class SettingsFileTest : public testing::Test {
@@ -49,6 +45,13 @@ protected:
             return error.what();
         }
         return "nothing failed";
+    }
+
+    void expectNothingBeside() const {
+        std::vector<std::string> names;
+        for (const auto& entry : fs::directory_iterator(path.parent_path()))
+            names.push_back(entry.path().filename());
+        EXPECT_THAT(names, UnorderedElementsAre("preferences.json", "preferences.json.lock"));
     }
 
     const TempFolder temporary;
@@ -72,81 +75,75 @@ TEST_F(SettingsFileTest, IsMadeForItsOwnerAloneAtTheFirstWrite) {
     EXPECT_EQ(fs::status(path).permissions(), fs::perms(0600));
 }
 
-TEST_F(SettingsFileTest, AWriteKeepsEveryOtherKeyAsItIs) {
+TEST_F(SettingsFileTest, AWriteKeepsEveryOtherKeyAndMindsNothingThatAKilledProgramLeft) {
     contain(
         R"({"z": [1, {"deep": null}], "key": "old", "a": 1.5, "": "\u0000ü", "big": 18446744073709551615})");
+    std::ofstream(path.native() + ".new") << "{\"half";
+    std::ofstream(path.native() + ".lock") << "999999";
     file.write("key", false);
     file.write("new", 7);
-    const auto stored = file.read();
-    EXPECT_FALSE(stored.note);
     EXPECT_EQ(
-        stored.values.dump(),
+        file.read().values.dump(),
         R"({"z":[1,{"deep":null}],"key":false,"a":1.5,"":"\u0000ü","big":18446744073709551615,"new":7})");
+    expectNothingBeside();
 }
 
 TEST_F(SettingsFileTest, ADamagedFileIsSetAsideAndTold) {
-    const std::string deep(100'000, '[');
     const std::string cases[] = {"",         "{\"key\": tr",
                                  "[1]",      "\xff\xfe{}",
-                                 "{} extra", "{\"key\": 1e999}",
-                                 deep,       "{\"key\":" + std::string(80, '[') + std::string(80, ']') + "}"};
-    std::set<std::string> expected{"preferences.json.lock"};
+                                 "{} extra", "{\"key\":" + std::string(80, '[') + std::string(80, ']') + "}"};
     int number = 0;
     for (const auto& damaged : cases) {
-        SCOPED_TRACE(damaged.substr(0, 20));
+        SCOPED_TRACE(damaged);
         contain(damaged);
         const std::string kept = ++number == 1 ? "preferences-damaged.json"
                                                : "preferences-damaged-" + std::to_string(number) + ".json";
         // Whoever comes first finds it.
         const auto note = number % 2 == 0 ? file.read().note : file.write("key", number);
-        ASSERT_TRUE(note);
-        EXPECT_EQ(*note, "The settings in “" + path.native() + "” were damaged. They are kept in “" +
-                             (path.parent_path() / kept).native() + "”, and the usual ones hold.");
+        EXPECT_EQ(note.value_or(""),
+                  "The settings in “" + path.native() + "” were damaged. They are kept in “" +
+                      (path.parent_path() / kept).native() + "”, and the usual ones hold.");
         EXPECT_EQ(contentsOf(path.parent_path() / kept), damaged);
         EXPECT_EQ(file.read().values, number % 2 == 0 ? Json::object() : Json({{"key", number}}));
         EXPECT_FALSE(file.read().note);
     }
 }
 
-TEST_F(SettingsFileTest, WhatCannotBeReadOrChangedIsToldAndLeftAsItIs) {
-    contain("{\"kept\": 1}");
-    const auto whole = contentsOf(path);
-    fs::permissions(path, fs::perms(0600));
-    const fs::path folder = path.parent_path();
+TEST_F(SettingsFileTest, ALinkIsReadAndNeverReplaced) {
     const fs::path target = temporary.path() / "elsewhere.json";
-
-    fs::rename(path, target);
+    fs::create_directories(path.parent_path());
     fs::create_symlink(target, path);
-    EXPECT_EQ(file.read().values, Json({{"kept", 1}})) << "a link is read";
-    EXPECT_THAT(failure(), HasSubstr("is a symbolic link and was left as it is."));
-    std::ofstream(target) << "damaged";
-    EXPECT_THAT(file.read().note.value_or(""), HasSubstr("are damaged, and the usual ones hold."));
-    EXPECT_THAT(failure(), HasSubstr("is a symbolic link"));
-    EXPECT_EQ(contentsOf(target), "damaged");
+    for (const std::string contents : {"{\"kept\": 1}", "damaged"}) {
+        std::ofstream(target) << contents;
+        const bool isDamaged = contents == "damaged";
+        EXPECT_EQ(file.read().values.size(), isDamaged ? 0U : 1U);
+        EXPECT_THAT(file.read().note.value_or(""), HasSubstr(isDamaged ? "are damaged, and the usual" : ""));
+        EXPECT_THAT(failure(), HasSubstr("is a symbolic link and was left as it is."));
+        EXPECT_EQ(contentsOf(target), contents);
+    }
     EXPECT_TRUE(fs::is_symlink(path));
-    fs::remove(path);
+}
 
+TEST_F(SettingsFileTest, WhatCannotBeReadOrChangedIsToldAndLeftAsItIs) {
+    const fs::path folder = path.parent_path();
+    fs::create_directories(folder);
     ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
     EXPECT_THAT(file.read().note.value_or(""), HasSubstr("can't be read"));
     EXPECT_THAT(failure(), HasSubstr("can't be changed"));
     fs::remove(path);
+
     contain("{" + std::string(2'000'000, ' ') + "}");
     EXPECT_THAT(failure(), HasSubstr("can't be changed (File too large)."));
     EXPECT_EQ(fs::file_size(path), 2'000'002U);
 
-    contain(whole);
+    contain("{}");
     fs::permissions(path, fs::perms::none);
     fs::permissions(folder, fs::perms(0555));
-    EXPECT_TRUE(holdsUnprivileged([&] {
-        const auto stored = file.read();
-        return stored.values.empty() && stored.note &&
-               failure().find("can't be changed") != std::string::npos;
-    }));
+    EXPECT_TRUE(holdsUnprivileged(
+        [&] { return file.read().note && failure().find("can't be changed") != std::string::npos; }));
     fs::permissions(folder, fs::perms(0700));
-    EXPECT_EQ(contentsOf(path), whole);
-
-    contain("damaged");
-    EXPECT_EQ(namesIn(folder), (std::set<std::string>{"preferences.json", "preferences.json.lock"}));
+    EXPECT_EQ(contentsOf(path), "{}");
+    expectNothingBeside();
 }
 
 TEST_F(SettingsFileTest, AFullDiskLeavesTheOldSettings) {
@@ -163,39 +160,20 @@ TEST_F(SettingsFileTest, AFullDiskLeavesTheOldSettings) {
     fs::remove(path.parent_path() / "filler");
     filler.close();
     EXPECT_FALSE(file.write("key", true));
-    EXPECT_EQ(namesIn(path.parent_path()),
-              (std::set<std::string>{"preferences.json", "preferences.json.lock"}));
+    expectNothingBeside();
 }
 
-TEST_F(SettingsFileTest, WhatAKilledProgramLeftIsNoObstacle) {
-    contain("{\"kept\": 1}");
-    std::ofstream(path.native() + ".new") << "{\"half";
-    std::ofstream(path.native() + ".lock") << "999999";
-    file.write("key", 2);
-    EXPECT_EQ(file.read().values, Json({{"kept", 1}, {"key", 2}}));
-    EXPECT_FALSE(fs::exists(path.native() + ".new"));
-}
-
-TEST_F(SettingsFileTest, ProgramsThatWriteAtOnceLoseNothingOfEachOthers) {
-    constexpr int programs = 4;
+TEST_F(SettingsFileTest, ThoseWhoWriteAtOnceLoseNothingOfEachOthers) {
+    constexpr int writers = 4;
     constexpr int writes = 25;
-    EXPECT_EQ(inChildProcess([&] {
-                  std::vector<pid_t> children;
-                  for (int program = 0; program < programs; ++program) {
-                      const pid_t child = ::fork();
-                      if (child == 0) {
-                          for (int i = 0; i < writes; ++i)
-                              file.write("p" + std::to_string(program) + "." + std::to_string(i), i);
-                          ::_exit(0);
-                      }
-                      children.push_back(child);
-                  }
-                  for (const pid_t child : children)
-                      if (int status = 0; ::waitpid(child, &status, 0) != child || status != 0)
-                          throw std::runtime_error("a write failed");
-              }),
-              0);
-    EXPECT_EQ(file.read().values.size(), programs * writes);
+    {
+        std::vector<std::jthread> threads;
+        for (int writer = 0; writer < writers; ++writer)
+            threads.emplace_back([&, writer] {
+                for (int i = 0; i < writes; ++i) file.write(fmt::format("{}.{}", writer, i), i);
+            });
+    }
+    EXPECT_EQ(file.read().values.size(), writers * writes);
 }
 
 TEST_F(SettingsFileTest, ALockThatIsNotGivenBackIsToldInTime) {
