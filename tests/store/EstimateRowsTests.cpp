@@ -120,40 +120,5 @@ TEST(Estimates, AWalkThatFailsOrIsStoppedLeavesTheOldOnes) {
     EXPECT_THAT(history.rows("SELECT bytes, file_count FROM estimates"), ElementsAre("9|3"));
 }
 
-// Fails the n-th call to the disk, for every n until none is left to fail.
-TEST(Estimates, AFailingDiskLeavesTheOldOnes) {
-    Rows files, groups;
-    for (int i = 0; i < 300; ++i) {
-        files.push_back({monday, fmt::format("folder{}", i), "file", {i + 1, 1}});
-        groups.push_back({tuesday, fmt::format("folder{}", i), "", {i + 1, 2}});
-    }
-    FaultyVfs disk;
-    int failures = 0;
-    for (int n = 1;; ++n) {
-        TempHistory history;
-        history.include("home");
-        replace(history, "home", scriptedEstimates({{monday, "", "old", {5, 1}}}));
-        const auto before = history.everything();
-        history.now += 60;
-        disk.arm({.failAt = n, .code = SQLITE_FULL});
-        bool hasThrown = false;
-        try {
-            replace(history, "home", scriptedEstimates(files, groups));
-        } catch (const SQLiteError&) {
-            hasThrown = true;
-        }
-        const bool faultCame = disk.hasFailed();
-        disk.disarm();
-        if (hasThrown) {
-            ++failures;
-            ASSERT_EQ(history.everything(), before) << "call " << n;
-        } else {
-            ASSERT_EQ(estimates(history).size(), files.size() + groups.size()) << "call " << n;
-        }
-        if (!faultCame) break;
-    }
-    EXPECT_GT(failures, 3);
-}
-
 }  // namespace
 }  // namespace brindle

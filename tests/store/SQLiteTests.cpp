@@ -3,7 +3,6 @@
 #include "store/Transaction.h"
 #include "support/TempFolder.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
@@ -15,41 +14,6 @@ protected:
     TempFolder folder;
     SQLiteConnection db{(folder.path() / "test.sqlite").string()};
 };
-
-TEST_F(SQLite, ValuesComeBackAsTheyWereBound) {
-    db.execute("CREATE TABLE t (i, b, r, s, x, n, e)");
-    const std::vector<std::byte> blob = {std::byte{0}, std::byte{255}};
-    const std::string name = "caf\xe9 \xff";  // not UTF-8, and kept byte for byte
-    db.run("INSERT INTO t VALUES (?, ?, ?, ?, ?, ?, ?)", INT64_MIN, true, -1.25, name, blob,
-           std::optional<double>(), "");
-    auto rows = db.prepare("SELECT *, typeof(i), typeof(b), typeof(r), typeof(n), typeof(e) FROM t");
-    ASSERT_TRUE(rows.step());
-    EXPECT_EQ(rows.int64(0), INT64_MIN);
-    EXPECT_TRUE(rows.boolean(1));
-    EXPECT_EQ(rows.optionalReal(2), -1.25);
-    EXPECT_EQ(rows.text(3), name);
-    EXPECT_EQ(rows.blob(4), blob);
-    EXPECT_EQ(rows.optionalReal(5), std::nullopt);
-    EXPECT_EQ(rows.blob(5), std::nullopt);
-    EXPECT_EQ(rows.text(5), "");
-    EXPECT_EQ(rows.text(7) + rows.text(8) + rows.text(9), "integerintegerreal");
-    EXPECT_EQ(rows.text(10) + rows.text(11), "nulltext");
-    EXPECT_FALSE(rows.step());
-}
-
-TEST_F(SQLite, TextIsCutAtItsFirstNul) {
-    auto rows = db.prepare("SELECT length(CAST(? AS BLOB))");
-    rows.bind(std::string_view("ab\0cd", 5));
-    ASSERT_TRUE(rows.step());
-    EXPECT_EQ(rows.int64(0), 2);
-    rows.finish();
-}
-
-TEST_F(SQLite, AScalarIsAbsentWithoutARowAndForNull) {
-    EXPECT_EQ(db.scalarInt64("SELECT 1 WHERE 0"), std::nullopt);
-    EXPECT_EQ(db.scalarInt64("SELECT NULL"), std::nullopt);
-    EXPECT_EQ(db.scalarInt64("SELECT ? + 1", 41), 42);
-}
 
 int codeOf(const std::function<void()>& body) {
     try {
@@ -93,23 +57,6 @@ TEST_F(SQLite, ATransactionRollsBackOnTheBodysErrorAndOnAFailedCommit) {
     EXPECT_EQ(inTransaction(
                   db, [&] { return db.scalarInt64("SELECT (SELECT COUNT(*) FROM p) + COUNT(*) FROM c"); }),
               0);
-}
-
-TEST_F(SQLite, AQueueRunsItsItemsInOrderAndPassesErrorsOn) {
-    DatabaseQueue queue(db.path(), "test");
-    std::vector<std::future<std::size_t>> results;
-    std::vector<std::size_t> order;
-    for (std::size_t i = 0; i < 100; ++i)
-        results.push_back(queue.perform([&order, i](SQLiteConnection&) {
-            order.push_back(i);
-            return order.size();
-        }));
-    for (std::size_t i = 0; i < results.size(); ++i) EXPECT_EQ(results[i].get(), i + 1);
-    EXPECT_TRUE(std::ranges::is_sorted(order));
-
-    auto failing = queue.perform([](SQLiteConnection& queued) { queued.execute("nonsense"); });
-    EXPECT_THROW(failing.get(), SQLiteError);
-    EXPECT_THROW(DatabaseQueue((folder.path() / "no" / "file").string(), "test"), SQLiteError);
 }
 
 TEST(SQLiteDeathTest, AQueueEnteredFromItselfStopsTheProcess) {

@@ -21,7 +21,8 @@ public:
     [[nodiscard]] HistoryStore& store();
     void close() { store_.reset(); }
 
-    [[nodiscard]] std::string directory() const { return (folder_.path() / "data").string(); }
+    /// Its name would end a text of SQL.
+    [[nodiscard]] std::string directory() const { return (folder_.path() / "Ann's data").string(); }
     [[nodiscard]] std::string file() const { return directory() + "/History.sqlite"; }
 
     /// Adds a location and gives its record back as stored.
