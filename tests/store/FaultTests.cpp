@@ -1,4 +1,5 @@
 #include "store/SQLiteError.h"
+#include "support/ChildProcess.h"
 #include "support/FaultyVfs.h"
 #include "support/TempHistory.h"
 
@@ -62,35 +63,33 @@ const FaultCase faults[] = {
     {"ADeadDisk", SQLITE_IOERR, DiskFault::Effect::failOnward},
 };
 
-class WorkOn : public testing::TestWithParam<std::tuple<Work, FaultCase>> {
-protected:
-    static void prepare(TempHistory& history) {
-        history.include("home");
-        std::get<Work>(GetParam()).before(history);
-        history.now += 1;
-    }
-    static void run(TempHistory& history) { std::get<Work>(GetParam()).run(history); }
-};
+void prepare(TempHistory& history, const Work& work) {
+    history.include("home");
+    work.before(history);
+    history.now += 1;
+}
+
+class WorkOn : public testing::TestWithParam<std::tuple<Work, FaultCase>> {};
 
 // Fails the n-th call to the disk, for every n until none is left to fail.
 TEST_P(WorkOn, AFailingDiskLeavesWhatWasThereAndTheNextTryWorks) {
+    const auto& [work, fault] = GetParam();
     TempHistory reference;
-    prepare(reference);
+    prepare(reference, work);
     const auto before = reference.everything();
-    run(reference);
+    work.run(reference);
     const auto after = reference.everything();
-    const FaultCase& fault = std::get<FaultCase>(GetParam());
 
     int failures = 0;
     FaultyVfs disk;
     for (int n = 1;; ++n) {
         SCOPED_TRACE("call " + std::to_string(n));
         TempHistory history;
-        prepare(history);
+        prepare(history, work);
         disk.arm({.failAt = n, .code = fault.code, .effect = fault.effect});
         bool hasThrown = false;
         try {
-            run(history);
+            work.run(history);
         } catch (const SQLiteError& error) {
             hasThrown = true;
             EXPECT_NE(error.message(), "");
@@ -100,7 +99,7 @@ TEST_P(WorkOn, AFailingDiskLeavesWhatWasThereAndTheNextTryWorks) {
         ASSERT_EQ(history.everything(), hasThrown ? before : after);
         if (hasThrown) {
             ++failures;
-            run(history);
+            work.run(history);
             ASSERT_EQ(history.everything(), after);
         }
         if (!faultCame) break;
@@ -113,6 +112,37 @@ INSTANTIATE_TEST_SUITE_P(Fault, WorkOn, testing::Combine(testing::ValuesIn(works
                              return std::string(std::get<0>(tested.param).name) +
                                     std::get<1>(tested.param).name;
                          });
+
+// Kills the process in place of the n-th call to the disk, for every n until the work is done before.
+TEST(Fault, AKilledProcessLeavesAllOfItsWorkOrNothing) {
+    for (const Work& work : works) {
+        SCOPED_TRACE(work.name);
+        TempHistory reference;
+        prepare(reference, work);
+        const auto before = reference.everything();
+        work.run(reference);
+        reference.close();
+        const auto after = reference.everything();
+        bool wasKilled = true;
+        for (int n = 1; wasKilled; ++n) {
+            SCOPED_TRACE("call " + std::to_string(n));
+            TempHistory history;
+            prepare(history, work);
+            history.close();
+            const int status = inChildProcess([&] {
+                FaultyVfs disk;
+                disk.arm({.failAt = n, .effect = DiskFault::Effect::kill});
+                work.run(history);
+                history.close();
+            });
+            wasKilled = WIFSIGNALED(status);
+            ASSERT_TRUE(wasKilled || status == 0);
+            ASSERT_EQ(history.rows("PRAGMA integrity_check"), std::vector<std::string>{"ok"});
+            if (wasKilled && history.everything() == before) work.run(history);
+            ASSERT_EQ(history.everything(), after);
+        }
+    }
+}
 
 }  // namespace
 }  // namespace brindle

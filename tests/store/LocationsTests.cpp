@@ -60,8 +60,10 @@ TEST(Locations, TheNearestOneAroundARemovedOneTakesItsFilesOver) {
     history.include("outer/middle/inner");
     history.check("outer/middle", {{"b", 2}});
     history.check("outer/middle/inner", {{"c", 3}});
+    history.include("outer/middle/unchecked");
+    history.store().forget({"outer/middle/unchecked"}).get();
     history.store().remove({"outer/middle/inner"}, 77).get();
-    EXPECT_THAT(handedOver(), testing::ElementsAre("outer/middle|inner|2"));
+    EXPECT_THAT(handedOver(), testing::ElementsAre("outer/middle|inner|2", "outer/middle|unchecked|2"));
     history.store().remove({"outer/middle"}, 78).get();
     EXPECT_THAT(handedOver(), testing::ElementsAre("outer|middle|2"));
 
