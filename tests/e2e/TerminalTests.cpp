@@ -117,23 +117,6 @@ TEST_F(OnATerminal, StylesAreForThoseWhoWantThem) {
     EXPECT_THAT(resultWith("TERM", "dumb", OnTerminal::both), Not(HasSubstr(styleStart)));
 }
 
-TEST_F(OnATerminal, DaysAreToldInTheUsersCalendarAndStoredInOneThatStays) {
-    ASSERT_EQ(runProgram(check()).exitCode, 0);
-    fs::resize_file(tree / "a", 2000);
-    ASSERT_EQ(runProgram(check()).exitCode, 0);
-    ProgramLaunch changes = brindle.launch({"changes"});
-    changes.setVariable("LC_ALL", "th_TH.UTF-8");
-    const std::string thisYear = Records(brindle).value("SELECT substr(local_day, 1, 4) FROM observations");
-    const std::string buddhistYear = std::to_string(std::stoi(thisYear) + 543);
-    EXPECT_THAT(runProgram(changes).output, HasSubstr(buddhistYear));
-    changes = check();
-    changes.setVariable("LC_ALL", "th_TH.UTF-8");
-    fs::resize_file(tree / "a", 3000);
-    ASSERT_EQ(runProgram(changes).exitCode, 0);
-    EXPECT_EQ(Records(brindle).rows("SELECT DISTINCT substr(local_day, 1, 4) FROM observations"),
-              std::vector<std::string>{thisYear});
-}
-
 /// Files and folders whose names would be instructions, lines of their own, or no text at all.
 class HostileNames : public testing::Test {
 protected:

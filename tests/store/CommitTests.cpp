@@ -3,7 +3,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <ostream>
 
 namespace brindle {
 namespace {
@@ -19,46 +18,6 @@ std::vector<std::string> observations(const TempHistory& history) {
 std::vector<std::string> inventory(const TempHistory& history) {
     return history.rows("SELECT rel_path, size FROM inventory ORDER BY location_id, rel_path");
 }
-
-struct ChangeCase {
-    const char* name;
-    std::optional<std::int64_t> before, after;  // absent: no such file
-    std::vector<std::string> observed;
-    std::vector<std::string> kept;
-
-    friend std::ostream& operator<<(std::ostream& out, const ChangeCase& c) { return out << c.name; }
-};
-
-class ChangeOf : public testing::TestWithParam<ChangeCase> {};
-
-TEST_P(ChangeOf, OneFileBetweenTwoChecks) {
-    const ChangeCase& change = GetParam();
-    const auto files = [](std::optional<std::int64_t> size) {
-        return size ? Files{{"Movies/Raw/a.mov", *size}} : Files{};
-    };
-    TempHistory history;
-    history.include("home");
-    EXPECT_TRUE(history.check("home", files(change.before)).isBaseline);
-    EXPECT_FALSE(history.check("home", files(change.after)).isBaseline);
-    EXPECT_EQ(observations(history), change.observed);
-    EXPECT_EQ(inventory(history), change.kept);
-    // An observation must not come a second time.
-    history.check("home", files(change.after));
-    EXPECT_EQ(observations(history), change.observed);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Commit, ChangeOf,
-    testing::Values(
-        ChangeCase{"NewFile", {}, 10, {"Movies/Raw|a.mov|added|10|Movies/Raw"}, {"Movies/Raw/a.mov|10"}},
-        ChangeCase{"NewEmptyFile", {}, 0, {}, {"Movies/Raw/a.mov|0"}},  // empty files are not news
-        ChangeCase{"GrownFile", 10, 15, {"Movies/Raw|a.mov|grew|5|Movies/Raw"}, {"Movies/Raw/a.mov|15"}},
-        ChangeCase{"FilledFile", 0, 15, {"Movies/Raw|a.mov|grew|15|Movies/Raw"}, {"Movies/Raw/a.mov|15"}},
-        ChangeCase{"EmptiedFile", 10, 0, {"Movies/Raw|a.mov|shrank|-10|Movies/Raw"}, {"Movies/Raw/a.mov|0"}},
-        ChangeCase{"SameFile", 10, 10, {}, {"Movies/Raw/a.mov|10"}},
-        ChangeCase{"RemovedFile", 10, {}, {"Movies/Raw|a.mov|removed|-10|Movies/Raw"}, {}},
-        ChangeCase{"RemovedEmptyFile", 0, {}, {}, {}}),
-    [](const auto& tested) { return tested.param.name; });
 
 TEST(Commit, WhatCanNotBeSeenIsNotGone) {
     const Files whole = {{"a", 1}, {"photos/2024/x", 10}, {"photos/2025/y", 20}, {"photos-old", 30}};
