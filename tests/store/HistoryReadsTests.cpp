@@ -24,15 +24,6 @@ protected:
 
     void execute(const std::string& sql) const { rowsOf(history.file(), sql); }
 
-    void observe(const std::string& location, const LocalDay& day, const std::string& contributor,
-                 std::int64_t delta) const {
-        execute(
-            "INSERT INTO observations (location_id, folder, name, action, delta, observed_at, local_day, "
-            "source, contributor, scan_id) VALUES ('" +
-            location + "', '" + contributor + "/deeper', 'f', 'grew', " + std::to_string(delta) + ", 5, '" +
-            day.text() + "', 'measured', '" + contributor + "', 1)");
-    }
-
     void estimate(const std::string& location, const std::string& day, std::int64_t bytes, int files) const {
         execute(
             "INSERT INTO estimates (location_id, local_day, folder, name, bytes, file_count, contributor, "
