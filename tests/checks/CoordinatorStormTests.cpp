@@ -1,7 +1,7 @@
 #include "checks/Coordinator.h"
+#include "support/Rounds.h"
 
 #include <atomic>
-#include <cstdlib>
 #include <gmock/gmock.h>
 #include <random>
 #include <set>
@@ -15,11 +15,6 @@ using testing::IsEmpty;
 
 constexpr int threadCount = 6;
 constexpr int callsAThread = 60;
-
-std::uint64_t seed() {
-    const char* told = std::getenv("BRINDLE_TEST_SEED");
-    return told != nullptr ? std::stoull(told) : std::random_device()();
-}
 
 /// Every call of the coordinator at random moments, from many threads.
 class Storm : public Coordinator {
@@ -113,7 +108,7 @@ protected:
 };
 
 TEST_F(Storm, LeavesWholeRunsAndAWholeHistory) {
-    const std::uint64_t first = seed();
+    const std::uint64_t first = testSeed();
     SCOPED_TRACE("BRINDLE_TEST_SEED=" + std::to_string(first));
     const auto all = includeAll(names);
     for (const std::string& name : names)
@@ -136,15 +131,10 @@ TEST_F(Storm, LeavesWholeRunsAndAWholeHistory) {
     end();
 
     expectWholeRuns();
-    std::size_t finished = 0;
-    for (const CoordinatorEvent& event : events) {
-        const auto* last = std::get_if<RunFinished>(&event);
-        if (last == nullptr) continue;
-        ++finished;
-        std::erase(summaries, last->summary);  // of those who joined, too
-    }
+    for (const CoordinatorEvent& event : events)
+        if (const auto* last = std::get_if<RunFinished>(&event))
+            std::erase(summaries, last->summary);  // of those who joined, too
     EXPECT_THAT(summaries, IsEmpty()) << "a summary was told that no run finished with";
-    RecordProperty("runs", static_cast<int>(finished));
 
     EXPECT_EQ(value("PRAGMA integrity_check"), "ok");
     EXPECT_EQ(value("SELECT COUNT(*) FROM locations JOIN inventory ON location_id = id "

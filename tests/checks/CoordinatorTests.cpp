@@ -12,28 +12,9 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Pair;
 
-constexpr const char* changedSentence = "The folder changed during the check. It will be checked again.";
-
 bool isStartOf(const CoordinatorEvent& event, const std::string& id) {
     const auto* started = std::get_if<LocationStarted>(&event);
     return started != nullptr && started->location.rawValue == id;
-}
-
-TEST_F(Coordinator, ChecksEveryLocationOnceInOrderAndFinishesLast) {
-    includeAll({"a", "b"});
-    const auto summary = run({{"b"}, {"a"}, {"b"}});
-    EXPECT_THAT(committedBy(summary), ElementsAre("b", "a"));
-    EXPECT_FALSE(summary.cancelled);
-    EXPECT_THAT(heard(), ElementsAre("started b", "started a", "finished"));
-    const auto* progress = std::get_if<LocationProgress>(&events.at(1));
-    ASSERT_NE(progress, nullptr);
-    EXPECT_EQ(progress->name, "b");
-    EXPECT_EQ(progress->progress.filesSeen, 1);
-    EXPECT_EQ(std::get<RunFinished>(events.back()).summary, summary);
-
-    events.clear();
-    EXPECT_EQ(run({}), CheckRunSummary());
-    EXPECT_THAT(heard(), ElementsAre("finished"));
 }
 
 TEST_F(Coordinator, ASecondRequestJoinsTheRunInProgress) {
@@ -76,25 +57,6 @@ TEST_F(Coordinator, CancelledInTheThirdOfFiveKeepsTwo) {
     EXPECT_FALSE(run(all).cancelled);  // and the next run is a new one
 }
 
-TEST_F(Coordinator, ALocationDoesNotKeepTheOthersFromBeingChecked) {
-    includeAll({"a", "gone", "replaced", "z"});
-    onEvent = [&](const CoordinatorEvent& event) {
-        if (isStartOf(event, "a")) fs::remove_all(path("gone"));
-    };
-    atEnd = [&](const std::string& root) {
-        if (root != path("replaced")) return;
-        fs::rename(root, root + " before");
-        fs::create_directory(root);
-    };
-    const auto summary = run({{"a"}, {"gone"}, {"replaced"}, {"z"}});
-    EXPECT_THAT(committedBy(summary), ElementsAre("a", "z"));
-    EXPECT_THAT(summary.unavailable, ElementsAre(Pair(LocationID{"gone"}, LocationStatus::disconnected)));
-    EXPECT_THAT(summary.failures, ElementsAre(Pair(LocationID{"replaced"}, changedSentence)));
-    EXPECT_EQ(history.record("gone").status, LocationStatus::disconnected);
-    EXPECT_EQ(history.record("replaced").status, LocationStatus::active);
-    EXPECT_EQ(history.record("replaced").baselineAt, std::nullopt);
-}
-
 TEST_F(Coordinator, WhatIsNoLongerTrackedIsPassedOver) {
     includeAll({"a", "removed", "forgotten", "removed in its turn", "z"});
     run({{"removed"}, {"removed in its turn"}});
@@ -118,26 +80,6 @@ TEST_F(Coordinator, WhatIsNoLongerTrackedIsPassedOver) {
                 ElementsAre("removed|paused|77.0", "removed in its turn|paused|77.0"));
 }
 
-// No lock keeps out a program that asks for none.
-TEST_F(Coordinator, WhatAnotherProgramTakesAwayWhileItIsWalkedIsNotRevived) {
-    for (const char* how : {"UPDATE locations SET removed_at = 77, status = 'paused'; DELETE FROM inventory",
-                            "DELETE FROM locations; DELETE FROM inventory"}) {
-        SCOPED_TRACE(how);
-        include("taken away");
-        run({{"taken away"}});
-        write("taken away/new", 5);
-        std::vector<std::string> before;
-        atEnd = [&](const std::string&) {
-            execute(how);
-            before = history.everything();
-        };
-        EXPECT_EQ(run({{"taken away"}}), CheckRunSummary());
-        EXPECT_EQ(history.everything(), before);
-        atEnd = [](const std::string&) {};
-        execute("DELETE FROM locations");
-    }
-}
-
 TEST_F(Coordinator, AFailureOfTheHistoryOrOfTheHandlerIsNoEnd) {
     includeAll({"a", "gone", "z"});
     fs::remove_all(path("gone"));
@@ -150,36 +92,6 @@ TEST_F(Coordinator, AFailureOfTheHistoryOrOfTheHandlerIsNoEnd) {
     EXPECT_THAT(summary.unavailable, IsEmpty());
     EXPECT_THAT(summary.failures, ElementsAre(Pair(LocationID{"gone"}, HasSubstr("can't be used (no)."))));
     EXPECT_THAT(heard(), ElementsAre("started a", "started gone", "started z", "finished"));
-}
-
-TEST_F(Coordinator, AnotherProgramIsToldOfOrWaitedFor) {
-    include("a");
-    RunLockSource otherProgram(history.directory());
-    std::optional held(otherProgram.take(RunLock::WhenTaken::refuse, CancellationFlag()));
-    const auto refused = run({{"a"}});
-    EXPECT_THAT(refused.refused.value_or(""), HasSubstr("is using this storage history."));
-    EXPECT_THAT(heard(), ElementsAre("finished"));
-
-    const RunRequest patient{.locations = {{"a"}}, .whenTaken = RunLock::WhenTaken::wait};
-    auto waiting = coordinator().run(patient);
-    coordinator().cancel();
-    EXPECT_EQ(waiting.get(), CheckRunSummary{.cancelled = true});
-
-    waiting = coordinator().run({.locations = {{"a"}}, .whenTaken = RunLock::WhenTaken::wait});
-    held.reset();
-    EXPECT_THAT(committedBy(waiting.get()), ElementsAre("a"));
-}
-
-TEST_F(Coordinator, EstimatesAreMadeWhereThereAreNoneWhileTheyAreWanted) {
-    const auto all = includeAll({"a", "b"});
-    EXPECT_THAT(run(all).estimated, IsEmpty());
-    moveBaselinesToTheFuture();
-    coordinator().enableEstimates();
-    EXPECT_THAT(run({{"a"}}).estimated, ElementsAre(Pair(LocationID{"a"}, EstimateTotals{10, 1})));
-    EXPECT_THAT(run(all).estimated, ElementsAre(Pair(LocationID{"b"}, EstimateTotals{10, 1})));
-    coordinator().disableEstimates().get();
-    EXPECT_EQ(value("SELECT COUNT(*) FROM estimates"), "0");
-    EXPECT_THAT(run(all).estimated, IsEmpty());
 }
 
 TEST_F(Coordinator, DisablingWhileEstimatingEndsTheRunAndLeavesNoEstimates) {

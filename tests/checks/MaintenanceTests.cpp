@@ -29,20 +29,6 @@ protected:
     TempHistory history;
 };
 
-TEST_F(Maintenance, NinetyDaysAreKeptTodayIncluded) {
-    history.include("home");
-    run("home", {{"a", 1}});
-    history.now += 89 * day;
-    run("home", {{"a", 2}});
-    EXPECT_THAT(days(), ElementsAre("2026-03-07", "2026-06-04"));
-    history.now += day;
-    run("home", {{"a", 3}});
-    EXPECT_THAT(days(), ElementsAre("2026-06-04", "2026-06-05"));
-    EXPECT_THAT(history.rows("SELECT local_day, bytes FROM tracked_totals"),
-                ElementsAre("2026-03-07|1", "2026-06-04|2", "2026-06-05|3"));
-    EXPECT_EQ(history.store().logBytes(), 0U);  // folded in with the pruning
-}
-
 TEST_F(Maintenance, AClockThatIsWrongForADayCostsNothing) {
     history.include("home");
     for (int i = 0; i < 3; ++i, history.now += day) run("home", {{"a", i}});

@@ -1,9 +1,7 @@
 #include "checks/RunLock.h"
-#include "support/OtherProgram.h"
 #include "support/TempFolder.h"
 
 #include <atomic>
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <optional>
 #include <string>
@@ -13,63 +11,21 @@
 namespace brindle {
 namespace {
 
-class Lock : public testing::Test {
-protected:
-    void take(RunLock::WhenTaken whenTaken) {
-        const RunLock lock = RunLockSource(directory).take(whenTaken, cancellation);
-    }
-
-    TempFolder folder;
-    std::string directory = (folder.path() / "data").string();
-    CancellationFlag cancellation;
-};
-
-TEST_F(Lock, RefusesASecondProgramAndTellsWhoHasIt) {
-    OtherProgram other(directory);
-    try {
-        take(RunLock::WhenTaken::refuse);
-        ADD_FAILURE() << "two programs hold the lock";
-    } catch (const RunLocked& error) {
-        EXPECT_THAT(error.what(), testing::HasSubstr("process " + std::to_string(other.process())));
-    }
-    // Killed, it left its file, and no lock.
-    other.die();
-    EXPECT_NO_THROW(take(RunLock::WhenTaken::refuse));
-    EXPECT_NO_THROW(take(RunLock::WhenTaken::refuse));
-}
-
-TEST_F(Lock, IsAskedForWithoutBeingTaken) {
-    EXPECT_EQ(otherProgramText(directory), std::nullopt);  // and no file is made by asking
-    EXPECT_FALSE(std::filesystem::exists(directory));
-    OtherProgram other(directory);
-    EXPECT_THAT(otherProgramText(directory).value_or(""),
-                testing::HasSubstr("process " + std::to_string(other.process())));
-    other.die();
-    EXPECT_EQ(otherProgramText(directory), std::nullopt);
-}
-
-TEST_F(Lock, WaitsUntilTheOtherProgramIsDoneOrTheUserHasEnough) {
-    OtherProgram other(directory);
-    std::thread impatient([this] { cancellation.set(); });
-    EXPECT_THROW(take(RunLock::WhenTaken::wait), Cancelled);
-    impatient.join();
-
-    std::thread end([&other] { other.die(); });
-    const CancellationFlag patient;
-    EXPECT_NO_THROW((void)RunLockSource(directory).take(RunLock::WhenTaken::wait, patient));
-    end.join();
-}
-
-TEST_F(Lock, IsSharedInThisProgramUntilTheLastHolderIsDone) {
+TEST(RunLock, IsSharedInThisProgramUntilTheLastHolderIsDone) {
+    const TempFolder folder;
+    const std::string directory = (folder.path() / "data").string();
+    const auto takeFrom = [](RunLockSource& source) {
+        return source.take(RunLock::WhenTaken::refuse, CancellationFlag());
+    };
     RunLockSource source(directory);
-    std::optional first(source.take(RunLock::WhenTaken::refuse, cancellation));
-    std::optional second(source.take(RunLock::WhenTaken::refuse, cancellation));
-    const auto expectRefused = [&] { EXPECT_THROW(take(RunLock::WhenTaken::refuse), RunLocked); };
-    expectRefused();
+    std::optional first(takeFrom(source));
+    std::optional second(takeFrom(source));
+    RunLockSource otherProgram(directory);
+    EXPECT_THROW((void)takeFrom(otherProgram), RunLocked);
     first.reset();
-    expectRefused();
+    EXPECT_THROW((void)takeFrom(otherProgram), RunLocked);
     second.reset();
-    EXPECT_NO_THROW(take(RunLock::WhenTaken::refuse));
+    EXPECT_NO_THROW((void)takeFrom(otherProgram));
 
     // Whoever comes just as the last holder leaves gets it all the same.
     std::vector<std::thread> holders;
@@ -77,7 +33,7 @@ TEST_F(Lock, IsSharedInThisProgramUntilTheLastHolderIsDone) {
     for (int i = 0; i < 4; ++i)
         holders.emplace_back([&] {
             for (int n = 0; n < 100; ++n) try {
-                    (void)source.take(RunLock::WhenTaken::refuse, cancellation);
+                    (void)takeFrom(source);
                 } catch (const RunLocked&) {
                     ++refused;
                 }

@@ -1,13 +1,8 @@
-#include "checks/LocationCheck.h"
-#include "checks/Uncounted.h"
+#include "checks/Coordinator.h"
 #include "platform/Paths.h"
-#include "scan/LocationAccess.h"
 #include "store/StoredHistory.h"
-#include "support/TempHistory.h"
 #include "support/TestMounts.h"
 
-#include <fstream>
-#include <gtest/gtest.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
 
@@ -19,51 +14,38 @@ namespace fs = std::filesystem;
 constexpr std::int64_t fileBytes = 65'536;  // whole blocks of every file system
 
 /// Real checks of locations on real drives.
-class UsedSpace : public testing::Test {
+class UsedSpace : public Coordinator {
 protected:
-    static void write(const fs::path& file) {
-        fs::create_directories(file.parent_path());
-        std::ofstream(file) << std::string(fileBytes, 'x');
-    }
-
-    void include(const fs::path& path) {
+    void includeAt(const fs::path& place) {
         const auto existing = history.store().loadLocations().get();
-        history.store().insert(makeFolderOrDriveCandidate(path, existing, ++history.now).record).get();
+        history.store().insert(makeFolderOrDriveCandidate(place, existing, ++history.now).record).get();
     }
 
     UsedSpaceBreakdown breakdownOf(const std::string& volumeName) {
-        const auto records = history.store().loadLocations().get();
-        const auto trees = makeTreeSource();
-        LocationCheck check(history.store(), *trees,
-                            [&] { return uncountedHere(history.directory(), records); });
-        for (const LocationRecord& record : records)
-            EXPECT_TRUE(std::holds_alternative<LocationChecked>(
-                check.run(record, std::make_shared<CancellationFlag>(), [](const ScanProgress&) {})));
+        std::vector<LocationID> all;
+        for (const auto& record : history.store().loadLocations().get()) all.push_back(record.id);
+        EXPECT_EQ(run(all).committed.size(), all.size());
         const auto snapshot = StoredHistory(history.store()).snapshot().get();
         for (const VolumeReading& volume : snapshot.volumes)
             if (volume.name == volumeName) return snapshot.breakdowns.at(volume.id);
         ADD_FAILURE() << "there is no sample of " << volumeName;
         return {};
     }
-
-    TempFolder folder;
-    TempHistory history;
 };
 
 TEST_F(UsedSpace, OfADriveIsTheSameHoweverItsFoldersAreIncluded) {
     SKIP_UNLESS_MOUNTS_WORK();
-    const fs::path image = folder.path() / "image";
-    const fs::path disk = folder.path() / "disk";
-    const fs::path bound = folder.path() / "bound";
+    const fs::path image = path("image");
+    const fs::path disk = path("disk");
+    const fs::path bound = path("bound");
     fs::create_directory(disk);
     fs::create_directory(bound);
     if (!makeImage(image, "ext4")) GTEST_SKIP() << "no tools for ext4";
     const auto drive = TestMount::image(image, disk);
-    const fs::path trash = disk / (".Trash-" + std::to_string(userID()));
-    write(disk / "projects/source/a");
-    write(disk / "projects/b");
-    write(disk / "other/c");
-    write(trash / "files/d");
+    write("disk/projects/source/a", fileBytes);
+    write("disk/projects/b", fileBytes);
+    write("disk/other/c", fileBytes);
+    write("disk/.Trash-" + std::to_string(userID()) + "/files/d", fileBytes);
     fs::permissions(disk, fs::perms(0755));
     const auto binding = TestMount::bind(disk / "projects", bound);
     ::sync();  // blocks are allocated when they are written
@@ -72,14 +54,14 @@ TEST_F(UsedSpace, OfADriveIsTheSameHoweverItsFoldersAreIncluded) {
     ASSERT_EQ(::statvfs(disk.c_str(), &status), 0);
     const auto used = static_cast<std::int64_t>((status.f_blocks - status.f_bavail) * status.f_frsize);
 
-    include(bound / "source");
-    include(disk / "projects");
+    includeAt(bound / "source");
+    includeAt(disk / "projects");
     const auto ofFolders = breakdownOf("disk");
     EXPECT_EQ(ofFolders.files, 2 * fileBytes);
     EXPECT_EQ(ofFolders.trash, 0);
 
-    include(bound);  // the folder again, by its other path
-    include(disk);   // the whole of it
+    includeAt(bound);  // the folder again, by its other path
+    includeAt(disk);   // the whole of it
     const auto ofDrive = breakdownOf("disk");
     EXPECT_EQ(ofDrive.files, 3 * fileBytes);
     EXPECT_EQ(ofDrive.trash, fileBytes);

@@ -126,15 +126,5 @@ TEST_F(Estimates, SettingsThatAreDamagedAreToldOnceByWhateverCommand) {
     EXPECT_EQ(brindle.run({"estimates", "on"}).error, "");
 }
 
-TEST_F(Estimates, AHistoryKeptElsewhereIsFoundByItsSetting) {
-    fs::create_directories(brindle.settingsFile().parent_path());
-    std::ofstream(brindle.settingsFile())
-        << nlohmann::json{{"BrindleDataDirectory", brindle.dataDirectory()}};
-    ProgramLaunch launch = brindle.launch({"locations"});
-    std::erase(launch.arguments, "--data-dir");
-    std::erase(launch.arguments, brindle.dataDirectory().native());
-    EXPECT_THAT(runProgram(launch).output, HasSubstr(tree.native()));
-}
-
 }  // namespace
 }  // namespace brindle

@@ -1,5 +1,4 @@
 #include "e2e/Records.h"
-#include "support/TempHistory.h"
 
 #include <algorithm>
 #include <fcntl.h>
@@ -52,10 +51,12 @@ TEST_F(ExitCodes, NothingFoundIsNoFailure) {
         const auto result = brindle.run(arguments);
         EXPECT_EQ(result.exitCode, 1);
         EXPECT_EQ(result.output, "");
-        EXPECT_EQ(result.error, sentence);
+        EXPECT_THAT(result.error, HasSubstr(sentence));
         (void)brindle.json(arguments, 1);
     };
     expectNothing({"locations"}, "No locations included yet.\n");
+    expectNothing({"status"}, "brindle check FOLDER");
+    expectNothing({"day"}, "No check covers ");
     ASSERT_EQ(brindle.run({"check", tree}).exitCode, 0);
     expectNothing({"changes"}, "No changes are recorded.\n");
     expectNothing({"changes", "--day", "yesterday"}, "No changes are recorded.\n");
@@ -105,6 +106,8 @@ TEST_F(ExitCodes, WrongUsageChangesNothing) {
 TEST_F(ExitCodes, AHistoryThatCannotBeUsedIsLeftAsItIs) {
     ASSERT_EQ(brindle.run({"check", tree}).exitCode, 0);
     const auto whole = contentsOf(brindle.historyFile());
+    std::string newer = whole;
+    newer[60] = 1;  // the first byte of the version
     const struct {
         const char* name;
         std::string contents;
@@ -114,23 +117,16 @@ TEST_F(ExitCodes, AHistoryThatCannotBeUsedIsLeftAsItIs) {
         {"truncated at a page", whole.substr(0, whole.size() / 2 / 4096 * 4096)},
         {"cut off in its header", whole.substr(0, 50)},
         {"garbage behind its first page", whole.substr(0, 4096) + std::string(whole.size() - 4096, '\xa5')},
+        {"of a newer version", newer},
     };
     for (const auto& [name, contents] : cases) {
         SCOPED_TRACE(name);
         std::ofstream(brindle.historyFile(), std::ios::binary) << contents;
-        for (const Arguments& arguments : {Arguments{"check", tree}, {"locations"}, {"changes", "--json"}})
+        for (const Arguments& arguments :
+             {Arguments{"check", tree}, {"locations"}, {"changes", "--json"}, {"watch"}})
             expectUnusable(arguments);
         EXPECT_TRUE(contentsOf(brindle.historyFile()) == contents);
     }
-}
-
-TEST_F(ExitCodes, AHistoryOfANewerVersionIsLeftAsItIs) {
-    ASSERT_EQ(brindle.run({"check", tree}).exitCode, 0);
-    rowsOf(brindle.historyFile(), "PRAGMA user_version = 1000");
-    const auto contents = contentsOf(brindle.historyFile());
-    for (const Arguments& arguments : {Arguments{"check", tree}, {"locations"}, {"changes"}})
-        expectUnusable(arguments);
-    EXPECT_TRUE(contentsOf(brindle.historyFile()) == contents);
 }
 
 TEST_F(ExitCodes, ADataDirectoryThatCannotBeUsedIsTold) {
@@ -166,27 +162,6 @@ TEST_F(ExitCodes, AResultThatCannotBeWrittenIsTold) {
     EXPECT_EQ(result.exitCode, 3);
     expectOneSentence(result);
     EXPECT_EQ(Records(brindle).inventory(), listingOf(tree));
-}
-
-TEST_F(ExitCodes, ALocationThatCannotBeCheckedDoesNotKeepTheOthersFromIt) {
-    if (!brindle.giveUpRoot()) GTEST_SKIP() << "the program cannot be started without rights";
-    const fs::path gone = folder.path() / "gone";
-    const fs::path refused = folder.path() / "refused";
-    fs::create_directory(gone);
-    fs::create_directory(refused);
-    ASSERT_EQ(brindle.run({"check", gone, refused, tree}).exitCode, 0);
-    fs::remove(gone);
-    fs::permissions(refused, fs::perms::none);
-    writeFile(tree / "b", 5);
-
-    const auto report = brindle.json({"check"}, 4);
-    std::vector<std::string> outcomes;
-    for (const auto& location : report["locations"]) outcomes.push_back(location["outcome"]);
-    EXPECT_THAT(outcomes, testing::ElementsAre("disconnected", "needsAccess", "check"));
-    EXPECT_EQ(Records(brindle).inventory(), listingOf(tree));
-    // Named one by one, they are locations still, and no folders that could not be included.
-    for (const fs::path& named : {gone, refused})
-        EXPECT_EQ(brindle.run({"check", named}).exitCode, 4) << named;
 }
 
 }  // namespace

@@ -49,6 +49,10 @@ TEST_F(LockedHistory, IsNotChangedAndCanBeRead) {
     EXPECT_EQ(Records(brindle).everything(), before);
     EXPECT_EQ(brindle.run({"locations"}).exitCode, 0);
     EXPECT_EQ(brindle.run({"changes"}).exitCode, 1);
+    const auto status = brindle.run({"status"});
+    EXPECT_EQ(status.exitCode, 0);
+    EXPECT_THAT(status.error, HasSubstr("is checking now."));
+    EXPECT_EQ(brindle.json({"status"})["otherProgramIsChecking"], true);
 }
 
 TEST_F(LockedHistory, IsWaitedForUntilItsHolderDies) {

@@ -81,11 +81,7 @@ std::string Records::value(const std::string& sql) const {
 }
 
 std::vector<std::string> Records::everything() const {
-    std::vector<std::string> all;
-    for (const std::string& table : rows("SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY 1"))
-        for (const std::string& row : rows("SELECT * FROM " + table + " ORDER BY 1, 2"))
-            all.push_back(table + ": " + row);
-    return all;
+    return file_.empty() ? std::vector<std::string>() : everythingIn(file_);
 }
 
 std::vector<std::string> Records::whatWasCounted() const {

@@ -16,8 +16,6 @@ namespace fs = std::filesystem;
 using testing::HasSubstr;
 using testing::MatchesRegex;
 
-constexpr std::chrono::milliseconds aWhile{400};
-
 class Watch : public testing::Test {
 protected:
     Watch() {
@@ -25,22 +23,26 @@ protected:
         EXPECT_EQ(brindle.run({"include", tree}).exitCode, 0);
     }
 
-    void waitForAnOutput(const RunningProgram& watch) const {
-        while (watch.isRunning() && fs::file_size(told) == 0) std::this_thread::yield();
-    }
-
-    /// Standard output goes to the file `told`, where it can be read meanwhile.
-    [[nodiscard]] ProgramLaunch watching(const FileDescriptor& output) const {
+    /// Until it has told something, or for a while.
+    [[nodiscard]] ProgramResult watchUntilItTells(int signal = SIGTERM, bool isSilent = false) const {
+        const fs::path told = folder.path() / "told";
+        const FileDescriptor output(::open(told.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
         ProgramLaunch launch = brindle.launch({"watch"});
         launch.output = output.get();
-        return launch;
-    }
-    [[nodiscard]] FileDescriptor openTold() const {
-        return FileDescriptor(::open(told.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
-    }
-    [[nodiscard]] std::string textTold() const {
+        RunningProgram watch(launch);
+        if (isSilent) std::this_thread::sleep_for(std::chrono::milliseconds(400));
+        while (!isSilent && watch.isRunning() && fs::file_size(told) == 0) std::this_thread::yield();
+        watch.signal(signal);
+        auto result = watch.wait();
+        EXPECT_EQ(result.exitCode, 0);
         std::ifstream file(told);
-        return {std::istreambuf_iterator<char>(file), {}};
+        result.output = {std::istreambuf_iterator<char>(file), {}};
+        return result;
+    }
+    void expectNothingChecked() const {
+        const auto result = watchUntilItTells(SIGTERM, true);
+        EXPECT_EQ(result.output + result.error, "");
+        EXPECT_EQ(runs(), "0");
     }
     [[nodiscard]] std::string runs() const {
         return Records(brindle).value("SELECT COUNT(*) FROM scan_runs");
@@ -48,70 +50,29 @@ protected:
 
     TempFolder folder;
     fs::path tree = folder.path() / "tree";
-    fs::path told = folder.path() / "told";
     Brindle brindle;
 };
 
 TEST_F(Watch, ChecksAtOnceTellsALineAndEndsWellWhenAsked) {
-    for (const int signal : {SIGTERM, SIGINT}) {
-        const auto output = openTold();
-        RunningProgram watch(watching(output));
-        waitForAnOutput(watch);
-        watch.signal(signal);
-        EXPECT_EQ(watch.wait().exitCode, 0);
-        EXPECT_THAT(textTold(), MatchesRegex(".*: 1 location checked, no changes\n"));
-    }
+    for (const int signal : {SIGTERM, SIGINT})
+        EXPECT_THAT(watchUntilItTells(signal).output, MatchesRegex(".*: 1 location checked, no changes\n"));
     EXPECT_EQ(runs(), "2");
-}
 
-TEST_F(Watch, WaitsForAnotherProgramThatChecks) {
-    auto lock = FileLock::tryToTake(brindle.dataDirectory() / "check.lock");
-    ASSERT_TRUE(lock);
-    const auto output = openTold();
-    RunningProgram watch(watching(output));
-    std::this_thread::sleep_for(aWhile);
-    EXPECT_EQ(runs(), "0");
-    lock.reset();
-    waitForAnOutput(watch);
-    EXPECT_EQ(runs(), "1");
-    watch.signal(SIGTERM);
-    EXPECT_EQ(watch.wait().exitCode, 0);
-
-    lock = FileLock::tryToTake(brindle.dataDirectory() / "check.lock");
-    RunningProgram waiting(watching(output));
-    std::this_thread::sleep_for(aWhile);
-    waiting.signal(SIGTERM);
-    EXPECT_EQ(waiting.wait().exitCode, 0);
-}
-
-TEST_F(Watch, ChecksNothingWhileChecksArePaused) {
-    fs::create_directories(brindle.settingsFile().parent_path());
-    std::ofstream(brindle.settingsFile()) << R"({"checksPaused": true})";
-    const auto output = openTold();
-    RunningProgram watch(watching(output));
-    std::this_thread::sleep_for(aWhile);
-    watch.signal(SIGTERM);
-    EXPECT_EQ(watch.wait().exitCode, 0);
-    EXPECT_EQ(runs(), "0");
-}
-
-TEST_F(Watch, SaysWhatKeepsALocationFromBeingChecked) {
     fs::remove_all(tree);
-    const auto output = openTold();
-    RunningProgram watch(watching(output));
-    waitForAnOutput(watch);
-    watch.signal(SIGTERM);
-    const auto result = watch.wait();
-    EXPECT_EQ(result.exitCode, 0);
-    EXPECT_THAT(textTold(), HasSubstr(": 0 locations checked, no changes\n"));
+    const auto result = watchUntilItTells();
+    EXPECT_THAT(result.output, HasSubstr(": 0 locations checked, no changes\n"));
     EXPECT_THAT(result.error, HasSubstr("“tree” couldn't be checked"));
 }
 
-TEST_F(Watch, AHistoryThatCannotBeUsedIsToldAtOnce) {
-    std::ofstream(brindle.historyFile()) << "This is no database, but it is there.";
-    const auto result = brindle.run({"watch"});
-    EXPECT_EQ(result.exitCode, 3);
-    EXPECT_NE(result.error, "");
+TEST_F(Watch, ChecksNothingWhileAnotherProgramDoesOrChecksArePaused) {
+    {
+        const auto lock = FileLock::tryToTake(brindle.dataDirectory() / "check.lock");
+        ASSERT_TRUE(lock);
+        expectNothingChecked();
+    }
+    fs::create_directories(brindle.settingsFile().parent_path());
+    std::ofstream(brindle.settingsFile()) << R"({"checksPaused": true})";
+    expectNothingChecked();
 }
 
 }  // namespace

@@ -1,11 +1,7 @@
-#include "store/SQLiteError.h"
-#include "support/FaultyVfs.h"
 #include "support/TempHistory.h"
 
-#include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 namespace brindle {
 namespace {
@@ -90,7 +86,7 @@ TEST(Estimates, ReplacingThoseOfOneLocationLeavesTheOthersAndClearingTakesAll) {
     EXPECT_EQ(history.record("one").trackedBytes, 1);
 }
 
-TEST(Estimates, AWalkThatFailsOrIsStoppedLeavesTheOldOnes) {
+TEST(Estimates, AStopAfterTheWalksLastLookAtTheFlagLeavesTheOldOnes) {
     TempHistory history;
     history.include("home");
     replace(history, "home", scriptedEstimates({{monday, "", "x", {5, 1}}}));
@@ -98,13 +94,6 @@ TEST(Estimates, AWalkThatFailsOrIsStoppedLeavesTheOldOnes) {
     history.now += 60;
 
     const Rows groups{{monday, "d", "", {9, 3}}};
-    EXPECT_THROW(replace(history, "home",
-                         [&](const EstimateGroupSink& sink) -> Rows {
-                             sink(groups);
-                             throw ScanError(ScanError::Reason::missing);
-                         }),
-                 ScanError);
-    // Stopped after the walk's last look at the flag.
     auto flag = std::make_shared<CancellationFlag>();
     EstimateRequest stopped = request(history, "home", [&](const EstimateGroupSink& sink) {
         sink(groups);
@@ -118,41 +107,6 @@ TEST(Estimates, AWalkThatFailsOrIsStoppedLeavesTheOldOnes) {
     // Nothing of what was handed over is left for the next ones.
     EXPECT_EQ(replace(history, "home", scriptedEstimates({}, groups)), (EstimateTotals{9, 3}));
     EXPECT_THAT(history.rows("SELECT bytes, file_count FROM estimates"), ElementsAre("9|3"));
-}
-
-// Fails the n-th call to the disk, for every n until none is left to fail.
-TEST(Estimates, AFailingDiskLeavesTheOldOnes) {
-    Rows files, groups;
-    for (int i = 0; i < 300; ++i) {
-        files.push_back({monday, fmt::format("folder{}", i), "file", {i + 1, 1}});
-        groups.push_back({tuesday, fmt::format("folder{}", i), "", {i + 1, 2}});
-    }
-    FaultyVfs disk;
-    int failures = 0;
-    for (int n = 1;; ++n) {
-        TempHistory history;
-        history.include("home");
-        replace(history, "home", scriptedEstimates({{monday, "", "old", {5, 1}}}));
-        const auto before = history.everything();
-        history.now += 60;
-        disk.arm({.failAt = n, .code = SQLITE_FULL});
-        bool hasThrown = false;
-        try {
-            replace(history, "home", scriptedEstimates(files, groups));
-        } catch (const SQLiteError&) {
-            hasThrown = true;
-        }
-        const bool faultCame = disk.hasFailed();
-        disk.disarm();
-        if (hasThrown) {
-            ++failures;
-            ASSERT_EQ(history.everything(), before) << "call " << n;
-        } else {
-            ASSERT_EQ(estimates(history).size(), files.size() + groups.size()) << "call " << n;
-        }
-        if (!faultCame) break;
-    }
-    EXPECT_GT(failures, 3);
 }
 
 }  // namespace

@@ -1,3 +1,5 @@
+#include "store/SQLiteError.h"
+#include "support/ChildProcess.h"
 #include "support/FaultyVfs.h"
 #include "support/TempHistory.h"
 
@@ -15,60 +17,132 @@ Files manyFiles(int seed) {
     return files;
 }
 
+void estimate(TempHistory& history, int count) {
+    const auto walk = [count](const EstimateGroupSink& sink) {
+        std::vector<EstimateRow> files;
+        for (int i = 0; i < count; ++i) {
+            const EstimateRow group{{2026, 3, 3}, fmt::format("folder{}", i), "", {i + 1, 2}};
+            sink(std::span(&group, 1));
+            files.push_back({{2026, 3, 2}, fmt::format("folder{}", i), "file", {i + 1, 1}});
+        }
+        return files;
+    };
+    static_cast<void>(
+        history.store()
+            .replaceEstimates({.locationID = {"home"}, .walk = walk, .now = [&] { return history.now; }})
+            .get());
+}
+
+/// What is written over what was there before.
+struct Work {
+    const char* name;
+    void (*before)(TempHistory&);
+    void (*run)(TempHistory&);
+};
+
+const Work works[] = {
+    {"Check",
+     [](TempHistory& history) {
+         history.check("home", manyFiles(1), {.unreadable = {{"folder3", true}}});
+     },
+     [](TempHistory& history) { history.check("home", manyFiles(2)); }},
+    {"Estimates", [](TempHistory& history) { estimate(history, 1); },
+     [](TempHistory& history) { estimate(history, 300); }},
+};
+
 struct FaultCase {
     const char* name;
     int code;
     DiskFault::Effect effect;
 };
 
-class CheckOn : public testing::TestWithParam<FaultCase> {};
+const FaultCase faults[] = {
+    {"OneFullWrite", SQLITE_FULL, DiskFault::Effect::failOnce},
+    {"AFullDisk", SQLITE_FULL, DiskFault::Effect::failOnward},
+    {"OneFailedCall", SQLITE_IOERR, DiskFault::Effect::failOnce},
+    {"ADeadDisk", SQLITE_IOERR, DiskFault::Effect::failOnward},
+};
 
-// Fails the n-th call to the disk of a check, for every n until none is left to fail.
-TEST_P(CheckOn, AFailingDiskLeavesTheLastCheckWholeAndTheNextOneWorks) {
+void prepare(TempHistory& history, const Work& work) {
+    history.include("home");
+    work.before(history);
+    history.now += 1;
+}
+
+class WorkOn : public testing::TestWithParam<std::tuple<Work, FaultCase>> {};
+
+// Fails the n-th call to the disk, for every n until none is left to fail.
+TEST_P(WorkOn, AFailingDiskLeavesWhatWasThereAndTheNextTryWorks) {
+    const auto& [work, fault] = GetParam();
     TempHistory reference;
-    reference.include("home");
-    reference.check("home", manyFiles(1), {.unreadable = {{"folder3", true}}});
+    prepare(reference, work);
     const auto before = reference.everything();
-    reference.now += 1;
-    reference.check("home", manyFiles(2));
+    work.run(reference);
     const auto after = reference.everything();
 
     int failures = 0;
     FaultyVfs disk;
     for (int n = 1;; ++n) {
+        SCOPED_TRACE("call " + std::to_string(n));
         TempHistory history;
-        history.include("home");
-        history.check("home", manyFiles(1), {.unreadable = {{"folder3", true}}});
-        history.now += 1;
-        CheckRequest request = history.request("home", scriptedWalk(manyFiles(2)));
-        disk.arm({.failAt = n, .code = GetParam().code, .effect = GetParam().effect});
+        prepare(history, work);
+        disk.arm({.failAt = n, .code = fault.code, .effect = fault.effect});
         bool hasThrown = false;
         try {
-            history.store().commit(request).get();
+            work.run(history);
         } catch (const SQLiteError& error) {
             hasThrown = true;
             EXPECT_NE(error.message(), "");
         }
         const bool faultCame = disk.hasFailed();
         disk.disarm();
-        ASSERT_EQ(history.everything(), hasThrown ? before : after) << "call " << n;
+        ASSERT_EQ(history.everything(), hasThrown ? before : after);
         if (hasThrown) {
             ++failures;
-            history.check("home", manyFiles(2));
-            ASSERT_EQ(history.everything(), after) << "call " << n;
+            work.run(history);
+            ASSERT_EQ(history.everything(), after);
         }
         if (!faultCame) break;
     }
-    EXPECT_GT(failures, 5);
+    EXPECT_GT(failures, 3);
 }
 
-INSTANTIATE_TEST_SUITE_P(Fault, CheckOn,
-                         testing::Values(FaultCase{"OneFullWrite", SQLITE_FULL, DiskFault::Effect::failOnce},
-                                         FaultCase{"AFullDisk", SQLITE_FULL, DiskFault::Effect::failOnward},
-                                         FaultCase{"OneFailedCall", SQLITE_IOERR,
-                                                   DiskFault::Effect::failOnce},
-                                         FaultCase{"ADeadDisk", SQLITE_IOERR, DiskFault::Effect::failOnward}),
-                         [](const auto& tested) { return tested.param.name; });
+INSTANTIATE_TEST_SUITE_P(Fault, WorkOn, testing::Combine(testing::ValuesIn(works), testing::ValuesIn(faults)),
+                         [](const auto& tested) {
+                             return std::string(std::get<0>(tested.param).name) +
+                                    std::get<1>(tested.param).name;
+                         });
+
+// Kills the process in place of the n-th call to the disk, for every n until the work is done before.
+TEST(Fault, AKilledProcessLeavesAllOfItsWorkOrNothing) {
+    for (const Work& work : works) {
+        SCOPED_TRACE(work.name);
+        TempHistory reference;
+        prepare(reference, work);
+        const auto before = reference.everything();
+        work.run(reference);
+        reference.close();
+        const auto after = reference.everything();
+        bool wasKilled = true;
+        for (int n = 1; wasKilled; ++n) {
+            SCOPED_TRACE("call " + std::to_string(n));
+            TempHistory history;
+            prepare(history, work);
+            history.close();
+            const int status = inChildProcess([&] {
+                FaultyVfs disk;
+                disk.arm({.failAt = n, .effect = DiskFault::Effect::kill});
+                work.run(history);
+                history.close();
+            });
+            wasKilled = WIFSIGNALED(status);
+            ASSERT_TRUE(wasKilled || status == 0);
+            ASSERT_EQ(history.rows("PRAGMA integrity_check"), std::vector<std::string>{"ok"});
+            if (wasKilled && history.everything() == before) work.run(history);
+            ASSERT_EQ(history.everything(), after);
+        }
+    }
+}
 
 }  // namespace
 }  // namespace brindle

@@ -24,15 +24,6 @@ protected:
 
     void execute(const std::string& sql) const { rowsOf(history.file(), sql); }
 
-    void observe(const std::string& location, const LocalDay& day, const std::string& contributor,
-                 std::int64_t delta) const {
-        execute(
-            "INSERT INTO observations (location_id, folder, name, action, delta, observed_at, local_day, "
-            "source, contributor, scan_id) VALUES ('" +
-            location + "', '" + contributor + "/deeper', 'f', 'grew', " + std::to_string(delta) + ", 5, '" +
-            day.text() + "', 'measured', '" + contributor + "', 1)");
-    }
-
     void estimate(const std::string& location, const std::string& day, std::int64_t bytes, int files) const {
         execute(
             "INSERT INTO estimates (location_id, local_day, folder, name, bytes, file_count, contributor, "
@@ -44,28 +35,6 @@ protected:
     TempHistory history;
     StoredHistory source{history.store(), history.calendar, [this] { return history.now; }};
 };
-
-TEST_F(HistoryReads, ContributorsAreTheLargestOfThePeriod) {
-    observe("a", yesterday, "x/y", 10);
-    observe("a", today, "x/y", -4);
-    observe("a", today, "", 5);
-    observe("b", today, "P.app", 9);
-    observe("gone", today, "p", 20);  // whose location is not there at all
-    observe("a", {2026, 3, 5}, "x", 1000);
-    const FolderSummary xy{{{"a"}, {"x", "y"}}, {10, 4, 2}};
-    const FolderSummary gone{{{"gone"}, {"p"}}, {20, 0, 1}};
-    const FolderSummary root{{{"a"}, {}}, {5, 0, 1}};
-    const FolderSummary package{{{"b"}, {"P.app"}}, {9, 0, 1}};
-    EXPECT_THAT(source.periodContributors(yesterday, today, {}, 10).get(),
-                ElementsAre(gone, xy, package, root));
-    EXPECT_THAT(source.periodContributors(yesterday, today, {}, 2).get(), ElementsAre(gone, xy));
-    EXPECT_THAT(source.periodContributors(yesterday, today, {LocationID{"a"}}, 10).get(),
-                ElementsAre(xy, root));
-    EXPECT_THAT(source.periodContributors(today, yesterday, {}, 10).get(), ElementsAre());
-
-    EXPECT_EQ(source.dayChanges(today, {LocationID{"b"}}).get().size(), 1U);
-    EXPECT_EQ(source.dayChanges(today, {}).get().size(), 4U);
-}
 
 TEST_F(HistoryReads, EstimatesComeByDayThenSize) {
     estimate("a", "2026-03-06", 10, 1);

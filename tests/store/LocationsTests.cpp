@@ -7,31 +7,6 @@
 namespace brindle {
 namespace {
 
-TEST(Locations, ARecordComesBackAsItWasAdded) {
-    TempHistory history;
-    const LocationRecord record{.id = {"x"},
-                                .name = "Bücher \xff",
-                                .path = "/a",
-                                .scanPath = "/b",
-                                .kind = LocationKind::volume,
-                                .volumeID = "v",
-                                .volumeName = "V",
-                                .caseSensitive = false,
-                                .bookmark = Bytes{std::byte{0}, std::byte{1}},
-                                .addedAt = 1.5,
-                                .status = LocationStatus::disconnected};
-    history.store().insert(record).get();
-    EXPECT_EQ(history.store().loadLocations().get(), std::vector{record});
-    EXPECT_THROW(history.store().insert(record).get(), SQLiteError);
-
-    history.store().setStatus({"x"}, LocationStatus::needsAccess).get();
-    history.store().updateAccess({"x"}, "/c", "/d", std::nullopt).get();
-    const LocationRecord changed = history.record("x");
-    EXPECT_EQ(changed.status, LocationStatus::needsAccess);
-    EXPECT_EQ(changed.path + changed.scanPath, "/c/d");
-    EXPECT_EQ(changed.bookmark, std::nullopt);
-}
-
 TEST(Locations, TextsThatAreNotKnownReadAsTheirFallback) {
     TempHistory history;
     history.include("x");
@@ -66,18 +41,6 @@ TEST(Locations, RemovingKeepsWhatWasRecorded) {
     EXPECT_EQ(history.record("gone").status, LocationStatus::paused);
 }
 
-TEST(Locations, OnlyALocationWithoutABaselineIsForgotten) {
-    TempHistory history;
-    history.include("checked");
-    history.check("checked", {{"a", 1}});
-    history.include("new");
-    const auto before = history.rows("SELECT * FROM locations WHERE id = 'checked'");
-    history.store().forget({"checked"}).get();
-    history.store().forget({"new"}).get();
-    EXPECT_EQ(history.rows("SELECT * FROM locations"), before);
-    EXPECT_EQ(history.rows("SELECT COUNT(*) FROM inventory"), std::vector<std::string>{"1"});
-}
-
 TEST(Locations, TheNearestOneAroundARemovedOneTakesItsFilesOver) {
     TempHistory history;
     for (const auto* id : {"other drive", "outer", "outer/middle", "outer/middle/inner", "outer/middlemost"})
@@ -97,8 +60,10 @@ TEST(Locations, TheNearestOneAroundARemovedOneTakesItsFilesOver) {
     history.include("outer/middle/inner");
     history.check("outer/middle", {{"b", 2}});
     history.check("outer/middle/inner", {{"c", 3}});
+    history.include("outer/middle/unchecked");
+    history.store().forget({"outer/middle/unchecked"}).get();
     history.store().remove({"outer/middle/inner"}, 77).get();
-    EXPECT_THAT(handedOver(), testing::ElementsAre("outer/middle|inner|2"));
+    EXPECT_THAT(handedOver(), testing::ElementsAre("outer/middle|inner|2", "outer/middle|unchecked|2"));
     history.store().remove({"outer/middle"}, 78).get();
     EXPECT_THAT(handedOver(), testing::ElementsAre("outer|middle|2"));
 

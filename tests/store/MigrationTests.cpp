@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 #include <iterator>
 #include <sqlite3.h>
-#include <sys/stat.h>
 
 namespace brindle {
 namespace {
@@ -50,27 +49,57 @@ std::vector<std::string> schema(const TempHistory& history) {
 
 class OldHistory : public testing::TestWithParam<int> {
 protected:
-    OldHistory() { plant(history, GetParam()); }
+    OldHistory() {
+        plant(history, version());
+        before = history.everything();
+        original = contents(history.file());
+    }
 
     [[nodiscard]] int version() const { return GetParam(); }
+
+    void putBack() const {
+        for (const fs::path& left : backups(history)) fs::remove(left);
+        fs::remove(history.file() + "-wal");
+        std::ofstream(history.file(), std::ios::binary) << original;
+    }
+
+    /// After an attempt that was cut short. The next start brings the history over.
+    void expectOldOrNew() {
+        EXPECT_EQ(history.rows("PRAGMA integrity_check"), ok);
+        if (history.rows("PRAGMA user_version")[0] != "5") {
+            EXPECT_EQ(history.everything(), before);
+        }
+        for (const fs::path& copy : backups(history)) {
+            EXPECT_EQ(rowsOf(copy, "PRAGMA integrity_check"), ok);
+            EXPECT_EQ(rowsOf(copy, "PRAGMA user_version"),
+                      std::vector<std::string>{std::to_string(version())});
+        }
+        EXPECT_EQ(history.store().loadLocations().get().size(), 2U);
+        history.close();
+    }
+
+    const std::vector<std::string> ok{"ok"};
     TempHistory history;
+    std::vector<std::string> before;
+    std::string original;
 };
 
-TEST_P(OldHistory, BecomesTheCurrentSchemaWithItsRows) {
+TEST_P(OldHistory, BecomesTheCurrentSchemaWithItsRowsAndIsCopiedWholeFirst) {
     const auto tables = history.rows("SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY name");
     const auto rowCounts = [&] {
-        std::vector<std::string> counts;
+        std::vector<std::string> rows;
         for (const std::string& table : tables)
-            counts.push_back(table + history.rows("SELECT COUNT(*) FROM " + table)[0]);
-        return counts;
+            rows.push_back(table + history.rows("SELECT COUNT(*) FROM " + table)[0]);
+        return rows;
     };
-    const auto before = rowCounts();
+    const auto counts = rowCounts();
+    history.now = 1'709'647'629;
     static_cast<void>(history.store());
     TempHistory fresh;
     static_cast<void>(fresh.store());
     EXPECT_EQ(schema(history), schema(fresh));
     EXPECT_EQ(history.rows("PRAGMA user_version"), std::vector<std::string>{"5"});
-    EXPECT_EQ(rowCounts(), before);
+    EXPECT_EQ(rowCounts(), counts);
 
     const auto records = history.store().loadLocations().get();
     ASSERT_EQ(records.size(), 2U);
@@ -91,33 +120,23 @@ TEST_P(OldHistory, BecomesTheCurrentSchemaWithItsRows) {
 
     // And it goes on: the next check compares with the old inventory.
     EXPECT_EQ(history.check("home", {{"a.bin", 1001}}).totals, (ChangeTotals{1, 500, 2}));
-}
-
-TEST_P(OldHistory, IsCopiedWholeFirst) {
-    const auto before = history.everything();
-    history.now = 1'709'647'629;
-    static_cast<void>(history.store());
     history.close();
+
     const fs::path copy = fs::path(history.directory()) /
                           fmt::format("History-before-v{}-2024-03-05T14-07-09Z.sqlite", version());
     ASSERT_THAT(backups(history), ElementsAre(copy));
-    EXPECT_EQ(rowsOf(copy, "PRAGMA user_version"), std::vector<std::string>{std::to_string(version())});
-    EXPECT_EQ(rowsOf(copy, "PRAGMA integrity_check"), std::vector<std::string>{"ok"});
+    EXPECT_THAT(backups(fresh), IsEmpty());
     EXPECT_EQ(fs::status(copy).permissions(), fs::perms::owner_read | fs::perms::owner_write);
     fs::rename(copy, history.file());
     EXPECT_EQ(history.everything(), before);
 }
 
 TEST_P(OldHistory, IsOldOrNewWhenTheProcessIsKilledAtAnyCallToTheDisk) {
-    const auto before = history.everything();
-    const std::string original = contents(history.file());
     bool wasKilled = true;
     int kills = 0;
     for (int n = 1; wasKilled; ++n, ++kills) {
-        for (const fs::path& left : backups(history)) fs::remove(left);
-        fs::remove(history.file() + "-wal");
-        std::ofstream(history.file(), std::ios::binary) << original;
-
+        SCOPED_TRACE("killed at " + std::to_string(n));
+        putBack();
         const int status = inChildProcess([&] {
             FaultyVfs disk;
             disk.arm({.failAt = n, .effect = DiskFault::Effect::kill});
@@ -125,34 +144,18 @@ TEST_P(OldHistory, IsOldOrNewWhenTheProcessIsKilledAtAnyCallToTheDisk) {
             history.close();
         });
         wasKilled = WIFSIGNALED(status);
-        ASSERT_TRUE(wasKilled || (WIFEXITED(status) && WEXITSTATUS(status) == 0));
-
-        const std::string found = history.rows("PRAGMA user_version")[0];
-        EXPECT_EQ(history.rows("PRAGMA integrity_check"), std::vector<std::string>{"ok"})
-            << "killed at " << n;
-        if (found != "5") {
-            EXPECT_EQ(found, std::to_string(version()));
-            EXPECT_EQ(history.everything(), before);
-        }
-        for (const fs::path& copy : backups(history)) {
-            EXPECT_EQ(rowsOf(copy, "PRAGMA integrity_check"), std::vector<std::string>{"ok"})
-                << "killed at " << n;
-            EXPECT_EQ(rowsOf(copy, "PRAGMA user_version"),
-                      std::vector<std::string>{std::to_string(version())});
-        }
-        EXPECT_EQ(history.store().loadLocations().get().size(), 2U);  // the next start brings it over
-        history.close();
+        ASSERT_TRUE(wasKilled || status == 0);
+        expectOldOrNew();
     }
     EXPECT_GT(kills, 10);
 }
 
-TEST_P(OldHistory, StaysOldWhenTheDiskIsFull) {
-    const auto before = history.everything();
-    const std::string original = contents(history.file());
+TEST_P(OldHistory, IsOldOrNewWhenTheDiskIsFull) {
     FaultyVfs disk;
     bool failed = true;
     for (int n = 1; failed; ++n) {
-        std::ofstream(history.file(), std::ios::binary) << original;
+        SCOPED_TRACE("full at " + std::to_string(n));
+        putBack();
         disk.arm({.failAt = n, .code = SQLITE_FULL, .effect = DiskFault::Effect::failOnward});
         failed = false;
         try {
@@ -162,52 +165,12 @@ TEST_P(OldHistory, StaysOldWhenTheDiskIsFull) {
         }
         disk.disarm();
         history.close();
-        if (failed && history.rows("PRAGMA user_version")[0] != "5") {
-            EXPECT_EQ(history.everything(), before);
-        }
-        EXPECT_EQ(history.store().loadLocations().get().size(), 2U);
-        history.close();
-        for (const fs::path& left : backups(history)) fs::remove(left);
+        expectOldOrNew();
     }
 }
 
 INSTANTIATE_TEST_SUITE_P(Migration, OldHistory, testing::Values(1, 2, 3, 4),
                          [](const auto& tested) { return "Version" + std::to_string(tested.param); });
-
-TEST(Migration, AFreshHistoryNeedsNoCopyAndIsPrivateWhateverTheUmask) {
-    const mode_t before = umask(0);
-    TempHistory history;
-    history.include("home");
-    history.check("home", {{"a", 1}});
-    umask(before);
-    EXPECT_THAT(backups(history), IsEmpty());
-    const auto mode = [](const fs::path& path) { return static_cast<int>(fs::status(path).permissions()); };
-    EXPECT_EQ(mode(history.directory()), 0700);
-    int files = 0;
-    for (const auto& entry : fs::directory_iterator(history.directory())) {
-        EXPECT_EQ(mode(entry), 0600) << entry.path();
-        ++files;
-    }
-    EXPECT_EQ(files, 3);  // the database, its log and the log's index
-}
-
-TEST(Migration, AnEmptyFileIsAFreshHistory) {
-    TempHistory history;
-    fs::create_directories(history.directory());
-    std::ofstream(history.file()).close();
-    EXPECT_TRUE(history.store().loadLocations().get().empty());
-    EXPECT_THAT(backups(history), IsEmpty());
-}
-
-TEST(Migration, APathWithAnApostropheIsQuoted) {
-    TempFolder folder;
-    const fs::path directory = folder.path() / "ann's data";
-    fs::create_directories(directory);
-    std::ofstream(directory / "History.sqlite").close();
-    rowsOf(directory / "History.sqlite", contents(fs::path(BRINDLE_FIXTURES) / "history-v3.sql"));
-    HistoryStore store(directory);
-    EXPECT_EQ(store.loadLocations().get().size(), 2U);
-}
 
 TEST(Migration, AHistoryOfANewerVersionIsRefusedUntouched) {
     for (const bool hasLog : {false, true}) {

@@ -243,12 +243,13 @@ TEST(Snapshot, SaysWhatTheRowsSayAndSoDoTheDays) {
         ASSERT_EQ(snapshot, expected);
 
         const LocalDay first = history.calendar.addingDays(today, -60);
-        const auto changes = history.store().changes(first, today, std::nullopt).get();
-        ASSERT_EQ(source.periodContributors(first, today, {}, 3).get(),
-                  largestFirst(groupedByFolder(changes, contributorDepth), 3));
-
         std::vector<LocationScope> scopes{{}, {LocationID{"nowhere"}}};
         for (const std::string& id : made.locations()) scopes.push_back({LocationID{id}});
+        for (const LocationScope& scope : scopes) {
+            const auto changes = history.store().changes(first, today, scope.location).get();
+            ASSERT_EQ(source.periodContributors(first, today, scope, 3).get(),
+                      largestFirst(groupedByFolder(changes, contributorDepth), 3));
+        }
         for (const LocalDay& day : history.calendar.days(history.calendar.addingDays(today, -95),
                                                          history.calendar.addingDays(today, 2)))
             for (const LocationScope& scope : scopes)

@@ -43,11 +43,12 @@ std::vector<std::string> TempHistory::rows(const std::string& sql) const {
     return rowsOf(file(), sql);
 }
 
-std::vector<std::string> TempHistory::everything() const {
+std::vector<std::string> everythingIn(const std::string& file) {
     std::vector<std::string> all;
-    for (const std::string& table : rows("SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT "
-                                         "LIKE 'sqlite_%' ORDER BY name"))
-        for (const std::string& row : rows("SELECT * FROM " + table + " ORDER BY 1, 2"))
+    for (const std::string& table : rowsOf(file,
+                                           "SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT "
+                                           "LIKE 'sqlite_%' ORDER BY name"))
+        for (const std::string& row : rowsOf(file, "SELECT * FROM " + table + " ORDER BY 1, 2"))
             all.push_back(table + ": " + row);
     return all;
 }

@@ -14,6 +14,9 @@ namespace brindle {
 /// The files of a location as a scripted walk reports them: path to size.
 using Files = std::map<std::string, std::int64_t>;
 
+/// All rows of all tables of a database file that outlive a check, in a stable order.
+[[nodiscard]] std::vector<std::string> everythingIn(const std::string& file);
+
 /// A history in a temporary folder, with a clock of its own and scripted walks.
 class TempHistory {
 public:
@@ -21,7 +24,8 @@ public:
     [[nodiscard]] HistoryStore& store();
     void close() { store_.reset(); }
 
-    [[nodiscard]] std::string directory() const { return (folder_.path() / "data").string(); }
+    /// Its name would end a text of SQL.
+    [[nodiscard]] std::string directory() const { return (folder_.path() / "Ann's data").string(); }
     [[nodiscard]] std::string file() const { return directory() + "/History.sqlite"; }
 
     /// Adds a location and gives its record back as stored.
@@ -35,8 +39,7 @@ public:
     /// See rowsOf().
     [[nodiscard]] std::vector<std::string> rows(const std::string& sql) const;
 
-    /// All rows of all tables that outlive a check, in a stable order.
-    [[nodiscard]] std::vector<std::string> everything() const;
+    [[nodiscard]] std::vector<std::string> everything() const { return everythingIn(file()); }
 
     UnixTime now = 1'772'884'800;  // 2026-03-07 12:00 UTC
     Calendar calendar{"en_US", "UTC"};
