@@ -41,6 +41,7 @@ struct Work {
 };
 
 const Work works[] = {
+    {"FirstCheck", [](TempHistory&) {}, [](TempHistory& history) { history.check("home", manyFiles(1)); }},
     {"Check",
      [](TempHistory& history) {
          history.check("home", manyFiles(1), {.unreadable = {{"folder3", true}}});
