@@ -249,8 +249,8 @@ TEST_F(TreeReaderTest, WhatChangesBetweenTwoEventsIsTold) {
         for (const auto* file : {"a", "b/x", "c"}) writeFile(tree.path() / file);
         const auto command = "cd '" + tree.path().native() + "' && " + change;
         const auto reader = makeTreeSource()->open(tree.path());
-        auto events = trace(*reader, [&](const std::string& event) {
-            if (event == after) {
+        auto events = trace(*reader, [&, when = std::string(after)](const std::string& event) {
+            if (event == when) {
                 ASSERT_EQ(std::system(command.c_str()), 0);
             }
         });

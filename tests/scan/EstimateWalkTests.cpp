@@ -6,14 +6,12 @@
 #include <gtest/gtest.h>
 #include <map>
 #include <random>
-#include <tuple>
+#include <utility>
 
 namespace brindle {
-
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr LocalDay firstDay{2026, 3, 1};
 constexpr LocalDay lastDay{2026, 3, 5};
