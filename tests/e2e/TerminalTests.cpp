@@ -1,4 +1,4 @@
-#include "e2e/Records.h"
+#include "e2e/Brindle.h"
 #include "support/TestMounts.h"
 
 #include <algorithm>

@@ -1,4 +1,3 @@
-#include "store/SQLiteError.h"
 #include "support/TempHistory.h"
 
 #include <gmock/gmock.h>
