@@ -105,6 +105,7 @@ bool Output::flush() {
 }
 
 void Output::write(std::FILE* stream, std::string_view text) {
+    if (text.empty()) return;  // it may have no address, which fwrite(3) must not be given
     if (std::fwrite(text.data(), 1, text.size(), stream) < text.size()) noteFailure(errno);
 }
 

@@ -191,8 +191,8 @@ TEST_F(HostileNames, AreHarmlessWhenTheyAreNoArgumentsAndTextInJSON) {
     EXPECT_EQ(checked["name"], jsonName);
     EXPECT_EQ(checked["largestChanges"][0]["folder"], jsonName);
     EXPECT_EQ(brindle.json({"locations"})[0]["name"], jsonName);
-    for (const auto& change : brindle.json({"changes", tree / name})["changes"])
-        EXPECT_EQ(change["name"], jsonName);
+    const auto changes = brindle.json({"changes", tree / name});
+    for (const auto& change : changes["changes"]) EXPECT_EQ(change["name"], jsonName);
     fs::remove_all(tree);
     EXPECT_THAT(std::string(brindle.json({"check"}, 4)["locations"][0]["message"]), HasSubstr(shownName));
     EXPECT_EQ(brindle.json({"remove", tree})["name"], jsonName);
