@@ -14,7 +14,7 @@ namespace brindle {
 namespace {
 
 /// Small, so that what waits between the threads needs little memory.
-constexpr std::size_t entriesPerSlot = 250;
+constexpr std::size_t entriesPerSlot = 500;
 
 /// Thrown through the walk when nobody takes its batches any more.
 struct SinkGone {};
