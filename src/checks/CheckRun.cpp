@@ -8,6 +8,7 @@
 #include <set>
 
 namespace brindle {
+
 void CheckRun::check(std::span<const LocationID> locations) {
     std::set<LocationID> seen;
     for (const LocationID& id : locations) {
