@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <fmt/format.h>
+#include <memory>
 #include <sqlite3.h>
 #include <stdexcept>
 
@@ -185,10 +186,10 @@ void compare(const char* name, int rounds, const Ours& ours, const Bare& bare) {
     fmt::print("{:28} {:9.4f} {:9.4f} {:7.2f}\n", name, a, b, a / b);
 }
 
-void measure(HistoryStore& store, int rounds) {
+void measure(const std::shared_ptr<HistoryStore>& store, int rounds) {
     StoredHistory history(
         store, calendar(), [] { return lastNoon; }, keptDays);
-    BareReader bare(store.directory() / "History.sqlite");
+    BareReader bare(store->directory() / "History.sqlite");
     const auto statements = statementsOfSnapshot();
     compare(
         "snapshot", rounds, [&] { return history.snapshot().get(); },
@@ -217,8 +218,8 @@ int main(int argc, char** argv) {
         fmt::print(stderr, "usage: brindle_history_reads DIRECTORY ROUNDS\n");
         return 2;
     }
-    HistoryStore store(argv[1]);
-    if (store.loadLocations().get().empty()) make(store);
+    const auto store = std::make_shared<HistoryStore>(argv[1]);
+    if (store->loadLocations().get().empty()) make(*store);
     measure(store, std::atoi(argv[2]));
     return 0;
 }

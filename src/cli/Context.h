@@ -4,7 +4,9 @@
 #include "model/Calendar.h"
 #include "settings/Preferences.h"
 #include "store/HistoryStore.h"
+#include "store/StoredHistory.h"
 
+#include <memory>
 #include <stdexcept>
 #include <string>
 
@@ -18,6 +20,11 @@ struct Context {
     Calendar calendar = Calendar::current();
 
     [[nodiscard]] HistoryStore openHistory() const { return HistoryStore(dataDirectory); }
+
+    /// Where commands that only read get the history from.
+    [[nodiscard]] std::unique_ptr<HistorySource> openSource() const {
+        return std::make_unique<StoredHistory>(std::make_shared<HistoryStore>(dataDirectory), calendar);
+    }
 
     /// The user's settings as they are now; says so when they could not all be read.
     [[nodiscard]] Preferences preferences() const {

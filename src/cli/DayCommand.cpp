@@ -8,7 +8,6 @@
 #include "model/NumberText.h"
 #include "model/Packages.h"
 #include "model/Translation.h"
-#include "store/StoredHistory.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -111,13 +110,12 @@ nlohmann::ordered_json coded(const LocationOnDay& one) {
 }  // namespace
 
 ExitCode runDay(const Context& context, const std::string& dayText) {
-    HistoryStore store = context.openHistory();
-    StoredHistory history(store, context.calendar);
-    const HistorySnapshot snapshot = history.snapshot().get();
+    const auto history = context.openSource();
+    const HistorySnapshot snapshot = history->snapshot().get();
     const LocalDay day = dayNamed(dayText, context.calendar, snapshot.today);
     const DayState state = dayState(snapshot, day, {});
     const auto locations = locationsOn(day, state, snapshot);
-    const auto contributors = largestContributors(state, day, history);
+    const auto contributors = largestContributors(state, day, *history);
     const std::string label = context.calendar.longLabel(day);
 
     const bool isFuture = std::holds_alternative<DayFuture>(state);

@@ -6,7 +6,6 @@
 #include "model/FileNameText.h"
 #include "model/NumberText.h"
 #include "model/Translation.h"
-#include "store/StoredHistory.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -79,8 +78,7 @@ nlohmann::ordered_json coded(const VolumeReading& drive) {
 }  // namespace
 
 ExitCode runStatus(const Context& context) {
-    HistoryStore store = context.openHistory();
-    const HistorySnapshot snapshot = StoredHistory(store, context.calendar).snapshot().get();
+    const HistorySnapshot snapshot = context.openSource()->snapshot().get();
     const auto otherProgram = otherProgramText(context.dataDirectory);
     const auto tracked = snapshot.currentlyTracked();
 

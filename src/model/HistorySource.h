@@ -4,12 +4,18 @@
 #include "model/FolderSummary.h"
 #include "model/HistorySnapshot.h"
 #include "model/LocalDay.h"
+#include "model/Volume.h"
 
 #include <cstddef>
+#include <functional>
 #include <future>
+#include <string>
 #include <vector>
 
 namespace brindle {
+
+/// Takes changes one at a time, each valid only during the call.
+using ChangeSink = std::function<void(const FileChange&)>;
 
 /// Where the pages get history from: the recorded one, or the example. Any thread may ask; each answer, or
 /// the source's error, comes through its future. Periods include both their days.
@@ -38,6 +44,21 @@ public:
 
     /// The estimated changes of all time.
     [[nodiscard]] virtual std::future<std::vector<FileChange>> allEstimates(LocationScope scope) = 0;
+
+    /// The measured changes of a period, by day, time and id.
+    [[nodiscard]] virtual std::future<std::vector<FileChange>> periodChanges(LocalDay first, LocalDay last,
+                                                                             LocationScope scope) = 0;
+
+    /// The capacity samples of a drive in a period, by time.
+    [[nodiscard]] virtual std::future<std::vector<VolumeReading>> capacitySamples(std::string volumeID,
+                                                                                  LocalDay first,
+                                                                                  LocalDay last) = 0;
+
+    /// Hands the changes of one kind to `sink`, in the order of periodChanges() or periodEstimates(). Unlike
+    /// them it works in the caller's thread, holds no list of them, and however slow the sink is, no other
+    /// read waits for it. Throws the source's error, or what the sink throws.
+    virtual void streamChanges(LocalDay first, LocalDay last, const LocationScope& scope, ChangeSource kind,
+                               const ChangeSink& sink) = 0;
 };
 
 }  // namespace brindle

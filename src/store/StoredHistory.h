@@ -4,12 +4,14 @@
 #include "model/HistorySource.h"
 #include "store/HistoryStore.h"
 
+#include <memory>
+
 namespace brindle {
 
-/// The recorded history as the pages read it. `store` must outlive it; errors are SQLiteError.
+/// The recorded history as the pages read it. Errors are SQLiteError.
 class StoredHistory final : public HistorySource {
 public:
-    explicit StoredHistory(HistoryStore& store, Calendar calendar = Calendar::current(),
+    explicit StoredHistory(std::shared_ptr<HistoryStore> store, Calendar calendar = Calendar::current(),
                            Clock now = systemNow, int days = keptDays);
 
     [[nodiscard]] std::future<HistorySnapshot> snapshot() override;
@@ -20,9 +22,16 @@ public:
     [[nodiscard]] std::future<std::vector<FileChange>> periodEstimates(LocalDay first, LocalDay last,
                                                                        LocationScope scope) override;
     [[nodiscard]] std::future<std::vector<FileChange>> allEstimates(LocationScope scope) override;
+    [[nodiscard]] std::future<std::vector<FileChange>> periodChanges(LocalDay first, LocalDay last,
+                                                                     LocationScope scope) override;
+    [[nodiscard]] std::future<std::vector<VolumeReading>> capacitySamples(std::string volumeID,
+                                                                          LocalDay first,
+                                                                          LocalDay last) override;
+    void streamChanges(LocalDay first, LocalDay last, const LocationScope& scope, ChangeSource kind,
+                       const ChangeSink& sink) override;
 
 private:
-    HistoryStore& store_;
+    std::shared_ptr<HistoryStore> store_;
     Calendar calendar_;
     Clock now_;
     int days_;

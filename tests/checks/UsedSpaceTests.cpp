@@ -25,7 +25,7 @@ protected:
         std::vector<LocationID> all;
         for (const auto& record : history.store().loadLocations().get()) all.push_back(record.id);
         EXPECT_EQ(run(all).committed.size(), all.size());
-        const auto snapshot = StoredHistory(history.store()).snapshot().get();
+        const auto snapshot = StoredHistory(history.sharedStore()).snapshot().get();
         for (const VolumeReading& volume : snapshot.volumes)
             if (volume.name == volumeName) return snapshot.breakdowns.at(volume.id);
         ADD_FAILURE() << "there is no sample of " << volumeName;

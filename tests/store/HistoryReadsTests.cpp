@@ -33,7 +33,7 @@ protected:
     }
 
     TempHistory history;
-    StoredHistory source{history.store(), history.calendar, [this] { return history.now; }};
+    StoredHistory source{history.sharedStore(), history.calendar, [this] { return history.now; }};
 };
 
 TEST_F(HistoryReads, EstimatesComeByDayThenSize) {

@@ -226,7 +226,7 @@ TEST(Snapshot, SaysWhatTheRowsSayAndSoDoTheDays) {
         SCOPED_TRACE("BRINDLE_TEST_SEED=" + std::to_string(seed) + ", round " + std::to_string(round));
         RandomHistory made(seed + static_cast<std::uint64_t>(round));
         TempHistory& history = made.history;
-        StoredHistory source(history.store(), history.calendar, [&] { return history.now; });
+        StoredHistory source(history.sharedStore(), history.calendar, [&] { return history.now; });
         const LocalDay today = history.calendar.day(history.now);
         const Recount recount(made, today);
         const HistorySnapshot& expected = recount.expected;

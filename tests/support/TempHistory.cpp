@@ -1,14 +1,13 @@
 #include "support/TempHistory.h"
 
-#include <memory>
 #include <sqlite3.h>
 #include <stdexcept>
 
 namespace brindle {
 
-HistoryStore& TempHistory::store() {
-    if (!store_) store_.emplace(directory(), [this] { return now; });
-    return *store_;
+const std::shared_ptr<HistoryStore>& TempHistory::sharedStore() {
+    if (!store_) store_ = std::make_shared<HistoryStore>(directory(), [this] { return now; });
+    return store_;
 }
 
 LocationRecord TempHistory::include(const std::string& id) {

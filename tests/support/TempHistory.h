@@ -5,7 +5,7 @@
 #include "support/TempFolder.h"
 
 #include <map>
-#include <optional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -21,7 +21,8 @@ using Files = std::map<std::string, std::int64_t>;
 class TempHistory {
 public:
     /// The open history; opened at the first call and after close().
-    [[nodiscard]] HistoryStore& store();
+    [[nodiscard]] HistoryStore& store() { return *sharedStore(); }
+    [[nodiscard]] const std::shared_ptr<HistoryStore>& sharedStore();
     void close() { store_.reset(); }
 
     /// Its name would end a text of SQL.
@@ -46,7 +47,7 @@ public:
 
 private:
     TempFolder folder_;
-    std::optional<HistoryStore> store_;
+    std::shared_ptr<HistoryStore> store_;
 };
 
 /// The rows of an SQL text on a database file, each with its columns joined by "|" (NULL as "NULL"), through
