@@ -104,6 +104,7 @@ std::string placeText(const FolderRef& ref, std::span<const TrackedLocation> loc
 
 std::string listText(const std::vector<FolderRef>& folders, std::span<const TrackedLocation> locations) {
     std::vector<std::string> names;
+    names.reserve(folders.size());
     for (const FolderRef& ref : folders) names.push_back(placeText(ref, locations));
     if (names.size() == 1) return names[0];
     if (names.size() == 2) return fmt::format(fmt::runtime(translated("{0} and {1}")), names[0], names[1]);

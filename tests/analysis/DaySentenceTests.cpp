@@ -121,7 +121,7 @@ protected:
             for (std::size_t depth = 0; depth <= folder.ref.components.size(); ++depth)
                 refs.push_back({folder.ref.locationID, folder.ref.components.first(depth)});
         std::ranges::sort(refs);
-        refs.erase(std::ranges::unique(refs).begin(), refs.end());
+        refs.erase(std::unique(refs.begin(), refs.end()), refs.end());
         return refs;
     }
 
