@@ -116,8 +116,7 @@ TEST(NetScale, GivesEachStepItsShareOfDaysWhateverTheLargest) {
             const auto ofA = scale.step(a);
             ASSERT_EQ(ofA > 0, a > 0);
             ASSERT_EQ(scale.step(-a), -ofA);
-            for (const auto b : nets)
-                ASSERT_TRUE(a > b || ofA <= scale.step(b)) << a << " " << b;
+            for (const auto b : nets) ASSERT_TRUE(a > b || ofA <= scale.step(b)) << a << " " << b;
         }
     }
 }
