@@ -21,7 +21,7 @@ constexpr RawTextRow<NoForecast> reasons[] = {{NoForecast::tooFewReadings, "tooF
                                               {NoForecast::uneven, "uneven"}};
 
 constexpr int fewestReadings = 10;
-constexpr int shortestSpan = 14;      // days; two of the weekly rhythms that most use has
+constexpr int shortestSpan = 21;      // days; three of the weekly rhythms that most use has
 constexpr int oldestLastReading = 7;  // days
 constexpr int horizon = 365;          // days
 // Volumes that share a pool state a total that moves a little with their neighbours.
@@ -48,6 +48,7 @@ std::vector<DayReading> lastOfEachDay(std::span<const VolumeReading> samples, co
         if (known == nullptr || known->readAt <= sample.readAt) known = &sample;
     }
     std::vector<DayReading> readings;
+    readings.reserve(last.size());
     for (const auto& [day, sample] : last)
         readings.push_back({.day = day,
                             .number = calendar.daysBetween(last.begin()->first, day),
@@ -138,13 +139,14 @@ Forecast forecast(std::span<const VolumeReading> samples, const LocalDay& today,
     if (latest.availableBytes <= 0) return NoForecast::full;
 
     // The median of the slopes of all pairs of points (Theil 1950; Sen 1968, "Estimates of the regression
-    // coefficient based on Kendall's tau"): a few readings that stand out do not move it. The quartiles of
-    // the same slopes say how steady the pace is.
+    // coefficient based on Kendall's tau"): a few readings that stand out do not move it. The outer tenths of
+    // the same slopes say how steady the pace is. (Its usual confidence interval takes readings for
+    // independent of each other; those of a drive are not, and it would promise too much.)
     const std::vector<double> sorted = paces(readings);
-    const auto pace = [&sorted](std::size_t quarters) { return sorted[(sorted.size() - 1) * quarters / 4]; };
+    const auto pace = [&sorted](std::size_t tenths) { return sorted[(sorted.size() - 1) * tenths / 10]; };
     const double slow = pace(1);
-    const double usual = pace(2);
-    const double fast = pace(3);
+    const double usual = pace(5);
+    const double fast = pace(9);
     const auto daysAt = [&](double bytesPerDay) {
         return std::max(0.0, static_cast<double>(latest.availableBytes) / bytesPerDay - daysSince);
     };

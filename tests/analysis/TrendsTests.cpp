@@ -1,7 +1,8 @@
 #include "analysis/Trends.h"
-#include "model/CheckedSum.h"
 #include "support/Rounds.h"
 
+#include <algorithm>
+#include <array>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <random>
