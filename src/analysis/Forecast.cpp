@@ -94,33 +94,40 @@ std::vector<double> paces(std::span<const DayReading> readings) {
     return found;
 }
 
-struct Count {
-    int number;
-    int earliest;
-    int latest;
+/// A FullIn in a unit of `daysInUnit` days.
+struct Duration {
+    Duration(const FullIn& full, double daysInUnit)
+        : usual(std::lround(full.days / daysInUnit)),
+          earliest(std::lround(full.earliest / daysInUnit)),
+          latest(std::lround(full.latest / daysInUnit)) {}
+
+    /// `form`: the unit's text in the form that fits `usual`.
+    [[nodiscard]] std::string text(const char* form) const {
+        std::string text = fmt::format(fmt::runtime(form), groupedNumber(usual));
+        if (earliest != latest)
+            text += fmt::format(fmt::runtime(translated(" ({} to {})")), groupedNumber(earliest),
+                                groupedNumber(latest));
+        return text;
+    }
+
+    std::int64_t usual;
+    std::int64_t earliest;
+    std::int64_t latest;
 };
 
-Count inUnitsOf(double days, const FullIn& full) {
-    const auto rounded = [days](int count) { return static_cast<int>(std::lround(count / days)); };
-    return {rounded(full.days), rounded(full.earliest), rounded(full.latest)};
-}
-
-std::string spanText(const char* one, const char* many, const Count& count) {
-    std::string text =
-        fmt::format(fmt::runtime(translatedCount(one, many, count.number)), groupedNumber(count.number));
-    if (count.earliest != count.latest)
-        text += fmt::format(fmt::runtime(translated(" ({} to {})")), groupedNumber(count.earliest),
-                            groupedNumber(count.latest));
-    return text;
-}
-
-std::string spanText(const FullIn& full) {
+std::string durationText(const FullIn& full) {
     constexpr double daysInWeek = 7;
     constexpr double daysInMonth = 30.44;
-    if (full.days < 2 * daysInWeek) return spanText("about {} day", "about {} days", inUnitsOf(1, full));
-    if (full.days < 2 * daysInMonth)
-        return spanText("about {} week", "about {} weeks", inUnitsOf(daysInWeek, full));
-    return spanText("about {} month", "about {} months", inUnitsOf(daysInMonth, full));
+    if (full.days < 2 * daysInWeek) {
+        const Duration days(full, 1);
+        return days.text(translatedCount("about {} day", "about {} days", days.usual));
+    }
+    if (full.days < 2 * daysInMonth) {
+        const Duration weeks(full, daysInWeek);
+        return weeks.text(translatedCount("about {} week", "about {} weeks", weeks.usual));
+    }
+    const Duration months(full, daysInMonth);
+    return months.text(translatedCount("about {} month", "about {} months", months.usual));
 }
 
 }  // namespace
@@ -166,7 +173,7 @@ std::string sentence(const Forecast& forecast, const Calendar& calendar) {
         if (full->days == 0)
             return translated("This drive will be full within a day if it goes on like this.");
         return fmt::format(fmt::runtime(translated("At the pace since {0}, this drive will be full in {1}.")),
-                           calendar.mediumLabel(full->since), spanText(*full));
+                           calendar.mediumLabel(full->since), durationText(*full));
     }
     switch (std::get<NoForecast>(forecast)) {
         case NoForecast::tooFewReadings:
