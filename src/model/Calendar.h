@@ -9,6 +9,14 @@
 
 namespace brindle {
 
+/// What a clock on the wall shows.
+struct TimeOfDay {
+    int hour = 0;    // 0 to 23
+    int minute = 0;  // 0 to 59
+
+    bool operator==(const TimeOfDay&) const = default;
+};
+
 /// Turns points in time into local days and back, by ICU's calendar in a locale and a time zone.
 /// A plain value, cheap to copy; every operation may be called from any thread.
 ///
@@ -42,6 +50,8 @@ public:
 
     /// Every day from `first` through `last`; empty when `last` is earlier.
     [[nodiscard]] std::vector<LocalDay> days(const LocalDay& first, const LocalDay& last) const;
+
+    [[nodiscard]] TimeOfDay timeOfDay(UnixTime at) const;
 
     [[nodiscard]] std::string longLabel(const LocalDay& day) const;    // "Saturday, March 7, 2026"
     [[nodiscard]] std::string mediumLabel(const LocalDay& day) const;  // "Saturday, March 7"
