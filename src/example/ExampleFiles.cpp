@@ -86,6 +86,8 @@ private:
         const DayNumber number = days_[day].number;
         if (!rhythm_.isInUse(habit.place, number)) return 0;
         if (habit.occasion != nullptr && !rhythm_.falls(*habit.occasion, number)) return 0;
+        // Who tidies up begins with nothing new.
+        if (habit.lifetime.end == Lifetime::End::atCleanup && rhythm_.falls(cleanup, number)) return 0;
         return drawnCount(random,
                           Rhythm::isWeekend(number) ? habit.tenthsPerWeekendDay : habit.tenthsPerWorkday);
     }
