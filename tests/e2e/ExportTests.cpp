@@ -1,6 +1,7 @@
 #include "e2e/Records.h"
 #include "support/TempHistory.h"
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <fstream>

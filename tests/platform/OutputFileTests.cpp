@@ -1,12 +1,11 @@
-#include "platform/FileDescriptor.h"
 #include "platform/OutputFile.h"
 #include "support/ChildProcess.h"
 #include "support/TempFolder.h"
 #include "support/TestMounts.h"
 #include "support/Unprivileged.h"
 
+#include <algorithm>
 #include <csignal>
-#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
