@@ -31,6 +31,7 @@ public:
     /// One line that is written over by the next, on a terminal; nothing otherwise.
     void progress(std::string_view locationName, const ScanProgress& progress);
     void estimating(std::string_view locationName);
+    void exporting(std::int64_t rows, std::int64_t allRows);
     void endProgress();
 
     /// An amount in a column of ten, with its sign, in the colour of added or freed.
