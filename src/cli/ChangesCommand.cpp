@@ -1,6 +1,6 @@
 #include "cli/ChangesCommand.h"
 
-#include "cli/ChangeLine.h"
+#include "cli/ChangeTable.h"
 #include "cli/LocationNames.h"
 #include "cli/ValueCoding.h"
 #include "model/FileNameText.h"
@@ -64,8 +64,7 @@ void print(const Context& context, const std::map<LocalDay, ChangeTotals>& days,
                                 totalsText(totals, output)));
     const LocationNames names(records);
     const std::size_t shown = limit == 0 ? changes.size() : std::min(limit, changes.size());
-    for (std::size_t i = 0; i < shown; ++i)
-        output.line(changeLine(changes[i], output, &names.of(changes[i].locationID)));
+    changeTable(std::span(changes).first(shown), &names).print(output);
     if (const auto more = static_cast<std::int64_t>(changes.size() - shown); more > 0)
         output.line(fmt::format(fmt::runtime(translatedCount("  … and {} more; --limit 0 lists all",
                                                              "  … and {} more; --limit 0 lists all", more)),

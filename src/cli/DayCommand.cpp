@@ -1,6 +1,6 @@
 #include "cli/DayCommand.h"
 
-#include "cli/ChangeLine.h"
+#include "cli/ChangeTable.h"
 #include "cli/DayWord.h"
 #include "cli/LocationNames.h"
 #include "cli/ValueCoding.h"
@@ -81,12 +81,7 @@ void printContributors(Output& output, const std::vector<FolderSummary>& folders
     if (folders.empty()) return;
     output.line();
     output.line(translated("Largest contributors:"));
-    for (const auto& [ref, totals] : folders) {
-        std::string path = names.of(ref.locationID);
-        for (const std::string& component : ref.components) path += "/" + component;
-        output.line(fmt::format("  {} {}  {}", output.amountColumn(totals.added),
-                                output.amountColumn(-totals.freed), fileNameText(path)));
-    }
+    folderTable(folders, names).print(output);
 }
 
 void print(Output& output, const std::string& dayLabel, const DayState& state,

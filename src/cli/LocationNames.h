@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/LocationID.h"
+#include "model/Change.h"
 #include "model/Translation.h"
 
 #include <string>
@@ -21,6 +21,13 @@ public:
     [[nodiscard]] const std::string& of(const LocationID& id) const {
         const auto found = names_.find(id);
         return found != names_.end() ? found->second : removed_;
+    }
+
+    /// The location's name, and the folder below it.
+    [[nodiscard]] std::string path(const FolderRef& ref) const {
+        std::string path = of(ref.locationID);
+        for (const std::string& component : ref.components) path += "/" + component;
+        return path;
     }
 
 private:
