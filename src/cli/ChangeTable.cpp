@@ -30,7 +30,7 @@ Table changeTable(std::span<const FileChange> changes, const LocationNames* root
         std::string path = roots != nullptr ? roots->of(change.locationID) + "/" : "";
         for (const std::string& component : change.folder) path += component + "/";
         path += displayName(change);
-        table.add({amountCell(change.byteDelta), {.text = actionWord(change.action)}, pathCell(path)});
+        table.add({amountCell(change.byteDelta), Cell(actionWord(change.action)), pathCell(path)});
     }
     return table;
 }

@@ -93,7 +93,9 @@ int run(int argc, char** argv) {
     return runCommand(
         [&] {
             if (isExample) {
-                if (tracking) throw UsageError(translated("There is nothing to check or to change in the example history."));
+                if (tracking)
+                    throw UsageError(
+                        translated("There is nothing to check or to change in the example history."));
                 output.tellOfExample();
                 return reading({.asJson = asJson, .isExample = true, .output = output});
             }

@@ -10,14 +10,6 @@
 namespace brindle {
 namespace {
 
-LocalDay pastDayNamed(const std::string& text, const Calendar& calendar, const LocalDay& today) {
-    const LocalDay day = dayNamed(text, calendar, today);
-    if (day > today)
-        throw UsageError(
-            fmt::format(fmt::runtime(translated("{} is still to come.")), calendar.longLabel(day)));
-    return day;
-}
-
 void refuseContradictions(const PeriodOptions& options) {
     const bool hasRange = !options.from.empty() || !options.to.empty();
     if (int{!options.day.empty()} + int{!options.since.empty()} + int{hasRange} > 1)

@@ -14,17 +14,23 @@ namespace {
 constexpr std::size_t gap = 2;         // between columns, and in front of the first
 constexpr std::size_t leastPath = 16;  // columns that a path has even where the terminal is too narrow
 
+std::size_t widthOf(const Cell& cell) {
+    std::size_t width = 0;
+    for (const CellPart& part : cell.parts) width += displayWidth(part.text);
+    return width;
+}
+
 }  // namespace
 
 Cell amountCell(std::int64_t byteDelta) {
     TextStyle style = TextStyle::plain;
     if (byteDelta > 0) style = TextStyle::added;
     if (byteDelta < 0) style = TextStyle::freed;
-    return {.text = signedByteAmount(byteDelta), .style = style, .lead = {}};
+    return {signedByteAmount(byteDelta), style};
 }
 
 Cell pathCell(std::string_view path) {
-    return {.text = fileNameText(path), .style = TextStyle::plain, .lead = {}};
+    return {fileNameText(path)};
 }
 
 void Table::print(Output& output) const {
@@ -38,17 +44,19 @@ std::vector<std::string> Table::lines(const Output& output, std::optional<std::s
         std::string& line = lines.emplace_back();
         std::size_t blanks = 0;  // written only before something that follows
         for (std::size_t i = 0; i < row.size(); ++i) {
-            const auto& [text, style, lead] = row[i];
-            const std::size_t leadWidth = displayWidth(lead);
-            const std::string shown = columns_[i] == ColumnKind::path
-                                          ? shortPath(text, widths[i] - std::min(widths[i], leadWidth))
-                                          : text;
-            const std::size_t cellWidth = leadWidth + displayWidth(shown);
+            auto parts = row[i].parts;
+            if (columns_[i] == ColumnKind::path && !parts.empty()) {
+                auto& path = parts.back().text;
+                const std::size_t leadWidth = widthOf(row[i]) - displayWidth(path);
+                path = shortPath(path, widths[i] - std::min(widths[i], leadWidth));
+            }
+            const std::size_t cellWidth = widthOf(Cell(parts));
             const std::size_t padding = widths[i] - std::min(widths[i], cellWidth);
             const bool isRight = columns_[i] == ColumnKind::figure;
             blanks += gap + (isRight ? padding : 0);
             if (cellWidth > 0) {
-                line.append(blanks, ' ').append(lead).append(output.styled(style, shown));
+                line.append(blanks, ' ');
+                for (const CellPart& part : parts) line += output.styled(part.style, part.text);
                 blanks = 0;
             }
             if (!isRight) blanks += padding;
@@ -60,8 +68,7 @@ std::vector<std::string> Table::lines(const Output& output, std::optional<std::s
 std::vector<std::size_t> Table::columnWidths(std::optional<std::size_t> width) const {
     std::vector<std::size_t> widths(columns_.size());
     for (const auto& row : rows_)
-        for (std::size_t i = 0; i < row.size(); ++i)
-            widths[i] = std::max(widths[i], displayWidth(row[i].lead) + displayWidth(row[i].text));
+        for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], widthOf(row[i]));
     const auto path = std::ranges::find(columns_, ColumnKind::path);
     if (!width || path == columns_.end()) return widths;
 

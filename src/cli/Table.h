@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace brindle {
@@ -16,10 +18,19 @@ enum class ColumnKind {
     path,    // to the left, cut to what the other columns leave on a terminal
 };
 
-struct Cell {
-    std::string text;  // harmless to show
+/// A piece of a cell, harmless to show.
+struct CellPart {
+    std::string text;
     TextStyle style = TextStyle::plain;
-    std::string lead;  // stands before the text and is never cut
+};
+
+/// Stands in one column; its parts follow each other. Of a path only the last part is cut.
+struct Cell {
+    Cell() = default;
+    Cell(std::string text, TextStyle style = TextStyle::plain) : parts{{std::move(text), style}} {}
+    Cell(std::vector<CellPart> all) : parts(std::move(all)) {}
+
+    std::vector<CellPart> parts;
 };
 
 /// A change in bytes, with its sign and in its colour.

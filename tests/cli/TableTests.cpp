@@ -10,9 +10,9 @@ using testing::ElementsAre;
 
 Table changes() {
     Table table({ColumnKind::figure, ColumnKind::word, ColumnKind::path});
-    table.add({amountCell(812'000'000), {.text = "added"}, pathCell("Pictures/Raw/holiday.mov")});
-    table.add({amountCell(-1'000), {.text = "removed"}, pathCell("Pictures/漢字.jpg")});
-    table.add({{}, {.text = "total"}});
+    table.add({amountCell(812'000'000), Cell("added"), pathCell("Pictures/Raw/holiday.mov")});
+    table.add({amountCell(-1'000), Cell("removed"), pathCell("Pictures/漢字.jpg")});
+    table.add({{}, Cell("total")});
     return table;
 }
 
@@ -32,10 +32,10 @@ TEST(Table, CutsPathsAndNothingElse) {
                             "             total"));
 }
 
-TEST(Table, KeepsTheLeadOfACellAndHarmfulNamesHarmless) {
+TEST(Table, KeepsWhatLeadsToAPathAndHarmfulNamesHarmless) {
     Table table({ColumnKind::path, ColumnKind::figure});
     Cell cell = pathCell("a\x1b[31m/folder of a\nlong name");
-    cell.lead = "└─ ";
+    cell.parts.insert(cell.parts.begin(), {"└─ "});
     table.add({cell, amountCell(0)});
     EXPECT_THAT(table.lines(Output(), {}), ElementsAre("  └─ a\\x1b[31m/folder of a\\nlong name  0 bytes"));
     EXPECT_THAT(table.lines(Output(), 31), ElementsAre("  └─ …/folder …ng name  0 bytes"));
