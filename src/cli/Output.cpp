@@ -98,6 +98,12 @@ void Output::estimating(std::string_view locationName) {
         fmt::format(fmt::runtime(translated("Estimating earlier history… {}")), fileNameText(locationName)));
 }
 
+void Output::exporting(std::int64_t rows, std::int64_t allRows) {
+    if (!showsProgress_) return;
+    showProgress(fmt::format(fmt::runtime(translated("Writing the statement… {} of {} rows")),
+                             groupedNumber(rows), groupedNumber(allRows)));
+}
+
 void Output::showProgress(const std::string& text) {
     // A line that wrapped could not be written over.
     const auto columns = static_cast<std::size_t>(std::max(terminalWidth(StandardStream::error) - 1, 1));

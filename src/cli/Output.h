@@ -35,6 +35,7 @@ public:
     /// One line that is written over by the next, on a terminal; nothing otherwise.
     void progress(std::string_view locationName, const ScanProgress& progress);
     void estimating(std::string_view locationName);
+    void exporting(std::int64_t rows, std::int64_t allRows);
     void endProgress();
 
     /// The text in the colour of its style, where there are colours.

@@ -2,6 +2,7 @@
 #include "cli/Commands.h"
 #include "cli/DayCommand.h"
 #include "cli/DrivesCommand.h"
+#include "cli/ExportCommand.h"
 #include "cli/LocationsCommand.h"
 #include "cli/StatusCommand.h"
 
@@ -49,6 +50,18 @@ void addChanges(CLI::App& app, Command& chosen) {
     command->callback(choosing(chosen, runChanges, options));
 }
 
+void addExport(CLI::App& app, Command& chosen) {
+    auto* command = app.add_subcommand("export", "Write the changes of a day or a period to a CSV file");
+    const auto options = std::make_shared<ExportOptions>();
+    addPeriodOptions(*command, options->period);
+    command->add_option("-o,--output", options->output, "The file; - for standard output")
+        ->check(emptyPathObjection)
+        ->type_name("FILE");
+    command->add_option("LOCATION", options->location, "Only this location, by its path or its name")
+        ->check(emptyPathObjection);
+    command->callback(choosing(chosen, runExport, options));
+}
+
 }  // namespace
 
 void addReadingCommands(CLI::App& app, Command& chosen) {
@@ -57,6 +70,7 @@ void addReadingCommands(CLI::App& app, Command& chosen) {
     addStatus(app, chosen);
     addDay(app, chosen);
     addChanges(app, chosen);
+    addExport(app, chosen);
 }
 
 }  // namespace brindle
