@@ -1,5 +1,6 @@
 #include "example/ExampleHistory.h"
 
+#include "example/ExampleDays.h"
 #include "model/Packages.h"
 
 #include <algorithm>
@@ -34,27 +35,50 @@ std::vector<FileChange> inScope(std::span<const FileChange> changes, const Locat
 
 }  // namespace
 
-ExampleHistory::ExampleHistory(const Calendar& calendar, UnixTime now, std::uint64_t /*seed*/)
+ExampleHistory::ExampleHistory(const Calendar& calendar, UnixTime now, std::uint64_t seed)
     : calendar_(calendar) {
-    snapshot_ = {.isExample = true, .today = calendar.day(now)};
-    const LocationID home{"example.home"};
-    snapshot_.locations.push_back({.id = home,
-                                   .name = "Home",
-                                   .path = "/Users/robin",
-                                   .volumeID = "example.volume.macintosh-hd",
-                                   .trackedBytes = 412'000'000'000,
-                                   .lastCheck = now,
-                                   .trackingStart = snapshot_.today});
-    changes_ = {{.id = 1,
-                 .locationID = home,
-                 .folder = {"Documents", "Finance"},
-                 .name = "statement-07.pdf",
-                 .byteDelta = 312'400,
-                 .observedAt = now,
-                 .day = snapshot_.today}};
-    for (const FileChange& change : changes_) snapshot_.dayTotals[home][change.day].add(change);
-    snapshot_.checkedDays[home].insert(snapshot_.today);
-    snapshot_.trackedTotals[home][snapshot_.today] = snapshot_.locations.front().trackedBytes;
+    ExampleDays days = exampleDays(calendar, now, seed);
+    changes_ = std::move(days.changes);
+    estimates_ = std::move(days.estimates);
+    snapshot_ = {.isExample = true, .today = days.today};
+    add({.id = locationOf(Place::home), .name = "Home", .path = "/Users/robin"}, days.places[0]);
+    add({.id = locationOf(Place::studio),
+         .name = "Studio SSD",
+         .path = "/Volumes/Studio SSD",
+         .kind = LocationKind::volume},
+        days.places[1]);
+    for (const FileChange& change : changes_) snapshot_.dayTotals[change.locationID][change.day].add(change);
+    for (const FileChange& estimate : estimates_)
+        snapshot_.estimates[estimate.locationID][estimate.day] +=
+            EstimateTotals{estimate.byteDelta, estimate.fileCount};
+}
+
+void ExampleHistory::add(TrackedLocation location, PlaceHistory& found) {
+    const VolumeReading& drive = found.samples.back();
+    location.volumeID = drive.id;
+    location.trackedBytes = found.trackedBytes.rbegin()->second;
+    location.lastCheck = found.lastCheck;
+    location.trackingStart = found.start;
+    records_.push_back({.id = location.id,
+                        .name = location.name,
+                        .path = location.path,
+                        .scanPath = location.path,
+                        .kind = location.kind,
+                        .volumeID = drive.id,
+                        .volumeName = drive.name,
+                        .caseSensitive = false,
+                        .addedAt = found.baselineAt,
+                        .baselineAt = found.baselineAt,
+                        .lastCheckAt = found.lastCheck,
+                        .trackedBytes = location.trackedBytes,
+                        .estimatedAt = found.baselineAt});
+    for (const auto& [day, bytes] : found.trackedBytes) snapshot_.checkedDays[location.id].insert(day);
+    snapshot_.partialDays[location.id].insert(found.partialDays.begin(), found.partialDays.end());
+    snapshot_.trackedTotals[location.id] = std::move(found.trackedBytes);
+    snapshot_.volumes.push_back(drive);
+    snapshot_.breakdowns[drive.id] = found.breakdown;
+    samples_[drive.id] = std::move(found.samples);
+    snapshot_.locations.push_back(std::move(location));
 }
 
 std::future<HistorySnapshot> ExampleHistory::snapshot() {

@@ -11,6 +11,8 @@
 
 namespace brindle {
 
+struct PlaceHistory;
+
 /// A history that nobody had, for every page to be tried on: two locations on two drives, over all kept days.
 /// It touches no disk, its futures are ready at once, and no operation fails.
 ///
@@ -43,11 +45,13 @@ public:
     [[nodiscard]] const std::vector<LocationRecord>& locationRecords() const { return records_; }
 
 private:
+    void add(TrackedLocation location, PlaceHistory& found);
+
     Calendar calendar_;
     HistorySnapshot snapshot_;
     std::vector<LocationRecord> records_;
-    std::vector<FileChange> changes_;    // by day, time and id
-    std::vector<FileChange> estimates_;  // by day, size and id
+    std::vector<FileChange> changes_;                            // by day, time and id
+    std::vector<FileChange> estimates_;                          // by day, size and id
     std::map<std::string, std::vector<VolumeReading>> samples_;  // of each drive, by time
 };
 

@@ -172,6 +172,14 @@ std::array<std::string, 7> Calendar::weekdayNames() const {
     return names;
 }
 
+TimeOfDay Calendar::timeOfDay(UnixTime at) const {
+    const auto calendar = parts_->copy();
+    UErrorCode status = U_ZERO_ERROR;
+    calendar->setTime(at * millisecondsPerSecond, status);
+    const TimeOfDay time{calendar->get(UCAL_HOUR_OF_DAY, status), calendar->get(UCAL_MINUTE, status)};
+    return U_SUCCESS(status) ? time : TimeOfDay{};
+}
+
 std::string Calendar::longLabel(const LocalDay& day) const {
     return parts_->label(time(day), "yMMMMEEEEd");
 }

@@ -10,6 +10,14 @@
 
 namespace brindle {
 
+/// What a clock on the wall shows.
+struct TimeOfDay {
+    int hour = 0;    // 0 to 23
+    int minute = 0;  // 0 to 59
+
+    bool operator==(const TimeOfDay&) const = default;
+};
+
 /// Turns points in time into local days and back, by ICU's calendar in a locale and a time zone.
 /// A plain value, cheap to copy; every operation may be called from any thread.
 ///
@@ -49,6 +57,8 @@ public:
 
     /// The short names of the days of a week, in its order: "Sun", "Mon" and so on.
     [[nodiscard]] std::array<std::string, 7> weekdayNames() const;
+
+    [[nodiscard]] TimeOfDay timeOfDay(UnixTime at) const;
 
     [[nodiscard]] std::string longLabel(const LocalDay& day) const;    // "Saturday, March 7, 2026"
     [[nodiscard]] std::string mediumLabel(const LocalDay& day) const;  // "Saturday, March 7"
