@@ -24,15 +24,11 @@ const char* actionWord(ChangeAction action) {
 
 }  // namespace
 
-Table changeTable(std::span<const FileChange> changes, const LocationNames* roots) {
-    Table table({ColumnKind::figure, ColumnKind::word, ColumnKind::path});
-    for (const FileChange& change : changes) {
-        std::string path = roots != nullptr ? roots->of(change.locationID) + "/" : "";
-        for (const std::string& component : change.folder) path += component + "/";
-        path += displayName(change);
-        table.add({amountCell(change.byteDelta), Cell(actionWord(change.action)), pathCell(path)});
-    }
-    return table;
+std::vector<Cell> changeRow(const FileChange& change, const LocationNames* roots) {
+    std::string path = roots != nullptr ? roots->of(change.locationID) + "/" : "";
+    for (const std::string& component : change.folder) path += component + "/";
+    path += displayName(change);
+    return {amountCell(change.byteDelta), Cell(actionWord(change.action)), pathCell(path)};
 }
 
 Table folderTable(std::span<const FolderSummary> folders, const LocationNames& roots) {

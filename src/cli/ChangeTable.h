@@ -5,14 +5,17 @@
 #include "cli/Table.h"
 #include "model/FolderSummary.h"
 
+#include <array>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace brindle {
 
-/// Changes as rows: amount, what happened, and the path below `roots` (the names of the locations; null where
-/// it is clear which it is).
-[[nodiscard]] Table changeTable(std::span<const FileChange> changes, const LocationNames* roots);
+/// A change as the cells of these columns: amount, what happened, and the path below `roots` (the names of
+/// the locations; null where it is clear which it is).
+inline constexpr std::array changeColumns = {ColumnKind::figure, ColumnKind::word, ColumnKind::path};
+[[nodiscard]] std::vector<Cell> changeRow(const FileChange& change, const LocationNames* roots);
 
 /// Folders as rows: what was added to each, what was freed, and its path.
 [[nodiscard]] Table folderTable(std::span<const FolderSummary> folders, const LocationNames& roots);

@@ -30,6 +30,11 @@ public:
         return path;
     }
 
+    /// The same of a file, or of a group by its folder and what it is called.
+    [[nodiscard]] std::string path(const FileChange& change) const {
+        return path(FolderRef{change.locationID, change.folder}) + "/" + displayName(change);
+    }
+
 private:
     std::unordered_map<LocationID, std::string> names_;
     std::string removed_ = translated("Removed location");

@@ -45,9 +45,13 @@ Output::Output()
       width_(widthOfResult()) {}
 
 void Output::line(std::string_view text) {
+    this->text(text);
+    write(stdout, "\n");
+}
+
+void Output::text(std::string_view text) {
     endProgress();
     write(stdout, text);
-    write(stdout, "\n");
 }
 
 void Output::json(const nlohmann::ordered_json& result) {

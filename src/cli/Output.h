@@ -22,6 +22,8 @@ public:
     Output();
 
     void line(std::string_view text = {});
+    /// The text as it is, with no end of line.
+    void text(std::string_view text);
     void json(const nlohmann::ordered_json& result);
     /// One of several results, each on a line of its own.
     void jsonLine(const nlohmann::ordered_json& result);

@@ -50,4 +50,10 @@ Period periodOf(const PeriodOptions& options, const Calendar& calendar, const Lo
     return period;
 }
 
+std::string periodLabel(const Period& period, const Calendar& calendar) {
+    if (period.first == period.last) return calendar.longLabel(period.first);
+    return fmt::format(fmt::runtime(translated("{0} to {1}")), calendar.longLabel(period.first),
+                       calendar.longLabel(period.last));
+}
+
 }  // namespace brindle

@@ -41,24 +41,24 @@ std::optional<FolderRef> folderNamed(const std::string& path, const HistorySnaps
     return FolderRef{innermost->id, componentsOf(std::string_view(wanted).substr(innermost->path.size()))};
 }
 
-LocationScope locationNamed(const std::string& pathOrName, const HistorySnapshot& snapshot) {
-    if (pathOrName.empty()) return {};
-    const std::string path = standardizedPath(pathOrName);
-    // Of one that was removed and included again, the later entry counts.
-    const TrackedLocation* atPath = nullptr;
-    const TrackedLocation* named = nullptr;
-    bool isAmbiguous = false;
-    for (const TrackedLocation& location : snapshot.locations) {
-        if (location.path == path) atPath = &location;
-        if (location.name != pathOrName) continue;
-        isAmbiguous = isAmbiguous || (named != nullptr && named->path != location.path);
-        named = &location;
-    }
-    if (atPath != nullptr) return {atPath->id};
-    if (isAmbiguous)
-        throw error(translated("Several locations are called “{}”. Give the path of one."), pathOrName);
-    if (named == nullptr) throw error(translated("“{}” isn't an included location."), pathOrName);
-    return {named->id};
+bool liesIn(const FileChange& change, const FolderRef& folder) {
+    return change.locationID == folder.locationID && change.folder.size() >= folder.components.size() &&
+           std::equal(folder.components.begin(), folder.components.end(), change.folder.begin());
+}
+
+LocationScope scopeNamed(const std::string& text, const HistorySnapshot& snapshot) {
+    if (text.empty()) return {};
+    const std::string path = standardizedPath(text);
+    const TrackedLocation* best = nullptr;
+    const auto rank = [&](const TrackedLocation& location) {
+        const int named = location.path == path ? 2 : location.name == text ? 1 : 0;
+        return named == 0 ? 0 : 2 * named + int{!location.trackingEnd};
+    };
+    for (const TrackedLocation& location : snapshot.locations)
+        if (rank(location) > 0 && (best == nullptr || rank(location) >= rank(*best))) best = &location;
+    if (best == nullptr)
+        throw error(translated("“{}” isn't an included location. `brindle locations` lists them."), text);
+    return {best->id};
 }
 
 }  // namespace brindle

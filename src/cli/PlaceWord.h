@@ -11,8 +11,11 @@ namespace brindle {
 /// there any more. Throws: UsageError when no location, included now or once, holds it.
 [[nodiscard]] std::optional<FolderRef> folderNamed(const std::string& path, const HistorySnapshot& snapshot);
 
-/// The location of this path or this name; all of them for the empty text. Throws: UsageError for none, and
-/// for a name that several have.
-[[nodiscard]] LocationScope locationNamed(const std::string& pathOrName, const HistorySnapshot& snapshot);
+/// Whether the change lies in the folder or below it.
+[[nodiscard]] bool liesIn(const FileChange& change, const FolderRef& folder);
+
+/// The location of this path or, where there is none, of this name; all of them for the empty text. One that
+/// is still tracked goes before those that were removed, of which the last is taken. Throws: UsageError.
+[[nodiscard]] LocationScope scopeNamed(const std::string& text, const HistorySnapshot& snapshot);
 
 }  // namespace brindle

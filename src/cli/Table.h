@@ -4,7 +4,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -43,7 +45,8 @@ struct Cell {
 class Table {
 public:
     /// At most one of the columns is a path.
-    explicit Table(std::vector<ColumnKind> columns) : columns_(std::move(columns)) {}
+    explicit Table(std::span<const ColumnKind> columns) : columns_(columns.begin(), columns.end()) {}
+    Table(std::initializer_list<ColumnKind> columns) : columns_(columns) {}
 
     /// As many cells as there are columns, or fewer: those at the end are empty then.
     void add(std::vector<Cell> cells) { rows_.push_back(std::move(cells)); }
