@@ -37,7 +37,11 @@ private:
 
     [[nodiscard]] GrownFolder listed(FolderTree::Index node) const {
         GrownFolder folder{.ref = tree_.at(node).ref, .net = tree_.at(node).bytes, .folders = {}};
-        for (const FolderTree::Index child : tree_.childrenBySize(node)) {
+        auto children = tree_.at(node).children;
+        std::ranges::sort(children, [this](FolderTree::Index a, FolderTree::Index b) {
+            return most_[a] != most_[b] ? most_[a] > most_[b] : tree_.at(a).ref < tree_.at(b).ref;
+        });
+        for (const FolderTree::Index child : children) {
             const std::int64_t net = tree_.at(child).bytes;
             if (isListed(child)) {
                 folder.folders.push_back(listed(soleChange(child)));

@@ -117,8 +117,14 @@ Table fileTable(const Listing& listing, const LocationNames& names) {
 void print(const Context& context, const Listing& listing, const Page& page, std::size_t rows,
            const LocationNames& names, const ChangesOptions& options) {
     Output& output = context.output;
-    output.line(fmt::format("{}: {}", output.emphasized(periodLabel(listing.period, context.calendar)),
-                            totalsText(listing.totals, output)));
+    const std::string label = output.emphasized(periodLabel(listing.period, context.calendar));
+    const std::string totals = totalsText(listing.totals, output);
+    if (listing.period.first == listing.period.last) {
+        output.line(label + ": " + totals);
+    } else {  // both on one line are wider than a usual terminal
+        output.line(label);
+        output.line(totals);
+    }
     (options.isByFolder ? folderedTable(listing, names) : fileTable(listing, names)).print(output);
     if (const auto more = static_cast<std::int64_t>(rows - page.end()); more > 0)
         output.line(fmt::format(

@@ -93,11 +93,11 @@ void printContributors(Output& output, const std::vector<FolderSummary>& folders
 void print(Output& output, const std::string& dayLabel, const DayState& state, const std::string& sentence,
            const std::vector<LocationOnDay>& locations) {
     output.line(fmt::format("{}: {}", output.emphasized(dayLabel), stateText(state, output)));
-    if (!sentence.empty()) output.line(sentence);
+    if (!sentence.empty()) output.paragraph(sentence);
     if (std::holds_alternative<DayEstimated>(state))
         output.line(translated("An estimate from the dates of files: no check covers this day."));
     else
-        for (const std::string& gap : gapSentences(locations)) output.line(gap);
+        for (const std::string& gap : gapSentences(locations)) output.paragraph(gap);
     output.line();
     for (const LocationOnDay& one : locations)
         output.line(fmt::format("  {}: {}", fileNameText(one.location.name), stateText(one.state, output)));

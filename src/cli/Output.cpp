@@ -1,5 +1,6 @@
 #include "cli/Output.h"
 
+#include "cli/WrappedText.h"
 #include "model/DisplayWidth.h"
 #include "model/FileNameText.h"
 #include "model/NumberText.h"
@@ -47,6 +48,11 @@ Output::Output()
 void Output::line(std::string_view text) {
     this->text(text);
     write(stdout, "\n");
+}
+
+void Output::paragraph(std::string_view text, std::size_t indent) {
+    const auto columns = width_ ? std::optional(*width_ - std::min(indent, *width_)) : std::nullopt;
+    for (const std::string& part : wrapped(text, columns)) line(std::string(indent, ' ') + part);
 }
 
 void Output::text(std::string_view text) {

@@ -22,6 +22,8 @@ public:
     Output();
 
     void line(std::string_view text = {});
+    /// A sentence without colours, so many columns in, on as many lines as it takes on a terminal.
+    void paragraph(std::string_view text, std::size_t indent = 0);
     /// The text as it is, with no end of line.
     void text(std::string_view text);
     void json(const nlohmann::ordered_json& result);

@@ -83,8 +83,6 @@ void printFacts(Output& output, const Trend& trend) {
     if (figures.totals) facts.add(translated("Changes"), sumText(*figures.totals, output));
     if (const auto* before = std::get_if<RangeFigures>(&trend.before))
         facts.add(translated("Days before"), sumText(*before->totals, output));
-    else
-        facts.add(translated("Days before"), std::get<NoComparison>(trend.before).sentence);
     facts.add(translated("Tracked size"), trackedText(figures));
     if (figures.estimated)
         facts.add(translated("Estimated"),
@@ -94,6 +92,7 @@ void printFacts(Output& output, const Trend& trend) {
                               byteAmount(figures.estimated->bytes), groupedNumber(figures.estimated->files)));
     facts.add(translated("Days"), coverageText(figures.days));
     facts.print(output);
+    if (const auto* none = std::get_if<NoComparison>(&trend.before)) output.paragraph(none->sentence, 2);
 }
 
 void print(const Context& context, const Findings& findings, const HistorySnapshot& snapshot,
@@ -109,8 +108,8 @@ void print(const Context& context, const Findings& findings, const HistorySnapsh
     printChart(output, trend, snapshot, scope, context.calendar);
     output.line();
     printFacts(output, trend);
-    for (const ScopeStep& step : trend.steps) output.line("  " + sentence(step, snapshot, context.calendar));
-    if (const auto note = comparisonNote(trend, snapshot); !note.empty()) output.line("  " + note);
+    for (const ScopeStep& step : trend.steps) output.paragraph(sentence(step, snapshot, context.calendar), 2);
+    if (const auto note = comparisonNote(trend, snapshot); !note.empty()) output.paragraph(note, 2);
     if (!findings.contributors.empty()) {
         output.line();
         output.line(translated("Largest contributors:"));
@@ -120,10 +119,10 @@ void print(const Context& context, const Findings& findings, const HistorySnapsh
         output.line();
         output.line(fmt::format("{}  {}", output.emphasized(fileNameText(drive.name)),
                                 fileNameText(drive.mountPath)));
-        output.line("  " + sentence(outlook, context.calendar));
+        output.paragraph(sentence(outlook, context.calendar), 2);
         if (!moved) continue;
         for (const std::string& text : reconciliationSentences(*moved, context.calendar))
-            output.line("  " + text);
+            output.paragraph(text, 2);
     }
 }
 

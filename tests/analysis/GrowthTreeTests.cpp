@@ -56,20 +56,20 @@ TEST(GrowthTree, FoldersStandBelowEachOtherWithTheMostGrowthFirst) {
         change({"z"}, -3),
         change({"P.app", "Contents"}, 40),
         change({"P.app"}, 2),
-        change({"x"}, 70, "b"),
+        change({"x", "in"}, 70, "b"),    change({"x"}, -60, "b"),      change({"z"}, 30, "b"),
         change({"y"}, -100, "b"),
     };
     EXPECT_THAT(described(changes),
                 ElementsAre("a 1072, 2 smaller 38",  // a fiftieth of 1,072 is 21
                             "  a/m 995", "    a/m/raw 900", "      a/m/raw/day 600", "    a/m/cut 90",
                             "  a/P.app 42",  // and no folder inside the package
-                            "b -30",         // shrank, and holds one that grew
-                            "  b/x 70"));
+                            "b -60",         // shrank, and holds one that grew
+                            "  b/x 10", "    b/x/in 70", "  b/z 30"));
     EXPECT_THAT(
         described(changes, 18),
         ElementsAre("a 1072", "  a/m 995", "    a/m/raw 900", "      a/m/raw/day 600", "    a/m/cut 90",
                     "  a/P.app 42", "  a/s 19", "  a/t 19, 1 smaller 1", "b -30", "  b/x 70"));
-    EXPECT_THAT(described(changes, 70), Not(testing::Contains("b -30"))) << "not more than the limit";
+    EXPECT_THAT(described(changes, 70), Not(testing::Contains("b -60"))) << "not more than the limit";
     EXPECT_THAT(described({change({"gone"}, -5), change({}, 0)}), IsEmpty());
 }
 
@@ -95,8 +95,7 @@ public:
         std::vector<GrownFolder> roots;
         for (const auto& [ref, net] : net_)
             if (ref.components.empty() && isListed(ref)) roots.push_back(listed(ref));
-        std::ranges::stable_sort(roots, std::greater(), &GrownFolder::net);
-        return roots;
+        return sorted(std::move(roots));
     }
 
 private:
@@ -131,8 +130,18 @@ private:
                 folder.smallerBytes += net_.at(child);
             }
         }
-        std::ranges::stable_sort(folder.folders, std::greater(), &GrownFolder::net);
+        folder.folders = sorted(std::move(folder.folders));
         return folder;
+    }
+
+    [[nodiscard]] std::vector<GrownFolder> sorted(std::vector<GrownFolder> folders) const {
+        std::ranges::stable_sort(folders, std::greater(), [this](const GrownFolder& folder) {
+            std::int64_t most = folder.net;
+            for (const auto& [ref, net] : net_)
+                if (isAtOrBelow(ref, folder.ref)) most = std::max(most, net);
+            return most;
+        });
+        return folders;
     }
 
     std::int64_t least_;
