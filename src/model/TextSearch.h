@@ -21,9 +21,11 @@ public:
     [[nodiscard]] bool isIn(std::string_view name) const;
 
 private:
+    /// Nothing for a name that is long, or that cannot be folded character by character.
+    [[nodiscard]] std::optional<bool> isInShortName(std::string_view name) const;
+
     bool isTurkic_;
     std::u16string folded_;
-    std::optional<std::string> narrow_;  // folded_ a byte a character, where an ASCII name can hold it
 };
 
 }  // namespace brindle

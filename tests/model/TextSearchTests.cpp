@@ -1,6 +1,7 @@
 #include "model/TextSearch.h"
 
 #include <gtest/gtest.h>
+#include <unicode/unistr.h>
 
 namespace brindle {
 namespace {
@@ -64,6 +65,18 @@ TEST(TextSearch, FindsWhateverTheCaseAndTheDiacritics) {
         EXPECT_EQ(TextSearch(text, locale).isIn(name), isFound) << text << " in " << name << ", " << locale;
     EXPECT_TRUE(TextSearch(" \t\u2003", "en").isEmpty());
     EXPECT_FALSE(TextSearch(" . ", "en").isEmpty());
+}
+
+TEST(TextSearch, FindsEveryCharacterInNamesShortAndLong) {
+    // Short names are folded character by character, long ones as a whole: both must come to the same.
+    for (const char* locale : {"en", "tr"})
+        for (int c = 0x21; c < 0x3500; ++c) {
+            std::string character;
+            icu::UnicodeString(UChar32{c}).toUTF8String(character);
+            const TextSearch search(character, locale);
+            EXPECT_TRUE(search.isIn("a" + character + "b")) << std::hex << c << locale;
+            EXPECT_TRUE(search.isIn(std::string(300, 'a') + character + "b")) << std::hex << c << locale;
+        }
 }
 
 }  // namespace
