@@ -15,6 +15,7 @@
 #include "store/SQLiteError.h"
 
 #include <chrono>
+#include <filesystem>
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 #include <system_error>
@@ -45,8 +46,11 @@ ExportProgress progressOf(const ExportPlan& plan, Output& output) {
     };
 }
 
-/// The statement is in its place, so that a history that cannot remember it is no failure.
+/// The statement is in its place, so that a history that cannot remember it is no failure. A device or a pipe
+/// is no place to find one again.
 void remember(const Context& context, const std::string& destination) {
+    std::error_code none;
+    if (!std::filesystem::is_regular_file(destination, none)) return;
     try {
         context.openHistory().recordExport(destination, systemNow()).get();
     } catch (const SQLiteError& error) {

@@ -3,29 +3,35 @@
 #include "model/Utf8.h"
 
 #include <charconv>
+#include <cstddef>
 #include <limits>
 
 namespace brindle::storageStatement {
 namespace {
 
 constexpr std::string_view lineEnd = "\r\n";
-constexpr std::string_view formulaBeginnings = "=+-@\t\r";
 
 constexpr Row columnNames = {"Date",   "Observed at", "File",   "Folder", "Path", "Change in bytes",
                              "Action", "Location",    "Source", "Files"};
 
-/// What a text needs before it can be a cell.
-struct Needs {
-    bool quotes = false;
-    bool aLookAtItsEncoding = false;
-};
+// What the bytes of a text ask for; the last only where it is the first byte.
+enum Need : unsigned char { nothing = 0, quotes = 1, lookAtEncoding = 2, apostrophe = 4 };
 
-Needs needsOf(std::string_view text) {
-    Needs needs;
-    for (const char c : text) {
-        needs.quotes |= c == ',' || c == '"' || c == '\n' || c == '\r';
-        needs.aLookAtItsEncoding |= static_cast<unsigned char>(c) >= 0x80;
-    }
+constexpr auto needOfByte = [] {
+    std::array<unsigned char, 256> needs{};
+    for (std::size_t byte = 0x80; byte < needs.size(); ++byte) needs.at(byte) = lookAtEncoding;
+    for (const char c : {',', '"', '\n', '\r'}) needs.at(static_cast<std::size_t>(c)) |= quotes;
+    for (const char c : {'=', '+', '-', '@', '\t', '\r'}) needs.at(static_cast<std::size_t>(c)) |= apostrophe;
+    return needs;
+}();
+
+unsigned needOf(char c) {
+    return needOfByte[static_cast<unsigned char>(c)];
+}
+
+unsigned needsOf(std::string_view text) {
+    unsigned needs = nothing;
+    for (const char c : text) needs |= needOf(c);
     return needs;
 }
 
@@ -34,11 +40,12 @@ void appendDoublingQuotes(std::string_view text, std::string& to) {
 }
 
 void appendText(std::string_view text, std::string& to) {
-    const Needs needs = needsOf(text);
-    if (needs.aLookAtItsEncoding && !isUtf8(text)) return appendText(repairedUtf8(text), to);
-    if (needs.quotes) to += '"';
-    if (!text.empty() && formulaBeginnings.find(text.front()) != std::string_view::npos) to += '\'';
-    if (needs.quotes) {
+    const unsigned needs = needsOf(text);
+    if ((needs & lookAtEncoding) != 0 && !isUtf8(text)) return appendText(repairedUtf8(text), to);
+    const bool isQuoted = (needs & quotes) != 0;
+    if (isQuoted) to += '"';
+    if (!text.empty() && (needOf(text.front()) & apostrophe) != 0) to += '\'';
+    if (isQuoted) {
         appendDoublingQuotes(text, to);
         to += '"';
     } else {

@@ -5,6 +5,7 @@
 #include "platform/Paths.h"
 
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <dirent.h>
 #include <fcntl.h>
@@ -20,6 +21,7 @@ namespace {
 constexpr int symbolicLinkLimit = 40;  // as the kernel's own
 constexpr std::string_view partialSuffix = ".partial";
 constexpr std::size_t uuidLength = 36;
+constexpr std::int64_t writtenBackAtOnce = 8 << 20;
 
 [[noreturn]] void fail(int error, const std::string& path) {
     throw std::system_error(error, std::generic_category(), path);
@@ -97,7 +99,11 @@ public:
     Replacement(const Replacement&) = delete;
     Replacement& operator=(const Replacement&) = delete;
 
-    void write(std::string_view bytes) override { writeAll(file_.get(), bytes, path()); }
+    void write(std::string_view bytes) override {
+        writeAll(file_.get(), bytes, path());
+        written_ += static_cast<std::int64_t>(bytes.size());
+        if (written_ - onTheWay_ >= writtenBackAtOnce) writeBack();
+    }
 
     void finish() override {
         if (::fsync(file_.get()) != 0) fail(errno, path());
@@ -119,6 +125,23 @@ public:
 
 private:
     [[nodiscard]] std::string path() const { return joinedPath(folderPath_, name_); }
+
+    /// Sends what was written since the last time on its way to the disk, and waits for what was sent then:
+    /// else all of a large file would wait in memory for the sync at its end, which on a slow stick takes
+    /// minutes that nobody can cut short.
+    void writeBack() {
+        const auto sync = [this](std::int64_t from, std::int64_t to, unsigned how) {
+            if (::sync_file_range(file_.get(), from, to - from, how) == 0) return;
+            const bool isUnknownHere = errno == ENOSYS || errno == EINVAL || errno == ESPIPE;
+            if (!isUnknownHere) fail(errno, path());
+        };
+        constexpr unsigned andWait =
+            SYNC_FILE_RANGE_WAIT_BEFORE | SYNC_FILE_RANGE_WRITE | SYNC_FILE_RANGE_WAIT_AFTER;
+        sync(onTheWay_, written_, SYNC_FILE_RANGE_WRITE);
+        if (onTheWay_ > arrived_) sync(arrived_, onTheWay_, andWait);
+        arrived_ = onTheWay_;
+        onTheWay_ = written_;
+    }
 
     /// False when another program took the new file for one that was left behind, before it was locked.
     bool create(const std::optional<struct stat>& replaced) {
@@ -185,6 +208,9 @@ private:
     FileDescriptor folder_;
     FileDescriptor file_;
     std::string name_;  // in the folder; empty once there is none
+    std::int64_t written_ = 0;
+    std::int64_t onTheWay_ = 0;  // up to here it was sent to the disk
+    std::int64_t arrived_ = 0;   // and up to here it is there
 };
 
 }  // namespace
