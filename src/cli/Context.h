@@ -29,7 +29,7 @@ struct Context {
 
     /// Throws UsageError for the example history, which no store holds.
     [[nodiscard]] HistoryStore openHistory() const {
-        if (isExample) throw UsageError(translated("The example history can't be used here."));
+        if (isExample) throw UsageError(translated("This command can't show the example history."));
         return HistoryStore(dataDirectory);
     }
 

@@ -98,13 +98,6 @@ void printRows(Output& output, const std::vector<GrownFolder>& folders, const Lo
     }
 }
 
-std::string headingText(const Period& period, const std::optional<std::int64_t>& over,
-                        const Calendar& calendar) {
-    const std::string days = periodLabel(period, calendar);
-    if (!over) return fmt::format(fmt::runtime(translated("What grew: {}")), days);
-    return fmt::format(fmt::runtime(translated("What grew by more than {0}: {1}")), byteAmount(*over), days);
-}
-
 /// Why there is no tree.
 std::string nothingText(const Period& period, const std::optional<std::int64_t>& over,
                         const HistorySnapshot& snapshot, const Calendar& calendar) {
@@ -146,7 +139,10 @@ ExitCode runGrew(const Context& context, const GrewOptions& options) {
     } else if (tree.empty()) {
         context.output.sentence(nothingText(period, over, snapshot, context.calendar));
     } else {
-        context.output.line(context.output.emphasized(headingText(period, over, context.calendar)));
+        context.output.line(context.output.emphasized(periodLabel(period, context.calendar)));
+        context.output.line(
+            over ? fmt::format(fmt::runtime(translated("What grew by more than {}:")), byteAmount(*over))
+                 : translated("What grew:"));
         TreeTable(names).of(tree).print(context.output);
     }
     return over && !tree.empty() ? ExitCode::limitPassed : ExitCode::success;

@@ -42,7 +42,7 @@ std::string noteOn(const RangeFigures& figures) {
     if (days.partial > 0)
         add(isDay ? translated("partial")
                   : fmt::format(fmt::runtime(translated("{} partial")), groupedNumber(days.partial)));
-    if (figures.estimated)
+    if (figures.estimated && !figures.totals)
         add(fmt::format(fmt::runtime(translated("about {}, estimated")),
                         byteAmount(figures.estimated->bytes)));
     return note;

@@ -115,11 +115,14 @@ void print(const Context& context, const Findings& findings, const HistorySnapsh
         output.line(translated("Largest contributors:"));
         folderTable(findings.contributors, names).print(output);
     }
+    const bool isNow = trend.figures.last == snapshot.today;
     for (const auto& [drive, outlook, moved] : findings.drives) {
+        if (!isNow && !moved) continue;
         output.line();
         output.line(fmt::format("{}  {}", output.emphasized(fileNameText(drive.name)),
                                 fileNameText(drive.mountPath)));
-        output.paragraph(sentence(outlook, context.calendar), 2);
+        // What is to come goes with the days that lead to it, and not with those of some time ago.
+        if (isNow) output.paragraph(sentence(outlook, context.calendar), 2);
         if (!moved) continue;
         for (const std::string& text : reconciliationSentences(*moved, context.calendar))
             output.paragraph(text, 2);

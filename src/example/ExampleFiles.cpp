@@ -42,17 +42,21 @@ std::int64_t drawnCount(RandomSource& random, int tenths) {
     return drawn / 10 + (random.between(0, 9) < drawn % 10 ? 1 : 0);
 }
 
-FolderPath folderOn(std::string_view text, const LocalDay& day) {
+FolderPath folderOn(std::string_view habitFolder, const LocalDay& day) {
+    constexpr std::size_t lengthOfMonth = 7;  // of "2026-03"
+    std::string path(habitFolder);
+    const auto replace = [&path](std::string_view placeholder, const std::string& text) {
+        if (const auto at = path.find(placeholder); at != path.npos)
+            path.replace(at, placeholder.size(), text);
+    };
+    replace("{date}", day.text());
+    replace("{month}", day.text().substr(0, lengthOfMonth));
+
     std::vector<std::string> components;
-    while (!text.empty()) {
-        const auto slash = std::min(text.find('/'), text.size());
-        std::string component(text.substr(0, slash));
-        for (const auto& [placeholder, length] : {std::pair{"{date}", 10}, std::pair{"{month}", 7}})
-            if (const auto at = component.find(placeholder); at != component.npos)
-                component.replace(at, std::string_view(placeholder).size(),
-                                  day.text().substr(0, static_cast<std::size_t>(length)));
-        components.push_back(std::move(component));
-        text.remove_prefix(std::min(slash + 1, text.size()));
+    for (std::size_t begin = 0; begin < path.size();) {
+        const auto end = std::min(path.find('/', begin), path.size());
+        components.push_back(path.substr(begin, end - begin));
+        begin = end + 1;
     }
     return components;
 }
@@ -86,6 +90,8 @@ private:
         const DayNumber number = days_[day].number;
         if (!rhythm_.isInUse(habit.place, number)) return 0;
         if (habit.occasion != nullptr && !rhythm_.falls(*habit.occasion, number)) return 0;
+        // Who tidies up begins with nothing new.
+        if (habit.lifetime.end == Lifetime::End::atCleanup && rhythm_.falls(cleanup, number)) return 0;
         return drawnCount(random,
                           Rhythm::isWeekend(number) ? habit.tenthsPerWeekendDay : habit.tenthsPerWorkday);
     }
@@ -136,14 +142,14 @@ private:
         if (index < days_.size()) file.steps.push_back({index, check, bytes});
     }
 
-    /// Until there is no other of this name in the folder.
+    /// Draws until no other file in the folder has the name.
     void name(ExampleFile& file, std::string_view nameTemplate, RandomSource& random) {
         if (nameTemplate.empty()) return;
         const SizeStep& birth = file.steps.front();
         const SizeStep& last = file.steps.back();
         const std::size_t end = last.bytes == 0 ? last.day : days_.size();
         const CheckedDay& day = days_[birth.day];
-        constexpr int mostDraws = 1000;
+        constexpr int mostDraws = 1000;  // habits leave about half of the names free
         for (int draw = 0; draw < mostDraws; ++draw) {
             file.name = expandedName(nameTemplate, day.day, day.checks[birth.check], calendar_, random);
             auto& taken = takenUntil_[fmt::format("{}/{}", fmt::join(file.folder, "/"), file.name)];

@@ -44,8 +44,8 @@ inline constexpr int longestLife = 90;
                                                   const LocalDay& first, const LocalDay& last);
 
 /// All files that came on one of the days, what becomes of them later than the last day left out. Those that
-/// came on a day are the same whatever the other days are, but for names: where a name is taken, another is
-/// drawn.
+/// came on a day are the same whatever the other days are. Only which names were still free depends on those
+/// of the month or since the cleanup before.
 [[nodiscard]] std::vector<ExampleFile> exampleFiles(const Rhythm& rhythm, const Calendar& calendar,
                                                     std::span<const CheckedDay> days);
 

@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-// What kind of day a day is in the life of the example. All of it follows from the seed and the day alone, so
-// that a day stays what it was when others come.
+// What kind of day a day is in the life of the example. All of it follows from one number and the day alone,
+// so that a day stays what it was when others come.
 
 namespace brindle {
 

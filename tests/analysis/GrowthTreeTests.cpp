@@ -56,7 +56,9 @@ TEST(GrowthTree, FoldersStandBelowEachOtherWithTheMostGrowthFirst) {
         change({"z"}, -3),
         change({"P.app", "Contents"}, 40),
         change({"P.app"}, 2),
-        change({"x", "in"}, 70, "b"),    change({"x"}, -60, "b"),      change({"z"}, 30, "b"),
+        change({"x", "in"}, 70, "b"),
+        change({"x"}, -60, "b"),
+        change({"z"}, 30, "b"),
         change({"y"}, -100, "b"),
     };
     EXPECT_THAT(described(changes),
