@@ -186,6 +186,9 @@ std::string Calendar::longLabel(const LocalDay& day) const {
 std::string Calendar::mediumLabel(const LocalDay& day) const {
     return parts_->label(time(day), "MMMMEEEEd");
 }
+std::string Calendar::shortLabel(const LocalDay& day) const {
+    return parts_->label(time(day), "MMMEEEd");
+}
 std::string Calendar::monthLabel(const LocalDay& day) const {
     return parts_->label(time(day), "yMMMM");
 }
