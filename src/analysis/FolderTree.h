@@ -30,6 +30,7 @@ public:
     FolderTree(std::span<const FolderSummary> folders,
                const std::function<std::int64_t(const ChangeTotals&)>& measure);
 
+    [[nodiscard]] std::size_t size() const { return nodes_.size(); }
     [[nodiscard]] const Node& at(Index node) const { return nodes_[node]; }
 
     /// The children, most bytes first; equal ones in the order of their folders.

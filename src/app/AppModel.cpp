@@ -194,6 +194,16 @@ void AppModel::showOwnHistory() {
         session_.open(settings_.showsEstimates());
 }
 
+void AppModel::prepareExport() {
+    const auto shown = source();
+    if (!shown) return;
+    exporter_.prepare({.source = shown,
+                       .snapshot = history_,
+                       .calendar = sessionParts_.calendar(),
+                       .records = session_.exportRecords()},
+                      selection_.firstDay(), selection_.day(), selection_.scope());
+}
+
 void AppModel::checkNow() {
     if (!isShuttingDown_) session_.checkAll();
 }
@@ -230,6 +240,7 @@ void AppModel::shutDown() {
     if (std::exchange(isShuttingDown_, true)) return;
     schedule_.shutDown();
     dayDetails_.forget();
+    exporter_.stop();
     session_.stop();
 }
 

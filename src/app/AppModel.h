@@ -9,6 +9,7 @@
 #include "app/Schedule.h"
 #include "app/Selection.h"
 #include "app/Settings.h"
+#include "app/StatementExporter.h"
 #include "settings/LaunchOptions.h"
 
 #include <QObject>
@@ -46,6 +47,7 @@ public:
     [[nodiscard]] Settings& settings() { return settings_; }
     [[nodiscard]] Selection& selection() { return selection_; }
     [[nodiscard]] HistorySession& session() { return session_; }
+    [[nodiscard]] StatementExporter& exporter() { return exporter_; }
     [[nodiscard]] const LaunchOptions& options() const { return options_; }
 
     [[nodiscard]] const AppMode& mode() const { return mode_; }
@@ -78,6 +80,8 @@ public:
     void retryOpening();
     void showExample();
     void showOwnHistory();
+    /// Plans a statement of what is selected; see exporter(). Search and direction filters do not count.
+    void prepareExport();
     /// Checks every location now, unless nothing is tracked.
     void checkNow();
     /// Ends with readyToQuit().
@@ -137,6 +141,7 @@ private:
 
     HistorySession session_;
     Schedule schedule_;
+    StatementExporter exporter_;
     DayDetails dayDetails_;
     Background background_;  // last, so that it ends first
 };

@@ -32,6 +32,16 @@ HistoryStore* HistorySession::store() const {
     return history_ ? history_->store.get() : nullptr;
 }
 
+ExportRecords HistorySession::exportRecords() const {
+    const auto recent = [history = history_] {
+        return history ? history->store->recentExports().get() : std::vector<std::string>();
+    };
+    const auto add = [history = history_, now = parts_.now](const std::string& path) {
+        if (history) history->store->recordExport(path, now()).get();
+    };
+    return {.recent = recent, .add = add};
+}
+
 std::shared_ptr<HistorySession::Open> HistorySession::makeOpen(bool estimatesEnabled) {
     auto store = std::make_shared<HistoryStore>(parts_.dataDirectory, parts_.now);
     auto windowLock = tryToTakeWindowLock(parts_.dataDirectory);

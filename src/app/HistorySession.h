@@ -3,6 +3,7 @@
 #include "app/Background.h"
 #include "app/CheckActivity.h"
 #include "app/Schedule.h"
+#include "app/StatementExporter.h"
 #include "checks/ScanCoordinator.h"
 #include "model/Calendar.h"
 #include "model/HistorySource.h"
@@ -58,6 +59,8 @@ public:
     /// The time zone is another one: what is read from here on is read by its days.
     void renewCalendar();
     [[nodiscard]] HistoryStore* store() const;
+    /// The log of exported files of the open history; its calls do nothing without one.
+    [[nodiscard]] ExportRecords exportRecords() const;
 
     /// Checks every tracked location, or these. Joins the run that is going on.
     void checkAll();

@@ -1,7 +1,7 @@
 #include "cli/StatusCommand.h"
 
 #include "checks/RunLock.h"
-#include "cli/ChangeLine.h"
+#include "cli/ChangeTable.h"
 #include "cli/ValueCoding.h"
 #include "model/FileNameText.h"
 #include "model/NumberText.h"

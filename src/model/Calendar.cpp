@@ -2,6 +2,10 @@
 
 #include "model/UserLocale.h"
 
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <fmt/format.h>
 #include <stdexcept>
 #include <unicode/calendar.h>
 #include <unicode/datefmt.h>
@@ -13,6 +17,7 @@ namespace {
 constexpr int noon = 12;
 constexpr int daysInWeek = 7;
 constexpr double millisecondsPerSecond = 1000;
+constexpr UnixTime distantFuture = 253402214400.0;  // 31 December of the year 9999
 
 std::unique_ptr<icu::TimeZone> zoneNamed(const std::string& name) {
     std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(name)));
@@ -181,11 +186,34 @@ std::string Calendar::longLabel(const LocalDay& day) const {
 std::string Calendar::mediumLabel(const LocalDay& day) const {
     return parts_->label(time(day), "MMMMEEEEd");
 }
+std::string Calendar::shortLabel(const LocalDay& day) const {
+    return parts_->label(time(day), "MMMEEEd");
+}
 std::string Calendar::monthLabel(const LocalDay& day) const {
     return parts_->label(time(day), "yMMMM");
 }
 std::string Calendar::timeLabel(UnixTime at) const {
     return parts_->label(at, "yMMMdjm");
+}
+
+std::string Calendar::isoTime(UnixTime at) const {
+    // What lies further away, or is no number, can only come from a file that was tampered with.
+    const double seconds = std::isnan(at) ? 0 : std::clamp(std::floor(at), distantPast, distantFuture);
+    std::int32_t standard = 0;
+    std::int32_t daylight = 0;
+    UErrorCode status = U_ZERO_ERROR;
+    parts_->days->getTimeZone().getOffset(seconds * millisecondsPerSecond, 0, standard, daylight, status);
+    const std::chrono::seconds offset((standard + daylight) / static_cast<int>(millisecondsPerSecond));
+
+    const std::chrono::sys_seconds local(std::chrono::seconds(static_cast<std::int64_t>(seconds)) + offset);
+    const auto midnight = std::chrono::floor<std::chrono::days>(local);
+    const std::chrono::year_month_day date(midnight);
+    const std::chrono::hh_mm_ss time(local - midnight);
+    const auto minutes = std::chrono::abs(std::chrono::duration_cast<std::chrono::minutes>(offset)).count();
+    return fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}{}{:02}{:02}", static_cast<int>(date.year()),
+                       static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()),
+                       time.hours().count(), time.minutes().count(), time.seconds().count(),
+                       offset.count() < 0 ? '-' : '+', minutes / 60, minutes % 60);
 }
 
 }  // namespace brindle

@@ -7,6 +7,7 @@
 #include "model/Volume.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <future>
 #include <string>
@@ -16,6 +17,14 @@ namespace brindle {
 
 /// Takes changes one at a time, each valid only during the call.
 using ChangeSink = std::function<void(const FileChange&)>;
+
+/// How many changes there are, and how many files they stand for.
+struct ChangeCount {
+    std::int64_t rows = 0;
+    std::int64_t files = 0;
+
+    bool operator==(const ChangeCount&) const = default;
+};
 
 /// Where the pages get history from: the recorded one, or the example. Any thread may ask; each answer, or
 /// the source's error, comes through its future. Periods include both their days.
@@ -53,6 +62,11 @@ public:
     [[nodiscard]] virtual std::future<std::vector<VolumeReading>> capacitySamples(std::string volumeID,
                                                                                   LocalDay first,
                                                                                   LocalDay last) = 0;
+
+    /// How many changes of one kind streamChanges() hands over; counted by means of it unless the source has
+    /// a shorter way.
+    [[nodiscard]] virtual std::future<ChangeCount> countChanges(LocalDay first, LocalDay last,
+                                                                LocationScope scope, ChangeSource kind);
 
     /// Hands the changes of one kind to `sink`, in the order of periodChanges() or periodEstimates(). Unlike
     /// them it works in the caller's thread, holds no list of them, and however slow the sink is, no other

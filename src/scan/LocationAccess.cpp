@@ -2,6 +2,7 @@
 
 #include "model/FileNameText.h"
 #include "model/PlatformText.h"
+#include "model/RandomUUID.h"
 #include "model/Translation.h"
 #include "platform/Bookmark.h"
 #include "platform/FolderProbe.h"
@@ -9,9 +10,7 @@
 #include "platform/VolumeIdentity.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <fmt/format.h>
-#include <random>
 
 namespace brindle {
 namespace {
@@ -56,16 +55,6 @@ FolderProbe probeChosen(const std::string& path, const MountTable& mounts) {
     return probe;
 }
 
-/// A random UUID (version 4).
-LocationID newLocationID() {
-    std::random_device random;
-    std::uint32_t word[4] = {random(), random(), random(), random()};
-    word[1] = (word[1] & 0xffff0fff) | 0x00004000;
-    word[2] = (word[2] & 0x3fffffff) | 0x80000000;
-    return {fmt::format("{:08x}-{:04x}-{:04x}-{:04x}-{:04x}{:08x}", word[0], word[1] >> 16, word[1] & 0xffff,
-                        word[2] >> 16, word[2] & 0xffff, word[3])};
-}
-
 AccessState resolveDrive(const LocationRecord& record, const MountTable& mounts) {
     const auto drive = findDrive(record.volumeID, record.path, mounts);
     if (!drive) return AccessDisconnected{};
@@ -103,7 +92,7 @@ LocationCandidate makeCandidate(const std::string& chosenPath, std::span<const L
     const auto probe = probeChosen(path, mounts);
     const auto volume = describeVolume(probe);
     LocationCandidate candidate;
-    candidate.record = {.id = newLocationID(),
+    candidate.record = {.id = LocationID{randomUUID()},
                         .name = path == "/" ? volume.name : std::string(lastComponent(path)),
                         .path = path,
                         .scanPath = probe.path,
@@ -120,7 +109,7 @@ LocationCandidate makeCandidate(const std::string& chosenPath, std::span<const L
 LocationCandidate makeDriveCandidate(const DriveInfo& drive, std::span<const LocationRecord> existing,
                                      UnixTime now) {
     LocationCandidate candidate;
-    candidate.record = {.id = newLocationID(),
+    candidate.record = {.id = LocationID{randomUUID()},
                         .name = drive.name,
                         .path = drive.mountPath,
                         .scanPath = drive.scanPath,

@@ -2,6 +2,7 @@
 
 #include "model/Change.h"
 #include "model/FolderSummary.h"
+#include "model/HistorySource.h"
 #include "model/LocalDay.h"
 #include "store/SQLiteConnection.h"
 
@@ -19,6 +20,14 @@ namespace brindle {
 [[nodiscard]] std::vector<FileChange> changesBetween(SQLiteConnection& db, const LocalDay& first,
                                                      const LocalDay& last,
                                                      const std::optional<LocationID>& location);
+
+/// The same, one at a time; each is valid during the call.
+void eachChangeBetween(SQLiteConnection& db, const LocalDay& first, const LocalDay& last,
+                       const std::optional<LocationID>& location, const ChangeSink& sink);
+
+[[nodiscard]] ChangeCount countChangesBetween(SQLiteConnection& db, const LocalDay& first,
+                                              const LocalDay& last,
+                                              const std::optional<LocationID>& location);
 
 /// One summary for each folder that changes are credited to.
 [[nodiscard]] std::vector<FolderSummary> contributorsBetween(SQLiteConnection& db, const LocalDay& first,

@@ -21,7 +21,10 @@ const FolderPath& FolderTexts::path(std::string_view folder) {
     // What a check recorded of one folder stands together.
     if (last_ == nullptr || last_->first != folder) {
         auto known = known_.find(folder);
-        if (known == known_.end()) known = known_.emplace(folder, splitPath(folder)).first;
+        if (known == known_.end()) {
+            if (known_.size() >= limit_) known_.clear();
+            known = known_.emplace(folder, splitPath(folder)).first;
+        }
         last_ = &*known;
     }
     return last_->second;

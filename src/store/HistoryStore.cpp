@@ -166,6 +166,27 @@ std::future<std::vector<FileChange>> HistoryStore::estimates(LocalDay first, Loc
     });
 }
 
+std::future<ChangeCount> HistoryStore::countChanges(LocalDay first, LocalDay last,
+                                                    std::optional<LocationID> location, ChangeSource kind) {
+    return reader_->perform([first, last, location = std::move(location), kind](SQLiteConnection& db) {
+        return kind == ChangeSource::measured ? countChangesBetween(db, first, last, location)
+                                              : countEstimatesBetween(db, first, last, location);
+    });
+}
+
+void HistoryStore::streamChanges(LocalDay first, LocalDay last, const std::optional<LocationID>& location,
+                                 ChangeSource kind, const ChangeSink& sink) const {
+    constexpr bool readOnly = true;
+    SQLiteConnection db((directory_ / fileName).string(), readOnly);
+    // What is sorted at a time, a day, mostly fits in here; the rest of a larger one goes to the disk.
+    db.execute("PRAGMA main.cache_size = -8192");
+    // One statement sees one state of the history, from its first row to its last.
+    if (kind == ChangeSource::measured)
+        eachChangeBetween(db, first, last, location, sink);
+    else
+        eachEstimateBetween(db, first, last, location, sink);
+}
+
 std::future<std::vector<EstimatedFolder>> HistoryStore::estimateContributors(
     LocalDay since, std::optional<LocationID> location) {
     return reader_->perform([since, location = std::move(location)](SQLiteConnection& db) {

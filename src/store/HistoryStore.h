@@ -4,6 +4,7 @@
 #include "model/Change.h"
 #include "model/FolderSummary.h"
 #include "model/HistorySnapshot.h"
+#include "model/HistorySource.h"
 #include "model/LocationRecord.h"
 #include "store/Commit.h"
 #include "store/DatabaseQueue.h"
@@ -102,6 +103,15 @@ public:
     /// What was estimated for a period, by day, largest first.
     [[nodiscard]] std::future<std::vector<FileChange>> estimates(LocalDay first, LocalDay last,
                                                                  std::optional<LocationID> location);
+    /// How many changes or estimates of a period there are.
+    [[nodiscard]] std::future<ChangeCount> countChanges(LocalDay first, LocalDay last,
+                                                        std::optional<LocationID> location,
+                                                        ChangeSource kind);
+    /// Hands the changes or the estimates of a period to `sink`, one at a time, in the order of changes() and
+    /// estimates(), as they were when it began. Works in the caller's thread through a connection of its own,
+    /// in memory that does not grow with their number. Throws SQLiteError, or what the sink throws.
+    void streamChanges(LocalDay first, LocalDay last, const std::optional<LocationID>& location,
+                       ChangeSource kind, const ChangeSink& sink) const;
     /// The folders that estimates from a day on are credited to, in no particular order.
     [[nodiscard]] std::future<std::vector<EstimatedFolder>> estimateContributors(
         LocalDay since, std::optional<LocationID> location);

@@ -45,12 +45,14 @@ std::future<std::vector<VolumeReading>> StoredHistory::capacitySamples(std::stri
     return store_->capacitySamples(std::move(volumeID), first, last);
 }
 
+std::future<ChangeCount> StoredHistory::countChanges(LocalDay first, LocalDay last, LocationScope scope,
+                                                     ChangeSource kind) {
+    return store_->countChanges(first, last, std::move(scope.location), kind);
+}
+
 void StoredHistory::streamChanges(LocalDay first, LocalDay last, const LocationScope& scope,
                                   ChangeSource kind, const ChangeSink& sink) {
-    const auto changes = kind == ChangeSource::measured
-                             ? store_->changes(first, last, scope.location).get()
-                             : store_->estimates(first, last, scope.location).get();
-    for (const FileChange& change : changes) sink(change);
+    store_->streamChanges(first, last, scope.location, kind, sink);
 }
 
 }  // namespace brindle

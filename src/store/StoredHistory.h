@@ -27,6 +27,8 @@ public:
     [[nodiscard]] std::future<std::vector<VolumeReading>> capacitySamples(std::string volumeID,
                                                                           LocalDay first,
                                                                           LocalDay last) override;
+    [[nodiscard]] std::future<ChangeCount> countChanges(LocalDay first, LocalDay last, LocationScope scope,
+                                                        ChangeSource kind) override;
     void streamChanges(LocalDay first, LocalDay last, const LocationScope& scope, ChangeSource kind,
                        const ChangeSink& sink) override;
 

@@ -13,7 +13,14 @@ using testing::HasSubstr;
 using testing::Not;
 using Arguments = std::vector<std::string>;
 
-const Arguments readingCommands[] = {{"status"}, {"locations"}, {"drives"}, {"day"}, {"day", "yesterday"}};
+const Arguments readingCommands[] = {{"status"},
+                                     {"locations"},
+                                     {"drives"},
+                                     {"day"},
+                                     {"day", "yesterday"},
+                                     {"changes", "--since", "yesterday"},
+                                     {"trends", "quarter"},
+                                     {"grew", "--since", "yesterday"}};
 
 TEST(ExampleHistory, IsShownByEveryCommandThatReadsAndLeavesNoTrace) {
     const Brindle brindle;

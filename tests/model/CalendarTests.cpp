@@ -1,5 +1,6 @@
 #include "model/Calendar.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
 #include <vector>
 
@@ -65,6 +66,26 @@ TEST(Calendar, LabelsFollowTheLocaleAndDaysTheCalendar) {
     const Calendar buddhist("th_TH@calendar=buddhist", "Europe/Berlin");
     EXPECT_EQ(buddhist.day(berlin.time({2026, 3, 7}, 12)), (LocalDay{2569, 3, 7}));
     EXPECT_THROW(Calendar("en_US", "Europe/Nowhere"), std::invalid_argument);
+}
+
+TEST(Calendar, AnInstantHasAFormForOtherProgramsWithTheOffsetOfItsMoment) {
+    const struct {
+        const char* zone;
+        UnixTime at;
+        const char* text;
+    } cases[] = {
+        {"UTC", 0, "1970-01-01T00:00:00+0000"},
+        {"Europe/Berlin", 1'774'745'999.999, "2026-03-29T01:59:59+0100"},
+        {"Europe/Berlin", 1'774'746'000, "2026-03-29T03:00:00+0200"},
+        {"America/St_Johns", 1'772'884'800, "2026-03-07T08:30:00-0330"},
+        {"Asia/Kathmandu", 1'772'884'800, "2026-03-07T17:45:00+0545"},
+        {"America/New_York", -0.5, "1969-12-31T18:59:59-0500"},
+        {"UTC", -1e300, "0000-12-30T00:00:00+0000"},
+        {"UTC", 1e300, "9999-12-31T00:00:00+0000"},
+        {"UTC", std::nan(""), "1970-01-01T00:00:00+0000"},
+    };
+    for (const auto& [zone, at, text] : cases)
+        EXPECT_EQ(Calendar("th_TH@calendar=buddhist", zone).isoTime(at), text);
 }
 
 }  // namespace

@@ -103,6 +103,56 @@ TEST_F(HistoryReads, OlderRowsAreReadByWhatTheyHave) {
     EXPECT_TRUE(history.store().capacitySamples("volume", {2026, 3, 7}, {2026, 3, 9}).get().empty());
 }
 
+TEST_F(HistoryReads, AStreamIsTheListOneAtATimeAsItWasWhenItBegan) {
+    Files files;
+    for (int i = 0; i < 3000; ++i)
+        files[std::to_string(i % 1500) + "/deeper/" + std::to_string(i)] = 1 + i % 7;
+    history.check("a", {});
+    history.check("b", {});
+    // The clock is set back between the checks of a day: its changes go by their times and not as they came.
+    for (const UnixTime step : {-3600.0, 7200.0, 86'400.0}) {
+        history.now += step;
+        history.check("b", files);
+        history.check("a", files);
+        for (auto& [path, size] : files) ++size;
+    }
+    estimate("a", "2026-03-07", 10, 1);
+    estimate("b", "2026-03-06", 30, 4);
+    estimate("b", "2026-03-07", 30, 2);
+
+    const LocalDay tomorrow{2026, 3, 8};
+    const auto expectTheList = [&](const LocalDay& first, const LocalDay& last, const LocationScope& scope) {
+        for (const auto kind : {ChangeSource::measured, ChangeSource::estimated}) {
+            const auto list = kind == ChangeSource::measured
+                                  ? source.periodChanges(first, last, scope).get()
+                                  : source.periodEstimates(first, last, scope).get();
+            std::vector<FileChange> streamed;
+            source.streamChanges(first, last, scope, kind,
+                                 [&](const FileChange& change) { streamed.push_back(change); });
+            EXPECT_TRUE(streamed == list) << streamed.size() << " instead of " << list.size();
+            const auto count = source.countChanges(first, last, scope, kind).get();
+            EXPECT_EQ(count, source.HistorySource::countChanges(first, last, scope, kind).get());
+            EXPECT_EQ(count.rows, std::ssize(list));
+        }
+    };
+    expectTheList(yesterday, tomorrow, {});
+    expectTheList(today, today, {LocationID{"a"}});
+    expectTheList(tomorrow, tomorrow, {LocationID{"gone"}});
+
+    // While it goes on, nobody waits for it, and it does not see what comes.
+    std::int64_t streamed = 0;
+    source.streamChanges(today, tomorrow, {}, ChangeSource::measured, [&](const FileChange&) {
+        if (++streamed > 1) return;
+        history.now += 60;
+        history.check("b", {});
+        EXPECT_EQ(source.dayChanges(tomorrow, {}).get().size(), 9000U);
+    });
+    EXPECT_EQ(streamed, 18'000);
+    EXPECT_THROW(source.streamChanges(today, today, {}, ChangeSource::measured,
+                                      [](const FileChange&) { throw std::runtime_error("the sink's"); }),
+                 std::runtime_error);
+}
+
 TEST_F(HistoryReads, AFailureOfTheDatabaseReachesWhoeverAsked) {
     EXPECT_THROW(history.store().snapshot(0, today, history.calendar).get(), std::invalid_argument);
     static_cast<void>(source.snapshot().get());
