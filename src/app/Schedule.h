@@ -14,10 +14,11 @@ namespace brindle {
 ///
 /// - The first at once when tracking begins, then one every interval, counted from the beginning of the last
 ///   check of everything, whoever asked for that. Lateness of timers does not add up.
-/// - What falls due during a run is dropped.
 /// - After the computer slept one, however many were slept through.
 /// - A drive that was mounted has its disconnected locations checked.
-/// - While paused none. What would have brought one about only refreshes statuses.
+/// - What falls due during a run is dropped. After a sleep or a mount it waits for the end of the run, unless
+///   that run covers it.
+/// - While paused none. What would have brought one about out of turn only refreshes statuses.
 ///
 /// Thread: that of the alarm.
 class Schedule {

@@ -159,23 +159,6 @@ TEST(Schedule, AfterASleepThereIsOneCheckHoweverLongItWas) {
     }
 }
 
-TEST(Schedule, AWakeDuringARunIsServedByThatRunOrAfterIt) {
-    for (const auto extent : {Schedule::RunOf::everything, Schedule::RunOf::some}) {
-        Computer computer(60min);
-        computer.schedule.begin();
-        computer.pass(100s);
-        (void)computer.log();
-        computer.run(extent);
-        computer.schedule.computerWoke();
-        computer.schedule.computerWoke();
-        computer.pass(100s);
-        if (extent == Schedule::RunOf::everything)
-            EXPECT_THAT(computer.log(), IsEmpty());
-        else
-            EXPECT_THAT(computer.log(), ElementsAre("all 110"));
-    }
-}
-
 TEST(Schedule, PausesAndIntervalsTakeEffectAtOnce) {
     using Steps = std::map<int, std::function<void(Computer&)>>;  // by the second; the first check is at 0
     const auto pause = [](Computer& computer) { computer.schedule.setPaused(true); };
