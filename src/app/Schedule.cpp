@@ -52,8 +52,11 @@ void Schedule::setPaused(bool isPaused) {
 
 void Schedule::runBegan(RunOf extent) {
     running_ = extent;
+    if (extent == RunOf::some) return;
     // A run of the schedule's own counts from when it was due, so that lateness does not add up.
-    if (extent == RunOf::some || isAsking_) return;
+    const bool isOwn = isAwaited();
+    asked_.reset();
+    if (isOwn) return;
     lastRun_ = now_();
     due_ = *lastRun_ + interval_;
     if (isChecking()) setAlarm();
@@ -75,7 +78,7 @@ void Schedule::computerWoke() {
 void Schedule::driveMounted() {
     if (phase_ != Phase::tracking) return;
     if (isPaused_) return actions_.refreshStatuses();
-    if (running_) {
+    if (running_ || isAwaited()) {
         // The run may be past the drive's locations, and no second one runs beside it.
         owesReturned_ = true;
         return;
@@ -94,8 +97,8 @@ void Schedule::goOn() {
 }
 
 void Schedule::catchUp() {
-    if (!running_) return check(now_());
-    // A run of everything that goes on now is the check that is wanted.
+    if (!running_ && !isAwaited()) return check(now_());
+    // A run of everything that goes on now, or is about to begin, is the check that is wanted.
     owesCheck_ = running_ == RunOf::some;
     setAlarm();
 }
@@ -104,7 +107,7 @@ void Schedule::tick() {
     const Moment now = now_();
     if (now < due_) return setAlarm();
     // Later than any timer is, the computer slept and nobody said so: ticks are counted anew.
-    const Moment asOf = now - due_ <= Moment(interval_) / 10 ? due_ : now;
+    const Moment asOf = now - due_ <= lateness() ? due_ : now;
     if (!running_) return check(asOf);
     due_ = asOf + interval_;
     setAlarm();
@@ -114,9 +117,13 @@ void Schedule::check(Moment asOf) {
     lastRun_ = asOf;
     due_ = asOf + interval_;
     setAlarm();
-    isAsking_ = true;
+    asked_ = now_();
     actions_.checkAll();
-    isAsking_ = false;
+}
+
+/// Whether a run that was asked for is about to begin. After a while it is not: there was nothing to check.
+bool Schedule::isAwaited() const {
+    return asked_ && now_() - *asked_ <= lateness();
 }
 
 void Schedule::setAlarm() {

@@ -14,15 +14,17 @@ namespace brindle {
 ///
 /// - The first at once when tracking begins, then one every interval, counted from the beginning of the last
 ///   check of everything, whoever asked for that. Lateness of timers does not add up.
-/// - What falls due during a run is dropped.
 /// - After the computer slept one, however many were slept through.
 /// - A drive that was mounted has its disconnected locations checked.
-/// - While paused none. What would have brought one about only refreshes statuses.
+/// - What falls due during a run is dropped. After a sleep or a mount it waits for the end of the run, unless
+///   that run covers it.
+/// - While paused none. What would have brought one about out of turn only refreshes statuses.
 ///
 /// Thread: that of the alarm.
 class Schedule {
 public:
-    /// What the schedule asks for. Each may call the schedule, and may find that there is nothing to do.
+    /// What the schedule asks for. Each may call the schedule, or begin its run a little later, and may find
+    /// that there is nothing to do.
     struct Actions {
         std::function<void()> checkAll;
         std::function<void(const std::vector<LocationID>&)> checkThese;  // never none
@@ -55,8 +57,7 @@ public:
     /// Going on checks at once when the last check of everything is older than the interval.
     void setPaused(bool isPaused);
 
-    /// A run begins, whoever asked for it, or is over. One that the schedule asks for may begin before its
-    /// action returns.
+    /// A run begins, whoever asked for it, or is over.
     void runBegan(RunOf extent);
     /// Comes after the locations' new statuses are known.
     void runEnded();
@@ -69,6 +70,8 @@ private:
     enum class Phase { idle, tracking, shutDown };
 
     [[nodiscard]] bool isChecking() const { return phase_ == Phase::tracking && !isPaused_; }
+    [[nodiscard]] Moment lateness() const { return Moment(interval_) / 10; }
+    [[nodiscard]] bool isAwaited() const;
     void goOn();
     void catchUp();
     void tick();
@@ -83,11 +86,11 @@ private:
     bool isPaused_;
     Phase phase_ = Phase::idle;
     std::optional<RunOf> running_;
-    bool isAsking_ = false;  // a run of everything that begins now is the schedule's own
-    std::optional<Moment>
-        lastRun_;             // when the last run of everything began, or should have, had timers been exact
-    Moment due_{};            // of the next one; later than lastRun_ by the interval or more
-    bool owesCheck_ = false;  // after the run in progress, which does not cover everything
+    std::optional<Moment> asked_;  // for a run of everything that has not begun yet
+    /// When the last run of everything began; when it was due, if the schedule asked for it.
+    std::optional<Moment> lastRun_;
+    Moment due_{};               // of the next one: an interval later, or more
+    bool owesCheck_ = false;     // after the run in progress, which does not cover everything
     bool owesReturned_ = false;  // likewise, for the drives that were mounted during it
 };
 

@@ -34,7 +34,8 @@ ProgramLaunch mockLaunch(const PrivateBus& bus, const std::string& mockTemplate)
 }  // namespace
 
 PrivateBus::PrivateBus() : daemon_(std::make_unique<RunningProgram>(daemonLaunch(folder_.path()))) {
-    if (!eventually([this] { return std::filesystem::exists(folder_.path() / "bus"); }))
+    // Its socket is there a little before anybody listens to it.
+    if (!eventually([this] { return connect().isConnected(); }))
         throw std::runtime_error("the bus does not come up");
 }
 
@@ -54,8 +55,7 @@ std::string PrivateBus::address() const {
 }
 
 bool PrivateBus::hasService(const QString& name) {
-    if (connections_.empty()) (void)connect();
-    return QDBusConnection(connections_.front()).interface()->isServiceRegistered(name);
+    return QDBusConnection(connections_.back()).interface()->isServiceRegistered(name);
 }
 
 MockService::MockService(PrivateBus& bus, const std::string& mockTemplate, const QString& name)

@@ -29,7 +29,8 @@ public:
               {.checkAll =
                    [this] {
                        log_.push_back(fmt::format("all {}", now_.count()));
-                       run(Schedule::RunOf::everything);
+                       startDelay == 0s ? run(Schedule::RunOf::everything)
+                                        : void(runBegin_ = now_ + startDelay);
                    },
                .checkThese =
                    [this](const std::vector<LocationID>& ids) {
@@ -54,6 +55,10 @@ public:
 
     void passSecond() {
         now_ += 1s;
+        if (runBegin_ && now_ >= *runBegin_) {
+            runBegin_.reset();
+            run(Schedule::RunOf::everything);
+        }
         if (runEnd_ && now_ >= *runEnd_) {
             runEnd_.reset();
             ++runsOver_;
@@ -78,6 +83,7 @@ public:
     /// What the schedule asked for since the last call, and the second in which it did.
     [[nodiscard]] std::vector<std::string> log() { return std::exchange(log_, {}); }
 
+    seconds startDelay{};  // of a run that the schedule asked for
     std::function<seconds()> runLength = [] { return 10s; };
     std::function<std::chrono::milliseconds(std::chrono::milliseconds)> lateness = [](auto) { return 0ms; };
     std::vector<LocationID> away;
@@ -85,6 +91,7 @@ public:
 
 private:
     seconds now_{};
+    std::optional<seconds> runBegin_;
     std::optional<seconds> runEnd_;
     int runsOver_ = 0;
     Schedule::Moment alarmAt_{};
@@ -127,6 +134,7 @@ TEST(Schedule, LatenessDoesNotAddUpAndNothingComesEarly) {
     std::mt19937 random(7);  // NOLINT(bugprone-random-generator-seed,cert-msc51-cpp)
     std::uniform_int_distribution<int> percent(-5, 5);
     Computer computer(5min);
+    computer.startDelay = 3s;
     computer.lateness = [&](std::chrono::milliseconds time) { return time * percent(random) / 100; };
     computer.schedule.begin();
     computer.pass(4 * week - 1s);
@@ -156,23 +164,6 @@ TEST(Schedule, AfterASleepThereIsOneCheckHoweverLongItWas) {
                                                     fmt::format("all {}", (first + 300s).count())))
                 << slept.count() << isTold;
         }
-    }
-}
-
-TEST(Schedule, AWakeDuringARunIsServedByThatRunOrAfterIt) {
-    for (const auto extent : {Schedule::RunOf::everything, Schedule::RunOf::some}) {
-        Computer computer(60min);
-        computer.schedule.begin();
-        computer.pass(100s);
-        (void)computer.log();
-        computer.run(extent);
-        computer.schedule.computerWoke();
-        computer.schedule.computerWoke();
-        computer.pass(100s);
-        if (extent == Schedule::RunOf::everything)
-            EXPECT_THAT(computer.log(), IsEmpty());
-        else
-            EXPECT_THAT(computer.log(), ElementsAre("all 110"));
     }
 }
 
@@ -251,6 +242,22 @@ TEST(Schedule, AMountedDriveHasItsLocationsCheckedAndAnUnmountOnlyTheirStatuses)
     computer.away.clear();
     computer.schedule.driveMounted();
     EXPECT_THAT(computer.log(), ElementsAre("statuses 40")) << "no location is known to have been away";
+}
+
+TEST(Schedule, ACheckThatIsAboutToBeginIsNotAskedForTwiceAndHasThePrecedence) {
+    Computer computer(60min);
+    computer.startDelay = 3s;
+    computer.away = {LocationID{"photos"}};
+    computer.schedule.begin();
+    computer.schedule.computerWoke();
+    computer.schedule.driveMounted();
+    computer.pass(100s);
+    EXPECT_THAT(computer.log(), ElementsAre("all 0", "photos 13"));
+
+    computer.startDelay = week;  // there is nothing to check
+    computer.schedule.computerWoke();
+    computer.pass(seconds(2h));
+    EXPECT_THAT(computer.log(), ElementsAre("all 100", "all 3700", "all 7300"));
 }
 
 TEST(Schedule, NothingIsAskedForOutsideTrackingOrOnceShuttingDown) {

@@ -99,13 +99,16 @@ TEST(TimeZoneWatch, HearsOfAZoneFromTheServiceThatSetsIt) {
 TEST(TimeZoneWatch, NoticesTheFileWhateverWayItIsReplaced) {
     const TempFolder folder;
     const fs::path file = folder.path() / "localtime";
-    const auto replaceByRename = [&] {
-        fs::create_symlink("nowhere", folder.path() / "new");
+    int links = 0;
+    const auto link = [&] {
+        const fs::path rules = folder.path() / std::to_string(++links);
+        std::ofstream(rules) << "rules";
+        fs::create_symlink(rules, folder.path() / "new");
         fs::rename(folder.path() / "new", file);
     };
     const auto write = [&] { std::ofstream(file) << "rules"; };
     const auto remove = [&] { fs::remove(file); };
-    const std::function<void()> ways[] = {replaceByRename, replaceByRename, remove, write, write, write};
+    const std::function<void()> ways[] = {link, write, link, write, remove, write, write};
 
     ZoneVariable zone("Europe/Berlin");
     int changes = 0;

@@ -3,7 +3,6 @@
 namespace brindle {
 
 StopSignals::StopSignals()
-    : interruption_(
-          [this] { QMetaObject::invokeMethod(this, &StopSignals::quitRequested, Qt::QueuedConnection); }) {}
+    : interruption_([this] { QMetaObject::invokeMethod(this, "quitRequested", Qt::QueuedConnection); }) {}
 
 }  // namespace brindle
