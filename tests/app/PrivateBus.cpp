@@ -1,0 +1,77 @@
+#include "app/PrivateBus.h"
+
+#include <QCoreApplication>
+#include <QDBusConnectionInterface>
+#include <QDeadlineTimer>
+#include <QThread>
+#include <atomic>
+#include <chrono>
+#include <fstream>
+#include <stdexcept>
+
+namespace brindle {
+namespace {
+
+constexpr std::chrono::seconds longestWait{20};
+
+ProgramLaunch daemonLaunch(const std::filesystem::path& folder) {
+    const auto configuration = folder / "bus.conf";
+    std::ofstream(configuration) << "<busconfig><type>session</type><listen>unix:path="
+                                 << (folder / "bus").native()
+                                 << "</listen><policy context='default'><allow send_destination='*'/>"
+                                    "<allow eavesdrop='true'/><allow own='*'/></policy></busconfig>";
+    return {
+        .arguments = {"dbus-daemon", "--nofork", "--nopidfile", "--config-file=" + configuration.native()},
+        .environment = {}};
+}
+
+ProgramLaunch mockLaunch(const PrivateBus& bus, const std::string& mockTemplate) {
+    // The one that the system's packages are for, whatever else the user has in PATH.
+    return {.arguments = {"/usr/bin/python3", "-m", "dbusmock", "--template", mockTemplate},
+            .environment = {"DBUS_SYSTEM_BUS_ADDRESS=" + bus.address()}};
+}
+
+}  // namespace
+
+PrivateBus::PrivateBus() : daemon_(std::make_unique<RunningProgram>(daemonLaunch(folder_.path()))) {
+    if (!eventually([this] { return std::filesystem::exists(folder_.path() / "bus"); }))
+        throw std::runtime_error("the bus does not come up");
+}
+
+PrivateBus::~PrivateBus() {
+    for (const QString& connection : connections_) QDBusConnection::disconnectFromBus(connection);
+}
+
+QDBusConnection PrivateBus::connect() {
+    static std::atomic<int> last;
+    const QString name = QString("test%1").arg(++last);
+    connections_.push_back(name);
+    return QDBusConnection::connectToBus(QString::fromStdString(address()), name);
+}
+
+std::string PrivateBus::address() const {
+    return "unix:path=" + (folder_.path() / "bus").native();
+}
+
+bool PrivateBus::hasService(const QString& name) {
+    if (connections_.empty()) (void)connect();
+    return QDBusConnection(connections_.front()).interface()->isServiceRegistered(name);
+}
+
+MockService::MockService(PrivateBus& bus, const std::string& mockTemplate, const QString& name)
+    : program_(mockLaunch(bus, mockTemplate)) {
+    if (!eventually([&] { return bus.hasService(name) || !program_.isRunning(); }) || !program_.isRunning())
+        throw std::runtime_error("the mock service does not come up");
+}
+
+bool eventually(const std::function<bool()>& condition) {
+    const QDeadlineTimer deadline(longestWait);
+    while (!condition()) {
+        if (deadline.hasExpired()) return false;
+        QCoreApplication::processEvents();
+        QThread::msleep(1);
+    }
+    return true;
+}
+
+}  // namespace brindle
