@@ -11,6 +11,7 @@ namespace brindle {
 namespace {
 
 constexpr int noon = 12;
+constexpr int daysInWeek = 7;
 constexpr double millisecondsPerSecond = 1000;
 
 std::unique_ptr<icu::TimeZone> zoneNamed(const std::string& name) {
@@ -147,6 +148,23 @@ std::vector<LocalDay> Calendar::days(const LocalDay& first, const LocalDay& last
         day = next;
     }
     return days;
+}
+
+int Calendar::placeInWeek(const LocalDay& day) const {
+    const auto calendar = parts_->at(day, noon);
+    if (!calendar) return 0;
+    UErrorCode status = U_ZERO_ERROR;
+    const int weekday = calendar->get(UCAL_DAY_OF_WEEK, status);
+    const int first = calendar->getFirstDayOfWeek(status);
+    return U_SUCCESS(status) ? (weekday - first + daysInWeek) % daysInWeek : 0;
+}
+
+std::array<std::string, 7> Calendar::weekdayNames() const {
+    std::array<std::string, 7> names;
+    const LocalDay someDay = day(0);
+    for (const LocalDay& named : days(someDay, addingDays(someDay, daysInWeek - 1)))
+        names.at(static_cast<std::size_t>(placeInWeek(named))) = parts_->label(time(named, noon), "ccc");
+    return names;
 }
 
 std::string Calendar::longLabel(const LocalDay& day) const {

@@ -3,6 +3,7 @@
 #include "model/LocalDay.h"
 #include "model/UnixTime.h"
 
+#include <array>
 #include <memory>
 #include <string>
 #include <vector>
@@ -42,6 +43,12 @@ public:
 
     /// Every day from `first` through `last`; empty when `last` is earlier.
     [[nodiscard]] std::vector<LocalDay> days(const LocalDay& first, const LocalDay& last) const;
+
+    /// Where the day stands in its week, which begins as the locale says: 0 to 6.
+    [[nodiscard]] int placeInWeek(const LocalDay& day) const;
+
+    /// The short names of the days of a week, in its order: "Sun", "Mon" and so on.
+    [[nodiscard]] std::array<std::string, 7> weekdayNames() const;
 
     [[nodiscard]] std::string longLabel(const LocalDay& day) const;    // "Saturday, March 7, 2026"
     [[nodiscard]] std::string mediumLabel(const LocalDay& day) const;  // "Saturday, March 7"

@@ -2,8 +2,6 @@
 
 #include "model/RawText.h"
 
-#include <array>
-
 namespace brindle {
 namespace {
 
@@ -12,8 +10,6 @@ constexpr RawTextRow<AppearanceMode> appearanceModes[] = {
 
 constexpr RawTextRow<TextSize> textSizes[] = {
     {TextSize::standard, "standard"}, {TextSize::large, "large"}, {TextSize::extraLarge, "extraLarge"}};
-
-constexpr std::array checkIntervals{5, 15, 30, 60};
 
 std::optional<AppearanceMode> valueOf(const SettingValues& settings,
                                       const PreferenceKey<AppearanceMode>& key) {
@@ -32,7 +28,8 @@ std::optional<int> valueOf(const SettingValues& settings, const PreferenceKey<in
 }
 
 std::optional<bool> valueOf(const SettingValues& settings, const PreferenceKey<bool>& key) {
-    return settings.boolean(key.name);
+    return key.field == &Preferences::showsMenuBarItem ? settings.storedBoolean(key.name)
+                                                       : settings.boolean(key.name);
 }
 
 }  // namespace

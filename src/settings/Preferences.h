@@ -3,6 +3,7 @@
 #include "settings/SettingValues.h"
 #include "settings/SettingsFile.h"
 
+#include <array>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
@@ -20,11 +21,14 @@ enum class TextSize { standard, large, extraLarge };
 [[nodiscard]] std::optional<AppearanceMode> appearanceModeFrom(std::string_view rawText);
 [[nodiscard]] std::optional<TextSize> textSizeFrom(std::string_view rawText);
 
+/// The choices of minutes between automatic checks.
+inline constexpr std::array checkIntervals{5, 15, 30, 60};
+
 /// What the user has set, and what holds until then.
 struct Preferences {
     AppearanceMode appearance = AppearanceMode::dark;
     TextSize textSize = TextSize::standard;
-    int checkInterval = 5;  // minutes: 5, 15, 30 or 60
+    int checkInterval = 5;  // minutes, one of checkIntervals
     bool checksPaused = false;
     bool showsMenuBarItem = true;
     bool miniWindowKeepsOnTop = false;
@@ -57,7 +61,8 @@ inline constexpr PreferenceKey<bool> startupSetupCompleted{"startupSetupComplete
                                                            &Preferences::startupSetupCompleted};
 }  // namespace preferenceKeys
 
-/// Never fails: what is missing, of another type or unknown has its default.
+/// Never fails: what is missing, of another type or unknown has its default. For `showsMenuBarItem` an
+/// argument is of another type, as it is a text.
 [[nodiscard]] Preferences readPreferences(const SettingValues& settings);
 
 void to_json(nlohmann::ordered_json& json, AppearanceMode mode);

@@ -44,6 +44,11 @@ std::optional<std::string> SettingValues::text(const std::string& key) const {
 
 std::optional<bool> SettingValues::boolean(const std::string& key) const {
     if (const std::string* given = argument(key)) return booleanFrom(*given);
+    return storedBoolean(key);
+}
+
+std::optional<bool> SettingValues::storedBoolean(const std::string& key) const {
+    if (argument(key) != nullptr) return {};
     const auto* value = stored(key);
     return value != nullptr && value->is_boolean() ? std::optional(value->get<bool>()) : std::nullopt;
 }

@@ -22,6 +22,8 @@ public:
     [[nodiscard]] std::optional<std::string> text(const std::string& key) const;
     /// As an argument: "yes", "true" or "1", and "no", "false" or "0", in any case of letters.
     [[nodiscard]] std::optional<bool> boolean(const std::string& key) const;
+    /// As boolean(), but an argument is a text and never a Boolean.
+    [[nodiscard]] std::optional<bool> storedBoolean(const std::string& key) const;
     [[nodiscard]] std::optional<std::int64_t> integer(const std::string& key) const;
 
 private:

@@ -22,7 +22,7 @@ TEST(Preferences, FallBackWhereNothingSensibleIsSet) {
         {{{"checkInterval", 1e300}}, {}, {}},
         {{{"appearance", "light"}, {"checkInterval", 15}, {"showsMenuBarItem", true}},
          {{"appearance", "system"}, {"checkInterval", "60"}, {"showsMenuBarItem", "NO"}},
-         {.appearance = AppearanceMode::system, .checkInterval = 60, .showsMenuBarItem = false}},
+         {.appearance = AppearanceMode::system, .checkInterval = 60}},
         // Senseless arguments hide what is stored.
         {{{"appearance", "light"}, {"checkInterval", 15}, {"checksPaused", true}},
          {{"appearance", "pink"}, {"checkInterval", "15 minutes"}, {"checksPaused", "perhaps"}},

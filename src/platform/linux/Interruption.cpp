@@ -33,8 +33,7 @@ Interruption::Interruption(std::function<void()> onFirst) : onFirst_(std::move(o
 Interruption::~Interruption() {
     eventfd_write(end_.get(), 1);
     thread_.join();
-    const sigset_t signals = stopSignals();
-    pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
+    hearStopSignals();
 }
 
 void Interruption::listen() {
@@ -51,10 +50,14 @@ void Interruption::listen() {
         }
         const int signal = static_cast<int>(received.ssi_signo);
         std::signal(signal, SIG_DFL);
-        const sigset_t signals = stopSignals();
-        pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
+        hearStopSignals();
         raise(signal);
     }
+}
+
+void hearStopSignals() {
+    const sigset_t signals = stopSignals();
+    pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
 }
 
 }  // namespace brindle

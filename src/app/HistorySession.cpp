@@ -1,0 +1,173 @@
+#include "app/HistorySession.h"
+
+#include "checks/Failures.h"
+#include "checks/Maintenance.h"
+#include "checks/TrackedLocations.h"
+#include "model/Translation.h"
+#include "settings/WindowLock.h"
+#include "store/StoredHistory.h"
+
+#include <stdexcept>
+#include <utility>
+
+namespace brindle {
+
+struct HistorySession::Open {
+    std::shared_ptr<HistoryStore> store;
+    FileLock windowLock;
+    RunLockSource locks;
+    std::shared_ptr<StoredHistory> source;
+    std::unique_ptr<ScanCoordinator> coordinator;  // last, so that it ends first
+};
+
+HistorySession::HistorySession(SessionParts parts, QObject* parent)
+    : QObject(parent), parts_(std::move(parts)) {}
+
+HistorySession::~HistorySession() = default;
+
+std::shared_ptr<HistorySource> HistorySession::source() const {
+    return history_ ? history_->source : nullptr;
+}
+
+HistoryStore* HistorySession::store() const {
+    return history_ ? history_->store.get() : nullptr;
+}
+
+std::shared_ptr<HistorySession::Open> HistorySession::makeOpen(bool estimatesEnabled) {
+    auto store = std::make_shared<HistoryStore>(parts_.dataDirectory, parts_.now);
+    auto windowLock = tryToTakeWindowLock(parts_.dataDirectory);
+    if (!windowLock) throw std::runtime_error(translated("Another Brindle window uses this history."));
+    auto history = std::make_shared<Open>(
+        Open{.store = store,
+             .windowLock = std::move(*windowLock),
+             .locks = RunLockSource(parts_.dataDirectory),
+             .source = std::make_shared<StoredHistory>(store, parts_.calendar(), parts_.now),
+             .coordinator = nullptr});
+    history->coordinator = std::make_unique<ScanCoordinator>(
+        *store, history->locks,
+        [this](const CoordinatorEvent& event) {
+            QMetaObject::invokeMethod(
+                this, [this, event] { take(event); }, Qt::QueuedConnection);
+        },
+        estimatesEnabled, parts_.trees());
+    return history;
+}
+
+void HistorySession::open(bool estimatesEnabled) {
+    if (isOpen() || isOpening_ || isStopping_) return;
+    isOpening_ = true;
+    Q_EMIT openingChanged();
+    background_.run([this, estimatesEnabled] { return makeOpen(estimatesEnabled); })
+        .then(this,
+              [this](const std::shared_ptr<Open>& history) {
+                  endOpening();
+                  if (isStopping_) return;
+                  history_ = history;
+                  Q_EMIT opened();
+              })
+        .onFailed(this, [this](const std::exception& error) {
+            endOpening();
+            Q_EMIT failed(QString::fromStdString(failureSentence(error, parts_.dataDirectory)));
+        });
+}
+
+void HistorySession::endOpening() {
+    isOpening_ = false;
+    Q_EMIT openingChanged();
+}
+
+template <class Work, class Then>
+void HistorySession::whileOpen(Work work, Then then) {
+    if (!isOpen() || isStopping_) return;
+    background_.run([history = history_, work = std::move(work)] { return work(*history); })
+        .then(this, std::move(then))
+        .onFailed(this, [this](const std::exception& error) {
+            Q_EMIT troubled(QString::fromStdString(failureSentence(error, parts_.dataDirectory)));
+        });
+}
+
+void HistorySession::checkAll() {
+    const auto locations = [](Open& history) {
+        std::vector<LocationID> ids;
+        for (const LocationRecord& record : trackedLocations(*history.store)) ids.push_back(record.id);
+        return ids;
+    };
+    whileOpen(locations, [this](std::vector<LocationID> ids) { check(std::move(ids)); });
+}
+
+void HistorySession::check(std::vector<LocationID> locations) {
+    if (!isOpen() || isStopping_ || locations.empty()) return;
+    static_cast<void>(history_->coordinator->run({.locations = std::move(locations)}));
+}
+
+void HistorySession::cancelCheck() {
+    if (isOpen()) history_->coordinator->cancel();
+}
+
+void HistorySession::refreshStatuses() {
+    whileOpen([](Open& history) { history.coordinator->refreshStatuses().get(); },
+              [this] { reloadFigures(); });
+}
+
+void HistorySession::setEstimatesEnabled(bool enabled) {
+    if (!isOpen() || isStopping_) return;
+    if (enabled) return history_->coordinator->enableEstimates();
+    whileOpen([](Open& history) { history.coordinator->disableEstimates().get(); },
+              [this] { reloadFigures(); });
+}
+
+void HistorySession::take(const CoordinatorEvent& event) {
+    if (const auto* started = std::get_if<LocationStarted>(&event)) {
+        activity_ = CheckActivity{.locationName = started->name};
+    } else if (const auto* progress = std::get_if<LocationProgress>(&event)) {
+        activity_ = CheckActivity{.locationName = progress->name,
+                                  .filesSeen = progress->progress.filesSeen,
+                                  .bytesSeen = progress->progress.bytesSeen,
+                                  .elapsed = progress->progress.elapsed};
+    } else if (const auto* estimating = std::get_if<LocationEstimating>(&event)) {
+        if (!activity_) activity_.emplace();
+        activity_->locationName = estimating->name;
+        activity_->isEstimating = true;
+    } else if (const auto* finished = std::get_if<RunFinished>(&event)) {
+        activity_.reset();
+        Q_EMIT activityChanged();
+        Q_EMIT runFinished(finished->summary);
+        reloadFigures();
+        whileOpen([this](Open& history) { maintain(*history.store, parts_.now, parts_.calendar()); }, [] {});
+        return;
+    }
+    Q_EMIT activityChanged();
+}
+
+void HistorySession::reloadFigures() {
+    const int asked = ++figuresAsked_;
+    const auto read = [](Open& history) {
+        HistoryFigures figures{.snapshot = history.source->snapshot().get(),
+                               .records = history.store->loadLocations().get(),
+                               .unreadable = {},
+                               .cloudOnlyBytes = history.store->cloudOnlyBytes().get()};
+        for (const LocationRecord& record : figures.records)
+            if (auto folders = history.store->unreadableFolders(record.id).get(); !folders.empty())
+                figures.unreadable.emplace(record.id, std::move(folders));
+        return figures;
+    };
+    whileOpen(read, [this, asked](const HistoryFigures& figures) {
+        if (asked == figuresAsked_) Q_EMIT figuresLoaded(figures);
+    });
+}
+
+void HistorySession::stop() {
+    if (isStopping_) return;
+    isStopping_ = true;
+    const auto end = [history = history_] {
+        if (!history) return;
+        history->coordinator->cancel();
+        if (const auto running = history->coordinator->running()) running->wait();
+        // Behind everything that was handed to the writer: nothing that was begun is cut off.
+        static_cast<void>(history->store->checkpoint().get());
+    };
+    const auto tell = [this] { Q_EMIT stopped(); };
+    background_.run(end).then(this, tell).onFailed(this, [tell](const std::exception&) { tell(); });
+}
+
+}  // namespace brindle

@@ -1,0 +1,110 @@
+#pragma once
+
+#include "app/Background.h"
+#include "app/CheckActivity.h"
+#include "checks/ScanCoordinator.h"
+#include "model/Calendar.h"
+#include "model/HistorySource.h"
+#include "platform/FileLock.h"
+#include "platform/TreeReader.h"
+#include "store/HistoryStore.h"
+
+#include <QObject>
+#include <QString>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <unordered_map>
+#include <vector>
+
+namespace brindle {
+
+/// All that the pages show of the user's own history without a list of changes.
+struct HistoryFigures {
+    HistorySnapshot snapshot;
+    std::vector<LocationRecord> records;  // as stored, removed ones included
+    std::unordered_map<LocationID, std::vector<UnreadableFolder>> unreadable;  // at the last check
+    std::unordered_map<LocationID, std::int64_t> cloudOnlyBytes;
+};
+
+/// What a session works with; tests bring their own.
+struct SessionParts {
+    std::string dataDirectory;
+    Clock now = systemNow;
+    std::function<Calendar()> calendar = Calendar::current;
+    std::function<std::unique_ptr<const TreeSource>()> trees = [] { return makeTreeSource(); };
+};
+
+/// The user's own history while the program runs: opened, checked and read without the main thread waiting.
+/// Thread: main.
+class HistorySession : public QObject {
+    Q_OBJECT
+
+public:
+    explicit HistorySession(SessionParts parts, QObject* parent = nullptr);
+
+    /// Cancels what runs and waits for it; stop() first keeps the main thread from waiting here.
+    ~HistorySession() override;
+
+    /// Opens the history and takes the window's lock; ends with opened() or failed(). May be called again
+    /// after a failure.
+    void open(bool estimatesEnabled);
+    [[nodiscard]] bool isOpen() const { return history_ != nullptr; }
+    [[nodiscard]] bool isOpening() const { return isOpening_; }
+
+    /// Null until it is open.
+    [[nodiscard]] std::shared_ptr<HistorySource> source() const;
+    [[nodiscard]] HistoryStore* store() const;
+
+    /// Checks every tracked location, or these. Joins the run that is going on.
+    void checkAll();
+    void check(std::vector<LocationID> locations);
+    [[nodiscard]] bool isChecking() const { return activity_.has_value(); }
+    [[nodiscard]] const std::optional<CheckActivity>& activity() const { return activity_; }
+    void cancelCheck();
+    /// Looks for the locations without checking them, then reloads the figures.
+    void refreshStatuses();
+    /// Off deletes the estimates; then the figures are reloaded.
+    void setEstimatesEnabled(bool enabled);
+
+    /// Reads the figures; ends with figuresLoaded(), unless another call has overtaken this one.
+    void reloadFigures();
+
+    /// Lets the running check end, and the last write. Ends with stopped(); nothing starts any more.
+    void stop();
+
+Q_SIGNALS:
+    void openingChanged();
+    void opened();
+    /// The history cannot be opened; the sentence for the user says why.
+    void failed(const QString& sentence);
+    void activityChanged();
+    void runFinished(const brindle::CheckRunSummary& summary);
+    void figuresLoaded(const brindle::HistoryFigures& figures);
+    /// A read or a change of the history failed.
+    void troubled(const QString& sentence);
+    void stopped();
+
+private:
+    struct Open;
+
+    [[nodiscard]] std::shared_ptr<Open> makeOpen(bool estimatesEnabled);
+    void take(const CoordinatorEvent& event);
+    void endOpening();
+    void run(const std::shared_ptr<Open>& history, RunRequest request);
+    template <class Work, class Then>
+    void whileOpen(Work work, Then then);
+
+    SessionParts parts_;
+    std::shared_ptr<Open> history_;
+    std::optional<CheckActivity> activity_;
+    bool isOpening_ = false;
+    bool isStopping_ = false;
+    int figuresAsked_ = 0;
+    Background background_;  // last, so that it ends first
+};
+
+}  // namespace brindle
+
+Q_DECLARE_METATYPE(brindle::CheckRunSummary)
+Q_DECLARE_METATYPE(brindle::HistoryFigures)
