@@ -38,6 +38,7 @@ UpdateController::UpdateController(bool trackingEnabled, const nlohmann::ordered
         };
         updater_ = std::make_unique<Updater>(*feed, std::move(services), postpone);
         connect(updater_.get(), &Updater::changed, this, &UpdateController::changed);
+        connect(updater_.get(), &Updater::noted, this, &UpdateController::noted);
     }
 }
 

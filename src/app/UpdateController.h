@@ -18,7 +18,7 @@ namespace brindle {
 class UpdateController final : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool canCheckForUpdates READ canCheckForUpdates NOTIFY changed)
-    Q_PROPERTY(bool checksAutomatically READ checksAutomatically NOTIFY changed)
+    Q_PROPERTY(bool checksAutomatically READ checksAutomatically WRITE setChecksAutomatically NOTIFY changed)
     Q_PROPERTY(QString readyVersion READ readyVersion NOTIFY changed)
     Q_PROPERTY(QString message READ message NOTIFY changed)
 
@@ -39,7 +39,6 @@ public:
     void checkForUpdates();
 
     [[nodiscard]] bool checksAutomatically() const { return updater_ && updater_->checksAutomatically(); }
-    /// Throws SettingsError.
     void setChecksAutomatically(bool automatically);
 
     /// The version that lies ready to be installed; empty when none does.
@@ -56,6 +55,8 @@ public:
 
 Q_SIGNALS:
     void changed();
+    /// Something that the user should know: what was set could not be stored.
+    void noted(const QString& sentence);
 
 private:
     std::optional<Unavailable> unavailable_;

@@ -84,9 +84,9 @@ std::optional<ProgramVersion> Updater::readyVersion() const {
 
 void Updater::setChecksAutomatically(bool automatically) {
     if (automatically == checksAutomatically_) return;
-    services_.settingsFile.write(automaticKey, automatically);
     checksAutomatically_ = automatically;
     Q_EMIT changed();
+    store(automaticKey, automatically);
     checkIfDue();
 }
 
@@ -116,14 +116,14 @@ void Updater::check() {
 void Updater::readFeed() {
     const UnixTime now = services_.now();
     lastCheck_ = now;
-    remember(lastCheckKey, now);
+    store(lastCheckKey, std::llround(now));
 
     const Appcast feed = parseAppcast(feedText_);
     if (newestFeed_ && feed.date < *newestFeed_)
         throw UpdateError(translated("The list of updates is older than one that was seen before."));
     // A date that lies ahead by mistake must not make every later feed an old one.
     newestFeed_ = std::max(newestFeed_.value_or(0), std::min(feed.date, now));
-    remember(newestFeedKey, *newestFeed_);
+    store(newestFeedKey, std::llround(*newestFeed_));
 
     if (!feed.newest || feed.newest->version <= services_.runningVersion) {
         ready_.reset();
@@ -240,10 +240,13 @@ void Updater::discard(const std::string& message) {
                  [this, message](const auto& /*never*/) { end(message); });
 }
 
-void Updater::remember(const char* key, UnixTime time) {
-    // What cannot be stored is still known until the program ends.
-    inBackground([this, key, seconds = std::llround(time)] { services_.settingsFile.write(key, seconds); },
-                 [](const auto& /*ignored*/) {});
+void Updater::store(const char* key, const nlohmann::ordered_json& value) {
+    const auto write = [file = services_.settingsFile, key, value] {
+        if (const auto note = file.write(key, value)) throw SettingsError(*note);
+    };
+    inBackground(write, [this](const auto& failure) {
+        if (failure) Q_EMIT noted(QString::fromStdString(*failure));
+    });
 }
 
 void Updater::inBackground(std::function<void()> task,

@@ -18,6 +18,7 @@
 #include <fstream>
 #include <functional>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 
@@ -78,7 +79,6 @@ public:
     [[nodiscard]] const std::string& message() const { return message_; }
 
     [[nodiscard]] bool checksAutomatically() const { return checksAutomatically_; }
-    /// Throws SettingsError.
     void setChecksAutomatically(bool automatically);
 
     /// Looks for an update and fetches it; does nothing while it already does.
@@ -93,6 +93,8 @@ public:
 Q_SIGNALS:
     /// Any of the values above is another.
     void changed();
+    /// Something that the user should know: what was set could not be stored.
+    void noted(const QString& sentence);
 
 private:
     void readFeed();
@@ -108,7 +110,7 @@ private:
     void end(const std::string& message);
     /// Ends with the package deleted.
     void discard(const std::string& message);
-    void remember(const char* key, UnixTime time);
+    void store(const char* key, const nlohmann::ordered_json& value);
     /// Runs the task on the worker, then the continuation here, with what the task threw.
     void inBackground(std::function<void()> task,
                       std::function<void(const std::optional<std::string>& failure)> then);

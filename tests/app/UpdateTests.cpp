@@ -218,8 +218,8 @@ TEST_F(Updates, AreNotOfferedWhenAnythingIsWrong) {
         {"NoVersion", item("newest", date), {.body = package_}, damaged},
         {"PlainHttp", with("https:", "http:"), {.body = package_}, damaged},
         {"NameOfAnOption", with(url, server_.address("/-rf").toLatin1()), {.body = package_}, damaged},
-        {"NameOutside",
-         with(url, server_.address("/%2e%2e%2fbrindle.deb").toLatin1()),
+        {"NameWithBlanks",
+         with(url, server_.address("/brindle%20$(x).deb").toLatin1()),
          {.body = package_},
          damaged},
         {"NoDate", with("pubDate", "when").replace("/pubDate", "/when"), {.body = package_}, damaged},
@@ -376,6 +376,14 @@ TEST_F(Updates, AreLookedForOnceADay) {
     updates_->setChecksAutomatically(true);
     ended();
     EXPECT_GT(server_.requests.size(), before) << "switched on when one is due";
+
+    std::filesystem::remove(folder_.path() / "preferences.json");
+    std::filesystem::create_symlink("elsewhere", folder_.path() / "preferences.json");
+    QString note;
+    QObject::connect(updates_.get(), &UpdateController::noted, [&note](const QString& said) { note = said; });
+    updates_->setChecksAutomatically(false);
+    EXPECT_TRUE(runUntil([&note] { return note.contains("symbolic link"); }));
+    EXPECT_FALSE(updates_->checksAutomatically());
 }
 
 TEST_F(Updates, AreUnavailableWithoutAFeedAndAKey) {
