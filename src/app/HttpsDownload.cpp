@@ -31,14 +31,14 @@ QNetworkRequest prepared(QNetworkRequest request, const std::string& version,
 
 }  // namespace
 
-HttpsDownload::HttpsDownload(QNetworkAccessManager& network, QNetworkRequest request,
+HttpsDownload::HttpsDownload(QNetworkAccessManager& network, const QNetworkRequest& request,
                              const std::string& version, const DownloadLimits& limits, Sink sink, Done done,
                              QObject* parent)
     : QObject(parent),
       limits_(limits),
       sink_(std::move(sink)),
       done_(std::move(done)),
-      reply_(network.get(prepared(std::move(request), version, limits.silence))) {
+      reply_(network.get(prepared(request, version, limits.silence))) {
     reply_->setReadBufferSize(readBuffer);
     connect(reply_, &QNetworkReply::metaDataChanged, this, &HttpsDownload::readHead);
     connect(reply_, &QNetworkReply::readyRead, this, &HttpsDownload::readPart);

@@ -29,7 +29,7 @@ public:
     using Done = std::function<void(const std::optional<std::string>& failure)>;
 
     /// `request`: its address and TLS settings. `network` outlives the download or takes it along.
-    HttpsDownload(QNetworkAccessManager& network, QNetworkRequest request, const std::string& version,
+    HttpsDownload(QNetworkAccessManager& network, const QNetworkRequest& request, const std::string& version,
                   const DownloadLimits& limits, Sink sink, Done done, QObject* parent);
     ~HttpsDownload() override;
 

@@ -7,22 +7,16 @@
 namespace brindle {
 namespace {
 
-/// Empty when the key is missing or holds no text.
-std::string textOf(const nlohmann::ordered_json& information, const char* key) {
-    const auto value = information.find(key);
-    return value != information.end() && value->is_string() ? value->get<std::string>() : std::string();
-}
-
-std::optional<UpdateFeed> feedOf(const nlohmann::ordered_json& information) {
-    const QUrl address(QString::fromStdString(textOf(information, "SUFeedURL")), QUrl::StrictMode);
-    const auto key = UpdateKey::from(textOf(information, "SUPublicEDKey"));
+std::optional<UpdateFeed> feedOf(const SettingValues& information) {
+    const QUrl address(QString::fromStdString(information.text("SUFeedURL").value_or("")), QUrl::StrictMode);
+    const auto key = UpdateKey::from(information.text("SUPublicEDKey").value_or(""));
     if (!address.isValid() || address.scheme() != u"https" || address.host().isEmpty() || !key) return {};
     return UpdateFeed{address, *key};
 }
 
 }  // namespace
 
-UpdateController::UpdateController(bool trackingEnabled, const nlohmann::ordered_json& information,
+UpdateController::UpdateController(bool trackingEnabled, const SettingValues& information,
                                    UpdateServices services, std::function<bool()> isBusy, QObject* parent)
     : QObject(parent), isBusy_(std::move(isBusy)) {
     const auto feed = feedOf(information);

@@ -6,7 +6,6 @@
 #include <QString>
 #include <functional>
 #include <memory>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 
@@ -28,9 +27,9 @@ public:
         notConfigured,     // the build has no feed, or no key to check its packages with
     };
 
-    /// `information`: of the program (app/ProgramInformation.h). `isBusy`: whether a check of files is
+    /// `information`: of the program (settings/ProgramInformation.h). `isBusy`: whether a check of files is
     /// running.
-    UpdateController(bool trackingEnabled, const nlohmann::ordered_json& information, UpdateServices services,
+    UpdateController(bool trackingEnabled, const SettingValues& information, UpdateServices services,
                      std::function<bool()> isBusy, QObject* parent = nullptr);
 
     [[nodiscard]] std::optional<Unavailable> unavailable() const { return unavailable_; }

@@ -28,12 +28,6 @@ std::string sentence(const char* text, const Values&... values) {
     return fmt::format(fmt::runtime(translated(text)), values...);
 }
 
-std::string cacheHome() {
-    const auto variable = environmentValue("XDG_CACHE_HOME");
-    return variable && variable->starts_with('/') ? standardizedPath(*variable)
-                                                  : joinedPath(homeFolder(), ".cache");
-}
-
 std::optional<UnixTime> timeIn(const SettingValues& settings, const char* key) {
     const auto seconds = settings.integer(key);
     return seconds ? std::optional(static_cast<UnixTime>(*seconds)) : std::nullopt;
@@ -58,6 +52,16 @@ bool isUpdateCheckDue(std::optional<UnixTime> lastCheck, UnixTime now) {
     return !lastCheck || now < *lastCheck || now - *lastCheck >= day;
 }
 
+template <class Value>
+void Updater::store(const char* key, Value value) {
+    const auto write = [file = services_.settingsFile, key, value] {
+        if (const auto note = file.write(key, value)) throw SettingsError(*note);
+    };
+    inBackground(write, [this](const auto& failure) {
+        if (failure) Q_EMIT noted(QString::fromStdString(*failure));
+    });
+}
+
 Updater::Updater(UpdateFeed feed, UpdateServices services, Postpone postpone, QObject* parent)
     : QObject(parent),
       feed_(std::move(feed)),
@@ -67,10 +71,12 @@ Updater::Updater(UpdateFeed feed, UpdateServices services, Postpone postpone, QO
       lastCheck_(timeIn(services_.settings, lastCheckKey)),
       newestFeed_(timeIn(services_.settings, newestFeedKey)),
       worker_("Brindle.updates") {
-    hourly_.setTimerType(Qt::VeryCoarseTimer);
-    connect(&hourly_, &QTimer::timeout, this, &Updater::checkIfDue);
-    hourly_.start(betweenLooks);
-    QTimer::singleShot(firstLook, Qt::VeryCoarseTimer, this, &Updater::checkIfDue);
+    nextLook_.setTimerType(Qt::VeryCoarseTimer);
+    connect(&nextLook_, &QTimer::timeout, this, [this] {
+        nextLook_.start(betweenLooks);
+        checkIfDue();
+    });
+    nextLook_.start(firstLook);
 }
 
 Updater::~Updater() {
@@ -238,15 +244,6 @@ void Updater::end(const std::string& message) {
 void Updater::discard(const std::string& message) {
     inBackground([folder = services_.downloadFolder] { removeFolder(folder); },
                  [this, message](const auto& /*never*/) { end(message); });
-}
-
-void Updater::store(const char* key, const nlohmann::ordered_json& value) {
-    const auto write = [file = services_.settingsFile, key, value] {
-        if (const auto note = file.write(key, value)) throw SettingsError(*note);
-    };
-    inBackground(write, [this](const auto& failure) {
-        if (failure) Q_EMIT noted(QString::fromStdString(*failure));
-    });
 }
 
 void Updater::inBackground(std::function<void()> task,

@@ -18,7 +18,6 @@
 #include <fstream>
 #include <functional>
 #include <memory>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 
@@ -31,7 +30,7 @@ struct UpdateFeed {
 };
 
 struct UpdateLimits {
-    qint64 largestFeed = qint64{1} << 20;
+    qint64 largestFeed = qint64{1} << 18;  // read on the main thread
     qint64 largestPackage = qint64{128} << 20;
     std::chrono::milliseconds longestSilence = std::chrono::seconds(30);
     std::chrono::milliseconds longestFeed = std::chrono::minutes(1);
@@ -110,7 +109,8 @@ private:
     void end(const std::string& message);
     /// Ends with the package deleted.
     void discard(const std::string& message);
-    void store(const char* key, const nlohmann::ordered_json& value);
+    template <class Value>
+    void store(const char* key, Value value);
     /// Runs the task on the worker, then the continuation here, with what the task threw.
     void inBackground(std::function<void()> task,
                       std::function<void(const std::optional<std::string>& failure)> then);
@@ -121,7 +121,7 @@ private:
     const UpdateServices services_;
     const Postpone postpone_;
     QNetworkAccessManager network_;
-    QTimer hourly_;
+    QTimer nextLook_;
 
     bool checksAutomatically_ = true;
     std::optional<UnixTime> lastCheck_;

@@ -1,5 +1,5 @@
-#include "app/PackageInstaller.h"
 #include "app/EventLoop.h"
+#include "app/PackageInstaller.h"
 #include "app/PrivateBus.h"
 #include "platform/WholeFile.h"
 #include "support/TempFolder.h"

@@ -1,5 +1,4 @@
 #include "app/EventLoop.h"
-#include "app/ProgramInformation.h"
 #include "app/UpdateController.h"
 #include "app/UpdateServer.h"
 #include "platform/WholeFile.h"
@@ -98,8 +97,8 @@ protected:
         const Json information{
             {"SUFeedURL", feed_.empty() ? server_.address("/feed.xml").toStdString() : feed_},
             {"SUPublicEDKey", publisher_.publicKey()}};
-        updates_ =
-            std::make_unique<UpdateController>(true, information, services, [this] { return isBusy_; });
+        updates_ = std::make_unique<UpdateController>(true, SettingValues(information), services,
+                                                      [this] { return isBusy_; });
     }
     /// Checks, and tells what came of it.
     std::string check() {
@@ -413,14 +412,14 @@ TEST_F(Updates, AreUnavailableWithoutAFeedAndAKey) {
     for (const auto& [tracking, information, unavailable] : cases) {
         SCOPED_TRACE(information);
         const UpdateController updates(
-            tracking, information,
+            tracking, SettingValues(information),
             UpdateServices::ofUser(SettingValues(), SettingsFile(folder_.path() / "none")),
             [] { return false; });
         EXPECT_EQ(updates.unavailable(), unavailable);
         EXPECT_EQ(updates.canCheckForUpdates(), !unavailable);
         EXPECT_EQ(updates.checksAutomatically(), !unavailable);
     }
-    UpdateController none(true, Json::object(),
+    UpdateController none(true, SettingValues(),
                           UpdateServices::ofUser(SettingValues(), SettingsFile(folder_.path() / "none")),
                           [] { return false; });
     none.checkForUpdates();
@@ -428,20 +427,6 @@ TEST_F(Updates, AreUnavailableWithoutAFeedAndAKey) {
     none.install();
     none.runPostponedInstall();
     EXPECT_EQ(none.message(), "");
-}
-
-TEST(ProgramInformation, IsReadOrEmpty) {
-    const TempFolder folder;
-    const std::string path = folder.path() / "share/brindle/brindle-info.json";
-    EXPECT_EQ(informationFile(folder.path() / "bin/brindle-desktop"), path);
-    EXPECT_EQ(readInformation(path), Json::object());
-    std::filesystem::create_directories(folder.path() / "share/brindle");
-    for (const char* damaged : {"", "{", "[1]"}) {
-        std::ofstream(path) << damaged;
-        EXPECT_EQ(readInformation(path), Json::object()) << damaged;
-    }
-    std::ofstream(path) << R"({"SUFeedURL": "https://localhost"})";
-    EXPECT_EQ(readInformation(path), (Json{{"SUFeedURL", "https://localhost"}}));
 }
 
 TEST(ProgramVersion, IsComparedByNumbersAndThenByWhatComesBefore) {

@@ -1,9 +1,11 @@
-#include "app/ProgramInformation.h"
+#include "settings/ProgramInformation.h"
 
 #include "platform/Paths.h"
 #include "platform/WholeFile.h"
 
+#include <nlohmann/json.hpp>
 #include <system_error>
+#include <utility>
 
 namespace brindle {
 namespace {
@@ -16,14 +18,14 @@ std::string informationFile(const std::string& program) {
     return joinedPath(parentPath(parentPath(program)), "share/brindle/brindle-info.json");
 }
 
-nlohmann::ordered_json readInformation(const std::string& path) {
+SettingValues readInformation(const std::string& path) {
     try {
         const std::string text = readWholeFile(path, largestFile).value_or("");
         auto information = nlohmann::ordered_json::parse(text, nullptr, false);
-        if (information.is_object()) return information;
+        if (information.is_object()) return SettingValues(std::move(information));
     } catch (const std::system_error&) {  // as good as missing
     }
-    return nlohmann::ordered_json::object();
+    return SettingValues();
 }
 
 }  // namespace brindle

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <nlohmann/json.hpp>
+#include "settings/SettingValues.h"
+
 #include <string>
 
 namespace brindle {
@@ -9,7 +10,7 @@ namespace brindle {
 /// program is.
 [[nodiscard]] std::string informationFile(const std::string& program);
 
-/// A JSON object; an empty one when the file is missing or damaged.
-[[nodiscard]] nlohmann::ordered_json readInformation(const std::string& path);
+/// Nothing is set when the file is missing or damaged.
+[[nodiscard]] SettingValues readInformation(const std::string& path);
 
 }  // namespace brindle
