@@ -71,6 +71,9 @@ Updater::Updater(UpdateFeed feed, UpdateServices services, Postpone postpone, QO
       lastCheck_(timeIn(services_.settings, lastCheckKey)),
       newestFeed_(timeIn(services_.settings, newestFeedKey)),
       worker_("Brindle.updates") {
+    connect(
+        this, &Updater::taskEnded, this, [](const std::function<void()>& then) { then(); },
+        Qt::QueuedConnection);
     nextLook_.setTimerType(Qt::VeryCoarseTimer);
     connect(&nextLook_, &QTimer::timeout, this, [this] {
         nextLook_.start(betweenLooks);
@@ -255,8 +258,7 @@ void Updater::inBackground(std::function<void()> task,
         } catch (const std::exception& error) {
             failure = error.what();
         }
-        QMetaObject::invokeMethod(
-            this, [then, failure] { then(failure); }, Qt::QueuedConnection);
+        Q_EMIT taskEnded([then, failure] { then(failure); }, QPrivateSignal());
     });
 }
 

@@ -94,6 +94,8 @@ Q_SIGNALS:
     void changed();
     /// Something that the user should know: what was set could not be stored.
     void noted(const QString& sentence);
+    /// From the worker to the updater itself.
+    void taskEnded(const std::function<void()>& then, QPrivateSignal);
 
 private:
     void readFeed();

@@ -1,38 +1,16 @@
 #include "app/EventLoop.h"
 #include "app/PackageInstaller.h"
 #include "app/PrivateBus.h"
+#include "app/SoftwareManager.h"
 #include "platform/WholeFile.h"
 #include "support/TempFolder.h"
 
-#include <QDBusContext>
-#include <QDBusMessage>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 
 namespace brindle {
 namespace {
-
-/// The session's software manager, answering as the test wants.
-class SoftwareManager : public QObject, protected QDBusContext {
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.PackageKit.Modify")
-
-public:
-    QString error;
-    QStringList installed;
-
-public Q_SLOTS:
-    void InstallPackageFiles(uint window, const QStringList& files, const QString& interaction) {
-        EXPECT_EQ(window, 0U);
-        EXPECT_EQ(interaction, "");
-        if (error.isEmpty()) {
-            installed += files;
-        } else {
-            sendErrorReply(error, "for the test");
-        }
-    }
-};
 
 TEST(PackageInstaller, AsksTheSoftwareManagerAndElseOpensThePackage) {
     const TempFolder folder;
@@ -80,5 +58,3 @@ TEST(PackageInstaller, AsksTheSoftwareManagerAndElseOpensThePackage) {
 
 }  // namespace
 }  // namespace brindle
-
-#include "PackageInstallerTests.moc"
