@@ -59,7 +59,8 @@ struct UpdateServices {
 /// Looks for a newer version of the program, fetches its package and hands it to the system's installer when
 /// the user wants it. A package is offered only when its length and signature are right. A feed older than
 /// one seen before is refused, and a version that is not newer is none.
-/// Thread: its own, which never waits: files are written and read on one of the updater's.
+/// Thread: its own, which never waits. A package is written as it arrives, in small parts; it is checked, and
+/// what is to be remembered is stored, on a thread of the updater's.
 class Updater final : public QObject {
     Q_OBJECT
 
