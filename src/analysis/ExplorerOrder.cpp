@@ -133,22 +133,28 @@ private:
 /// forgotten in between gets another number.
 class RecentNames {
 public:
-    /// The name's number, or `next` for one that is not known; it is known from now on.
-    std::uint32_t number(const std::string& name, std::uint32_t next) {
+    /// The name's number, or the next one for a name that is not known; it is known from now on.
+    std::uint32_t number(const std::string& name) {
         const std::size_t hash = std::hash<std::string>{}(name);
+        const auto check = static_cast<std::uint32_t>(hash >> 32);
         Slot& slot = slots_[hash % slots_.size()];
-        if (slot.name == nullptr || slot.hash != hash || *slot.name != name) slot = {hash, &name, next};
+        if (slot.check != check || slot.number >= names_.size() || *names_[slot.number] != name) {
+            slot = {check, count()};
+            names_.push_back(&name);
+        }
         return slot.number;
     }
 
+    [[nodiscard]] std::uint32_t count() const { return static_cast<std::uint32_t>(names_.size()); }
+
 private:
     struct Slot {
-        std::size_t hash = 0;
-        const std::string* name = nullptr;
+        std::uint32_t check = 0;  // the hash's other half: names that differ are seldom looked at
         std::uint32_t number = 0;
     };
 
     std::vector<Slot> slots_ = std::vector<Slot>(1 << 16);
+    std::vector<const std::string*> names_;
 };
 
 /// The changes come in the order of their ids, which names that are alike keep.
@@ -158,8 +164,8 @@ void sortByName(Changes& changes, const std::string& locale) {
     std::vector<std::uint32_t> names;  // of the changes
     names.reserve(changes.size());
     for (const FileChange* change : changes) {
-        names.push_back(recent.number(change->name, keys.count()));
-        if (names.back() == keys.count()) keys.add(change->name);
+        names.push_back(recent.number(change->name));
+        if (recent.count() > keys.count()) keys.add(change->name);
     }
     // With the changes of every place in the order of their ids, there is nothing left to compare.
     const auto places = keys.places();

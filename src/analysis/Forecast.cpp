@@ -21,7 +21,7 @@ constexpr RawTextRow<NoForecast> reasons[] = {{NoForecast::tooFewReadings, "tooF
                                               {NoForecast::uneven, "uneven"}};
 
 constexpr int fewestReadings = 10;
-constexpr int shortestSpan = 14;      // days; two of the weekly rhythms that most use has
+constexpr int shortestSpan = 21;      // days; three of the weekly rhythms that most use has
 constexpr int oldestLastReading = 7;  // days
 constexpr int horizon = 365;          // days
 // Volumes that share a pool state a total that moves a little with their neighbours.
@@ -48,6 +48,7 @@ std::vector<DayReading> lastOfEachDay(std::span<const VolumeReading> samples, co
         if (known == nullptr || known->readAt <= sample.readAt) known = &sample;
     }
     std::vector<DayReading> readings;
+    readings.reserve(last.size());
     for (const auto& [day, sample] : last)
         readings.push_back({.day = day,
                             .number = calendar.daysBetween(last.begin()->first, day),
@@ -93,33 +94,40 @@ std::vector<double> paces(std::span<const DayReading> readings) {
     return found;
 }
 
-struct Count {
-    int number;
-    int earliest;
-    int latest;
+/// A FullIn in a unit of `daysInUnit` days.
+struct Duration {
+    Duration(const FullIn& full, double daysInUnit)
+        : usual(std::lround(full.days / daysInUnit)),
+          earliest(std::lround(full.earliest / daysInUnit)),
+          latest(std::lround(full.latest / daysInUnit)) {}
+
+    /// `form`: the unit's text in the form that fits `usual`.
+    [[nodiscard]] std::string text(const char* form) const {
+        std::string text = fmt::format(fmt::runtime(form), groupedNumber(usual));
+        if (earliest != latest)
+            text += fmt::format(fmt::runtime(translated(" ({} to {})")), groupedNumber(earliest),
+                                groupedNumber(latest));
+        return text;
+    }
+
+    std::int64_t usual;
+    std::int64_t earliest;
+    std::int64_t latest;
 };
 
-Count inUnitsOf(double days, const FullIn& full) {
-    const auto rounded = [days](int count) { return static_cast<int>(std::lround(count / days)); };
-    return {rounded(full.days), rounded(full.earliest), rounded(full.latest)};
-}
-
-std::string spanText(const char* one, const char* many, const Count& count) {
-    std::string text =
-        fmt::format(fmt::runtime(translatedCount(one, many, count.number)), groupedNumber(count.number));
-    if (count.earliest != count.latest)
-        text += fmt::format(fmt::runtime(translated(" ({} to {})")), groupedNumber(count.earliest),
-                            groupedNumber(count.latest));
-    return text;
-}
-
-std::string spanText(const FullIn& full) {
+std::string durationText(const FullIn& full) {
     constexpr double daysInWeek = 7;
     constexpr double daysInMonth = 30.44;
-    if (full.days < 2 * daysInWeek) return spanText("about {} day", "about {} days", inUnitsOf(1, full));
-    if (full.days < 2 * daysInMonth)
-        return spanText("about {} week", "about {} weeks", inUnitsOf(daysInWeek, full));
-    return spanText("about {} month", "about {} months", inUnitsOf(daysInMonth, full));
+    if (full.days < 2 * daysInWeek) {
+        const Duration days(full, 1);
+        return days.text(translatedCount("about {} day", "about {} days", days.usual));
+    }
+    if (full.days < 2 * daysInMonth) {
+        const Duration weeks(full, daysInWeek);
+        return weeks.text(translatedCount("about {} week", "about {} weeks", weeks.usual));
+    }
+    const Duration months(full, daysInMonth);
+    return months.text(translatedCount("about {} month", "about {} months", months.usual));
 }
 
 }  // namespace
@@ -138,13 +146,14 @@ Forecast forecast(std::span<const VolumeReading> samples, const LocalDay& today,
     if (latest.availableBytes <= 0) return NoForecast::full;
 
     // The median of the slopes of all pairs of points (Theil 1950; Sen 1968, "Estimates of the regression
-    // coefficient based on Kendall's tau"): a few readings that stand out do not move it. The quartiles of
-    // the same slopes say how steady the pace is.
+    // coefficient based on Kendall's tau"): a few readings that stand out do not move it. The outer tenths of
+    // the same slopes say how steady the pace is. (Its usual confidence interval takes readings for
+    // independent of each other; those of a drive are not, and it would promise too much.)
     const std::vector<double> sorted = paces(readings);
-    const auto pace = [&sorted](std::size_t quarters) { return sorted[(sorted.size() - 1) * quarters / 4]; };
+    const auto pace = [&sorted](std::size_t tenths) { return sorted[(sorted.size() - 1) * tenths / 10]; };
     const double slow = pace(1);
-    const double usual = pace(2);
-    const double fast = pace(3);
+    const double usual = pace(5);
+    const double fast = pace(9);
     const auto daysAt = [&](double bytesPerDay) {
         return std::max(0.0, static_cast<double>(latest.availableBytes) / bytesPerDay - daysSince);
     };
@@ -164,7 +173,7 @@ std::string sentence(const Forecast& forecast, const Calendar& calendar) {
         if (full->days == 0)
             return translated("This drive will be full within a day if it goes on like this.");
         return fmt::format(fmt::runtime(translated("At the pace since {0}, this drive will be full in {1}.")),
-                           calendar.mediumLabel(full->since), spanText(*full));
+                           calendar.mediumLabel(full->since), durationText(*full));
     }
     switch (std::get<NoForecast>(forecast)) {
         case NoForecast::tooFewReadings:

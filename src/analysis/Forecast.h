@@ -14,8 +14,8 @@ namespace brindle {
 /// Days from today until nothing of a drive is available any more, if it goes on as it did.
 struct FullIn {
     int days = 0;
-    int earliest = 0;  // at the pace of the fastest quarter of the time, at most `days`
-    int latest = 0;    // at the pace of the slowest quarter, at least `days`
+    int earliest = 0;  // where its pace was among the fastest tenth; at most `days`
+    int latest = 0;    // where it was among the slowest tenth; at least `days`
     std::int64_t bytesPerDay = 0;
     LocalDay since;  // the first day whose reading tells
 

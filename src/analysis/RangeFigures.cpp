@@ -21,10 +21,7 @@ constexpr RawTextRow<DayGap> gaps[] = {{DayGap::future, "future"},
 DayGap gapOn(const HistorySnapshot& snapshot, const LocationScope& scope, const LocalDay& day,
              const Calendar& calendar) {
     if (day > snapshot.today) return DayGap::future;
-    const bool tracked = std::ranges::any_of(snapshot.locations, [&](const TrackedLocation& location) {
-        return scope.holds(location.id) && isTracked(location, day);
-    });
-    if (!tracked) return DayGap::notTracked;
+    if (!isTracked(snapshot, scope, day)) return DayGap::notTracked;
     return day < firstKeptDay(snapshot, calendar) ? DayGap::notKept : DayGap::noCheck;
 }
 
@@ -133,6 +130,12 @@ std::optional<std::int64_t> trackedBytes(const HistorySnapshot& snapshot, const 
         if (const auto size = sizeOn(snapshot, location, day)) sum = checkedSum(sum.value_or(0), *size);
     }
     return sum;
+}
+
+bool isTracked(const HistorySnapshot& snapshot, const LocationScope& scope, const LocalDay& day) {
+    return std::ranges::any_of(snapshot.locations, [&](const TrackedLocation& location) {
+        return scope.holds(location.id) && isTracked(location, day);
+    });
 }
 
 LocalDay firstKeptDay(const HistorySnapshot& snapshot, const Calendar& calendar) {

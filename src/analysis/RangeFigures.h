@@ -88,6 +88,10 @@ struct RangeFigures {
                                                        const LocationScope& scope, const LocalDay& day,
                                                        const Calendar& calendar);
 
+/// Whether any location of the scope was tracked on the day.
+[[nodiscard]] bool isTracked(const HistorySnapshot& snapshot, const LocationScope& scope,
+                             const LocalDay& day);
+
 /// The earliest day that the snapshot keeps figures of.
 [[nodiscard]] LocalDay firstKeptDay(const HistorySnapshot& snapshot, const Calendar& calendar);
 

@@ -15,26 +15,26 @@ namespace {
 constexpr RawTextRow<TrendRange> ranges[] = {
     {TrendRange::week, "week"}, {TrendRange::month, "month"}, {TrendRange::quarter, "quarter"}};
 
-/// The first day on which a location of the scope was tracked.
-std::optional<LocalDay> trackingBegan(const HistorySnapshot& snapshot, const LocationScope& scope) {
+/// Why there is nothing to compare with: no location of the scope was tracked on `day`.
+NoComparison notTrackedOn(const LocalDay& day, const HistorySnapshot& snapshot, const LocationScope& scope,
+                          const Calendar& calendar) {
     std::optional<LocalDay> began;
     for (const TrackedLocation& location : snapshot.locations)
-        if (scope.holds(location.id) && location.trackingStart)
-            began = began ? std::min(*began, *location.trackingStart) : *location.trackingStart;
-    return began;
+        if (scope.holds(location.id) && location.trackingStart > day)
+            began = began ? std::min(began, location.trackingStart) : location.trackingStart;
+    if (!began)
+        return {DayGap::notTracked,
+                translated("There is nothing to compare with: nothing was tracked then.")};
+    return {DayGap::notTracked,
+            fmt::format(fmt::runtime(translated("There is nothing to compare with: tracking began on {}.")),
+                        calendar.mediumLabel(*began))};
 }
 
 std::variant<RangeFigures, NoComparison> figuresBefore(const HistorySnapshot& snapshot,
                                                        const LocationScope& scope, const RangeFigures& range,
                                                        const Calendar& calendar) {
     const LocalDay first = calendar.addingDays(range.first, -range.days.all());
-    const auto began = trackingBegan(snapshot, scope);
-    if (!began) return NoComparison{DayGap::notTracked, translated("Nothing has been tracked yet.")};
-    if (first < *began)
-        return NoComparison{
-            DayGap::notTracked,
-            fmt::format(fmt::runtime(translated("There is nothing to compare with: tracking began on {}.")),
-                        calendar.mediumLabel(*began))};
+    if (!isTracked(snapshot, scope, first)) return notTrackedOn(first, snapshot, scope, calendar);
     if (first < firstKeptDay(snapshot, calendar))
         return NoComparison{DayGap::notKept,
                             fmt::format(fmt::runtime(translatedCount(

@@ -66,11 +66,11 @@ struct Trend {
 [[nodiscard]] Trend trend(const HistorySnapshot& snapshot, const LocationScope& scope,
                           const LocalDay& lastDay, TrendRange range, const Calendar& calendar);
 
-/// “Photos” joined on March 7: what explains a step of the line.
+/// "“Photos” (1.2 GB) is counted from Saturday, March 7 on."
 [[nodiscard]] std::string sentence(const ScopeStep& step, const HistorySnapshot& snapshot,
                                    const Calendar& calendar);
 
-/// What a comparison leaves out; empty when nothing.
+/// "Not tracked on all of the days compared: “Photos”." Empty when all were.
 [[nodiscard]] std::string comparisonNote(const Trend& trend, const HistorySnapshot& snapshot);
 
 }  // namespace brindle

@@ -16,7 +16,6 @@ struct HistorySession::Open {
     std::shared_ptr<HistoryStore> store;
     FileLock windowLock;
     RunLockSource locks;
-    std::shared_ptr<StoredHistory> source;
     std::unique_ptr<ScanCoordinator> coordinator;  // last, so that it ends first
 };
 
@@ -25,8 +24,8 @@ HistorySession::HistorySession(SessionParts parts, QObject* parent)
 
 HistorySession::~HistorySession() = default;
 
-std::shared_ptr<HistorySource> HistorySession::source() const {
-    return history_ ? history_->source : nullptr;
+void HistorySession::renewCalendar() {
+    if (isOpen()) source_ = std::make_shared<StoredHistory>(history_->store, parts_.calendar(), parts_.now);
 }
 
 HistoryStore* HistorySession::store() const {
@@ -37,12 +36,10 @@ std::shared_ptr<HistorySession::Open> HistorySession::makeOpen(bool estimatesEna
     auto store = std::make_shared<HistoryStore>(parts_.dataDirectory, parts_.now);
     auto windowLock = tryToTakeWindowLock(parts_.dataDirectory);
     if (!windowLock) throw std::runtime_error(translated("Another Brindle window uses this history."));
-    auto history = std::make_shared<Open>(
-        Open{.store = store,
-             .windowLock = std::move(*windowLock),
-             .locks = RunLockSource(parts_.dataDirectory),
-             .source = std::make_shared<StoredHistory>(store, parts_.calendar(), parts_.now),
-             .coordinator = nullptr});
+    auto history = std::make_shared<Open>(Open{.store = store,
+                                               .windowLock = std::move(*windowLock),
+                                               .locks = RunLockSource(parts_.dataDirectory),
+                                               .coordinator = nullptr});
     history->coordinator = std::make_unique<ScanCoordinator>(
         *store, history->locks,
         [this](const CoordinatorEvent& event) {
@@ -63,6 +60,7 @@ void HistorySession::open(bool estimatesEnabled) {
                   endOpening();
                   if (isStopping_) return;
                   history_ = history;
+                  renewCalendar();
                   Q_EMIT opened();
               })
         .onFailed(this, [this](const std::exception& error) {
@@ -92,12 +90,21 @@ void HistorySession::checkAll() {
         for (const LocationRecord& record : trackedLocations(*history.store)) ids.push_back(record.id);
         return ids;
     };
-    whileOpen(locations, [this](std::vector<LocationID> ids) { check(std::move(ids)); });
+    whileOpen(locations,
+              [this](std::vector<LocationID> ids) { run(std::move(ids), Schedule::RunOf::everything); });
 }
 
-void HistorySession::check(std::vector<LocationID> locations) {
+void HistorySession::checkThese(std::vector<LocationID> locations) {
+    run(std::move(locations), Schedule::RunOf::some);
+}
+
+void HistorySession::run(std::vector<LocationID> locations, Schedule::RunOf extent) {
     if (!isOpen() || isStopping_ || locations.empty()) return;
+    const bool joins = history_->coordinator->running().has_value();
     static_cast<void>(history_->coordinator->run({.locations = std::move(locations)}));
+    if (joins) return;
+    ++runs_;
+    Q_EMIT runBegan(extent);
 }
 
 void HistorySession::cancelCheck() {
@@ -129,7 +136,8 @@ void HistorySession::take(const CoordinatorEvent& event) {
         activity_->locationName = estimating->name;
         activity_->isEstimating = true;
     } else if (const auto* finished = std::get_if<RunFinished>(&event)) {
-        activity_.reset();
+        // Another run may have begun before this one's end was heard.
+        if (--runs_ == 0) activity_.reset();
         Q_EMIT activityChanged();
         Q_EMIT runFinished(finished->summary);
         reloadFigures();
@@ -141,8 +149,8 @@ void HistorySession::take(const CoordinatorEvent& event) {
 
 void HistorySession::reloadFigures() {
     const int asked = ++figuresAsked_;
-    const auto read = [](Open& history) {
-        HistoryFigures figures{.snapshot = history.source->snapshot().get(),
+    const auto read = [source = source_](Open& history) {
+        HistoryFigures figures{.snapshot = source->snapshot().get(),
                                .records = history.store->loadLocations().get(),
                                .unreadable = {},
                                .cloudOnlyBytes = history.store->cloudOnlyBytes().get()};

@@ -2,6 +2,7 @@
 
 #include "app/Background.h"
 #include "app/CheckActivity.h"
+#include "app/Schedule.h"
 #include "checks/ScanCoordinator.h"
 #include "model/Calendar.h"
 #include "model/HistorySource.h"
@@ -53,13 +54,15 @@ public:
     [[nodiscard]] bool isOpening() const { return isOpening_; }
 
     /// Null until it is open.
-    [[nodiscard]] std::shared_ptr<HistorySource> source() const;
+    [[nodiscard]] const std::shared_ptr<HistorySource>& source() const { return source_; }
+    /// The time zone is another one: what is read from here on is read by its days.
+    void renewCalendar();
     [[nodiscard]] HistoryStore* store() const;
 
     /// Checks every tracked location, or these. Joins the run that is going on.
     void checkAll();
-    void check(std::vector<LocationID> locations);
-    [[nodiscard]] bool isChecking() const { return activity_.has_value(); }
+    void checkThese(std::vector<LocationID> locations);
+    [[nodiscard]] bool isChecking() const { return runs_ > 0; }
     [[nodiscard]] const std::optional<CheckActivity>& activity() const { return activity_; }
     void cancelCheck();
     /// Looks for the locations without checking them, then reloads the figures.
@@ -78,7 +81,10 @@ Q_SIGNALS:
     void opened();
     /// The history cannot be opened; the sentence for the user says why.
     void failed(const QString& sentence);
+    /// A check of every location, or of some, begins; joining one that is going on begins none.
+    void runBegan(brindle::Schedule::RunOf extent);
     void activityChanged();
+    /// The figures follow.
     void runFinished(const brindle::CheckRunSummary& summary);
     void figuresLoaded(const brindle::HistoryFigures& figures);
     /// A read or a change of the history failed.
@@ -91,12 +97,14 @@ private:
     [[nodiscard]] std::shared_ptr<Open> makeOpen(bool estimatesEnabled);
     void take(const CoordinatorEvent& event);
     void endOpening();
-    void run(const std::shared_ptr<Open>& history, RunRequest request);
+    void run(std::vector<LocationID> locations, Schedule::RunOf extent);
     template <class Work, class Then>
     void whileOpen(Work work, Then then);
 
     SessionParts parts_;
     std::shared_ptr<Open> history_;
+    std::shared_ptr<HistorySource> source_;
+    int runs_ = 0;  // whose last event is still to come
     std::optional<CheckActivity> activity_;
     bool isOpening_ = false;
     bool isStopping_ = false;

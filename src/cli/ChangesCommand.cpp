@@ -1,7 +1,6 @@
 #include "cli/ChangesCommand.h"
 
 #include "cli/ChangeLine.h"
-#include "cli/DayWord.h"
 #include "cli/LocationNames.h"
 #include "cli/ValueCoding.h"
 #include "model/FileNameText.h"
@@ -16,18 +15,6 @@
 
 namespace brindle {
 namespace {
-
-struct Period {
-    LocalDay first;
-    LocalDay last;
-};
-
-Period periodOf(const ChangesOptions& options, const Calendar& calendar) {
-    const LocalDay today = calendar.day(systemNow());
-    if (!options.since.empty()) return {dayNamed(options.since, calendar, today), today};
-    const LocalDay day = dayNamed(options.day.empty() ? "today" : options.day, calendar, today);
-    return {day, day};
-}
 
 /// A folder of a location, as a filter of changes.
 struct FolderFilter {
@@ -88,7 +75,7 @@ void print(const Context& context, const std::map<LocalDay, ChangeTotals>& days,
 }  // namespace
 
 ExitCode runChanges(const Context& context, const ChangesOptions& options) {
-    const Period period = periodOf(options, context.calendar);
+    const Period period = periodOf(options.period, context.calendar, context.calendar.day(systemNow()));
     HistoryStore store = context.openHistory();
     const auto records = store.loadLocations().get();
     const FolderFilter filter = filterFor(options.folder, records);

@@ -2,6 +2,7 @@
 
 #include "cli/Context.h"
 #include "cli/ExitCode.h"
+#include "cli/PeriodOptions.h"
 
 #include <cstddef>
 #include <optional>
@@ -10,13 +11,12 @@
 namespace brindle {
 
 struct ChangesOptions {
-    std::string day;         // "2026-03-07", "today", "yesterday"; empty: today, unless `since` is given
-    std::string since;       // the first day of a period that ends today
+    PeriodOptions period;
     std::string folder;      // only what lies in it
     std::size_t limit = 20;  // how many changes are listed, largest first; 0: all
 };
 
-/// `brindle changes`: what checks recorded on a day or since a day.
+/// `brindle changes`: what checks recorded on a day or in a period.
 [[nodiscard]] ExitCode runChanges(const Context& context, const ChangesOptions& options);
 
 }  // namespace brindle

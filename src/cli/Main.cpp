@@ -1,15 +1,6 @@
 #include "checks/Failures.h"
 #include "checks/RunLock.h"
-#include "cli/ChangesCommand.h"
-#include "cli/CheckCommand.h"
-#include "cli/DayCommand.h"
-#include "cli/DrivesCommand.h"
-#include "cli/EstimatesCommand.h"
-#include "cli/IncludeCommand.h"
-#include "cli/LocationsCommand.h"
-#include "cli/RemoveCommand.h"
-#include "cli/StatusCommand.h"
-#include "cli/WatchCommand.h"
+#include "cli/Commands.h"
 #include "model/FileNameText.h"
 #include "model/Translation.h"
 #include "platform/Paths.h"
@@ -37,11 +28,6 @@ constexpr const char* footer =
     "\n"
     "Exit status: 0 done; 1 nothing found; 2 wrong usage; 3 the history can't be used;\n"
     "4 a location couldn't be checked; 5 another program is checking; 130 stopped by a signal.";
-
-/// An empty path is the value of a variable that was not set, and never the working folder.
-const CLI::Validator isNoEmptyPath(
-    [](const std::string& path) { return path.empty() ? std::string(translated("A path is empty.")) : ""; },
-    "");
 
 /// Where the history is unless the command line says otherwise.
 std::string usualDataDirectory(Output& output) {
@@ -84,84 +70,16 @@ int run(int argc, char** argv) {
     std::string dataDirectory;
     bool asJson = false;
     app.add_option("--data-dir", dataDirectory, "Where the history is kept (default: ~/.local/share/Brindle)")
-        ->check(isNoEmptyPath)
+        ->check(emptyPathObjection)
         ->type_name("DIR");
     app.add_flag("--json", asJson, "Print the result as JSON");
+    bool isExample = false;
+    app.add_flag("--example", isExample, "Show an example history instead of yours");
 
-    std::function<ExitCode()> command;
-    const auto context = [&] {
-        return Context{.dataDirectory = dataDirectory, .asJson = asJson, .output = output};
-    };
-
-    auto* check =
-        app.add_subcommand("check", "Check folders, including those that are new, or all locations");
-    CheckOptions checkOptions;
-    check->add_flag("--wait", checkOptions.wait, "Wait for another program that is checking");
-    check
-        ->add_option("FOLDER", checkOptions.folders,
-                     "Folders to check; all included locations when none is given")
-        ->check(isNoEmptyPath);
-    check->callback([&] { command = [&] { return runCheck(context(), checkOptions); }; });
-
-    std::vector<std::string> paths;
-    auto* include =
-        app.add_subcommand("include", "Include folders, or whole drives by where they are mounted");
-    include->add_option("PATH", paths, "Folders or drives")->required()->check(isNoEmptyPath);
-    include->callback([&] { command = [&] { return runInclude(context(), paths); }; });
-
-    std::string path;
-    auto* remove = app.add_subcommand("remove", "Stop tracking a location; its history stays");
-    remove->add_option("PATH", path, "The location's path")->required()->check(isNoEmptyPath);
-    remove->callback([&] { command = [&] { return runRemove(context(), path); }; });
-
-    auto* forget = app.add_subcommand("forget", "Forget a location that was never checked");
-    forget->add_option("PATH", path, "The location's path")->required()->check(isNoEmptyPath);
-    forget->callback([&] { command = [&] { return runForget(context(), path); }; });
-
-    auto* locations = app.add_subcommand("locations", "List the included locations");
-    locations->callback([&] { command = [&] { return runLocations(context()); }; });
-
-    auto* drives = app.add_subcommand("drives", "List the mounted drives and how full they are");
-    drives->callback([&] { command = [&] { return runDrives(context()); }; });
-
-    auto* status = app.add_subcommand("status", "Show every location, today's changes and the drives");
-    status->callback([&] { command = [&] { return runStatus(context()); }; });
-
-    auto* dayCommand = app.add_subcommand("day", "Show what is known of a day");
-    std::string dayShown = "today";
-    dayCommand->add_option("DAY", dayShown, "The day: 2026-03-07, today, yesterday (default: today)")
-        ->type_name("");
-    dayCommand->callback([&] { command = [&] { return runDay(context(), dayShown); }; });
-
-    auto* watch = app.add_subcommand("watch", "Check all locations on the interval of the settings");
-    watch->callback([&] { command = [&] { return runWatch(context()); }; });
-
-    auto* estimates =
-        app.add_subcommand("estimates", "Switch estimates of earlier history, from file dates, on or off");
-    std::string wanted;
-    estimates->add_option("SWITCH", wanted, "on or off; without it, says which")
-        ->check(CLI::IsMember({"on", "off"}))
-        ->type_name("");
-    estimates->callback([&] {
-        command = [&] {
-            return runEstimates(context(), wanted.empty() ? std::nullopt : std::optional(wanted == "on"));
-        };
-    });
-
-    auto* changes = app.add_subcommand("changes", "Show what changed on a day, or since a day");
-    ChangesOptions options;
-    auto* day =
-        changes->add_option("--day", options.day, "The day: 2026-03-07, today, yesterday (default: today)")
-            ->type_name("DAY");
-    changes->add_option("--since", options.since, "Every day from this one through today")
-        ->type_name("DAY")
-        ->excludes(day);
-    changes->add_option("--limit", options.limit, "How many changes to list, largest first; 0 for all")
-        ->check(CLI::NonNegativeNumber)
-        ->capture_default_str()
-        ->type_name("N");
-    changes->add_option("FOLDER", options.folder, "Only what lies in this folder")->check(isNoEmptyPath);
-    changes->callback([&] { command = [&] { return runChanges(context(), options); }; });
+    Command tracking;
+    Command reading;
+    addTrackingCommands(app, tracking);
+    addReadingCommands(app, reading);
 
     try {
         app.parse(argc, argv);
@@ -174,9 +92,17 @@ int run(int argc, char** argv) {
     }
     return runCommand(
         [&] {
+            if (isExample) {
+                if (tracking)
+                    throw UsageError(
+                        translated("There is nothing to check or to change in the example history."));
+                output.tellOfExample();
+                return reading({.asJson = asJson, .isExample = true, .output = output});
+            }
             dataDirectory =
                 dataDirectory.empty() ? usualDataDirectory(output) : standardizedPath(dataDirectory);
-            return command();
+            const Command& command = tracking ? tracking : reading;
+            return command({.dataDirectory = dataDirectory, .asJson = asJson, .output = output});
         },
         output, dataDirectory);
 }

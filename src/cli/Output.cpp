@@ -30,12 +30,26 @@ void Output::line(std::string_view text) {
 
 void Output::json(const nlohmann::ordered_json& result) {
     constexpr int indent = 2;
+    writeJson(result, indent);
+}
+
+void Output::jsonLine(const nlohmann::ordered_json& result) {
+    writeJson(result, -1);
+}
+
+void Output::writeJson(nlohmann::ordered_json result, int indent) {
+    if (isExample_) {
+        if (result.is_object()) result["isExample"] = true;
+        if (result.is_array())
+            for (auto& one : result) one["isExample"] = true;
+    }
     // Names are bytes; JSON is UTF-8.
     line(result.dump(indent, ' ', false, nlohmann::ordered_json::error_handler_t::replace));
 }
 
-void Output::jsonLine(const nlohmann::ordered_json& result) {
-    line(result.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace));
+void Output::tellOfExample() {
+    isExample_ = true;
+    sentence(translated("This is example history."));
 }
 
 void Output::sentence(std::string_view text) {

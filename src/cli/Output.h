@@ -25,6 +25,9 @@ public:
     /// A sentence for a person, beside the results.
     void sentence(std::string_view text);
 
+    /// Says that the results are of the example history, now in a sentence and in all JSON that follows.
+    void tellOfExample();
+
     /// One line that is written over by the next, on a terminal; nothing otherwise.
     void progress(std::string_view locationName, const ScanProgress& progress);
     void estimating(std::string_view locationName);
@@ -44,8 +47,11 @@ private:
     void showProgress(const std::string& text);
     void write(std::FILE* stream, std::string_view text);
     void noteFailure(int error);
+    /// As one line when `indent` is negative.
+    void writeJson(nlohmann::ordered_json result, int indent);
     [[nodiscard]] std::string styled(std::string_view code, std::string_view text) const;
 
+    bool isExample_ = false;
     bool hasColour_ = false;
     bool showsProgress_ = false;
     std::size_t progressWidth_ = 0;  // columns of the progress line that stands there now

@@ -150,6 +150,14 @@ std::vector<LocalDay> Calendar::days(const LocalDay& first, const LocalDay& last
     return days;
 }
 
+TimeOfDay Calendar::timeOfDay(UnixTime at) const {
+    const auto calendar = parts_->copy();
+    UErrorCode status = U_ZERO_ERROR;
+    calendar->setTime(at * millisecondsPerSecond, status);
+    const TimeOfDay time{calendar->get(UCAL_HOUR_OF_DAY, status), calendar->get(UCAL_MINUTE, status)};
+    return U_SUCCESS(status) ? time : TimeOfDay{};
+}
+
 int Calendar::placeInWeek(const LocalDay& day) const {
     const auto calendar = parts_->at(day, noon);
     if (!calendar) return 0;

@@ -10,6 +10,14 @@
 
 namespace brindle {
 
+/// What a clock on the wall shows.
+struct TimeOfDay {
+    int hour = 0;    // 0 to 23
+    int minute = 0;  // 0 to 59
+
+    bool operator==(const TimeOfDay&) const = default;
+};
+
 /// Turns points in time into local days and back, by ICU's calendar in a locale and a time zone.
 /// A plain value, cheap to copy; every operation may be called from any thread.
 ///
@@ -43,6 +51,8 @@ public:
 
     /// Every day from `first` through `last`; empty when `last` is earlier.
     [[nodiscard]] std::vector<LocalDay> days(const LocalDay& first, const LocalDay& last) const;
+
+    [[nodiscard]] TimeOfDay timeOfDay(UnixTime at) const;
 
     /// Where the day stands in its week, which begins as the locale says: 0 to 6.
     [[nodiscard]] int placeInWeek(const LocalDay& day) const;

@@ -80,9 +80,12 @@ icu::UnicodeString folded(const icu::UnicodeString& text, bool isTurkic) {
 class FoldedCharacters {
 public:
     static const FoldedCharacters& of(bool isTurkic) {
-        static const FoldedCharacters turkic(true);
+        if (isTurkic) {
+            static const FoldedCharacters turkic(true);
+            return turkic;
+        }
         static const FoldedCharacters others(false);
-        return isTurkic ? turkic : others;
+        return others;
     }
 
     static constexpr std::size_t mostUnits = 3;

@@ -26,8 +26,8 @@ private:
     std::thread thread_;
 };
 
-/// For a process about to become another program, which inherits what this one does not hear: the signals
-/// that ask to stop reach it as usual. May be called between fork and exec.
-void hearStopSignals();
+/// For a process about to become another program, between fork and exec: the signals that ask to stop reach
+/// it as usual, which it would not inherit, and those meant for this program do not.
+void becomeIndependent();
 
 }  // namespace brindle

@@ -1,7 +1,8 @@
 #include "analysis/Trends.h"
-#include "model/CheckedSum.h"
 #include "support/Rounds.h"
 
+#include <algorithm>
+#include <array>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <random>
@@ -77,8 +78,13 @@ TEST(Trends, TheRangeBeforeIsComparedOnlyWhereItIsKnown) {
     EXPECT_EQ(before(growing(400), ago(30)), compared);
     EXPECT_EQ(before(growing(400), ago(31)), DayGap::notKept);
     EXPECT_EQ(before(growing(60), today), compared);
-    EXPECT_EQ(before(growing(59), today), DayGap::notTracked);
+    HistorySnapshot tooShort = growing(59);
+    tooShort.estimates[{"a"}][ago(59)] = {70, 7};
+    EXPECT_EQ(before(tooShort, today), DayGap::notTracked);
     EXPECT_EQ(before({.today = today, .locations = {{.id = {"a"}}}}, today), DayGap::notTracked);
+    HistorySnapshot interrupted = growing(20);  // another location was tracked long before
+    interrupted.locations.push_back({.id = {"b"}, .trackingStart = ago(80), .trackingEnd = ago(70)});
+    EXPECT_EQ(before(interrupted, today), DayGap::notTracked);
     HistorySnapshot unseen = growing(60);
     for (int i = 30; i < 60; ++i) unseen.checkedDays[{"a"}].erase(ago(i));
     EXPECT_EQ(before(unseen, today), DayGap::noCheck);

@@ -122,7 +122,7 @@ TEST_F(HistorySessionTest, StoppingWaitsForTheCheckAndEmptiesTheLog) {
     stop(session);
     EXPECT_EQ(session.store()->logBytes(), 0U);
     session.checkAll();
-    session.check({{"files"}});
+    session.checkThese({{"files"}});
     QCoreApplication::processEvents();
     EXPECT_TRUE(rowsOf(parts_.dataDirectory + "/History.sqlite", "SELECT 1 FROM observations").empty());
 }

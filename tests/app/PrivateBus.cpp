@@ -1,8 +1,8 @@
 #include "app/PrivateBus.h"
 
-#include <QCoreApplication>
 #include <QDBusConnectionInterface>
 #include <QDeadlineTimer>
+#include <QEventLoop>
 #include <QThread>
 #include <atomic>
 #include <chrono>
@@ -66,9 +66,10 @@ MockService::MockService(PrivateBus& bus, const std::string& mockTemplate, const
 
 bool eventually(const std::function<bool()>& condition) {
     const QDeadlineTimer deadline(longestWait);
+    QEventLoop events;  // that of the thread, whichever it is
     while (!condition()) {
         if (deadline.hasExpired()) return false;
-        QCoreApplication::processEvents();
+        events.processEvents();
         QThread::msleep(1);
     }
     return true;

@@ -1,3 +1,5 @@
+#include "app/CoarseAlarm.h"
+#include "app/PrivateBus.h"
 #include "app/Schedule.h"
 
 #include <algorithm>
@@ -372,6 +374,23 @@ TEST(Schedule, DoesWhatTheRulesSayWhateverHappens) {
         ASSERT_EQ(checks, rules.checks) << computer.now().count();
     }
     EXPECT_GT(checks, 3000);
+}
+
+TEST(CoarseAlarm, ComesOnceForTheLastTimeItWasSetTo) {
+    CoarseAlarm alarm;
+    int calls = 0;
+    alarm.callIn(1ms, [&] { calls += 100; });
+    alarm.callIn(2ms, [&] {
+        if (++calls == 1) alarm.callIn(2ms, [&] { calls += 10; });
+    });
+    EXPECT_TRUE(eventually([&] { return calls == 11; })) << calls;
+    alarm.callIn(0ms, [&] { calls = 0; });
+    alarm.cancel();
+    CoarseAlarm later;
+    bool isOver = false;
+    later.callIn(10ms, [&] { isOver = true; });
+    EXPECT_TRUE(eventually([&] { return isOver; }));
+    EXPECT_EQ(calls, 11);
 }
 
 }  // namespace

@@ -22,7 +22,7 @@ public:
     void show(const std::string& path);
 
 Q_SIGNALS:
-    /// Neither way of showing it is there.
+    /// Neither way of showing it works.
     void failed(const std::string& path);
 
 private:

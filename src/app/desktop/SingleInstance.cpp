@@ -59,6 +59,10 @@ void SingleInstance::Activate(const QVariantMap& platformData) {
     Q_EMIT showWindowRequested(token.isEmpty() ? platformData.value(x11Token).toString() : token);
 }
 
+void SingleInstance::ActivateAction(const QString& action, const QVariantList&, const QVariantMap&) {
+    Q_EMIT actionRequested(action);
+}
+
 /// Of two programs that start at once the bus lets one have the name. True also when no bus is there.
 bool SingleInstance::takeName() {
     if (!bus_.isConnected()) return true;

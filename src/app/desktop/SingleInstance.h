@@ -3,6 +3,7 @@
 #include <QDBusConnection>
 #include <QObject>
 #include <QString>
+#include <QVariantList>
 #include <QVariantMap>
 #include <chrono>
 
@@ -37,10 +38,14 @@ public:
 public Q_SLOTS:
     /// Called over the bus.
     Q_SCRIPTABLE void Activate(const QVariantMap& platformData);
+    /// "check-now" or "quit", called over the bus by the desktop entry's actions.
+    Q_SCRIPTABLE void ActivateAction(const QString& action, const QVariantList& parameters,
+                                     const QVariantMap& platformData);
 
 Q_SIGNALS:
     /// A later start, or the desktop, wants the window. The token may be empty.
     void showWindowRequested(const QString& activationToken);
+    void actionRequested(const QString& action);
 
 private:
     [[nodiscard]] bool takeName();

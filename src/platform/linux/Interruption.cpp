@@ -19,6 +19,11 @@ sigset_t stopSignals() {
     return signals;
 }
 
+void hearStopSignals() {
+    const sigset_t signals = stopSignals();
+    pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
+}
+
 }  // namespace
 
 Interruption::Interruption(std::function<void()> onFirst) : onFirst_(std::move(onFirst)) {
@@ -55,9 +60,9 @@ void Interruption::listen() {
     }
 }
 
-void hearStopSignals() {
-    const sigset_t signals = stopSignals();
-    pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
+void becomeIndependent() {
+    hearStopSignals();
+    setsid();
 }
 
 }  // namespace brindle

@@ -1,0 +1,236 @@
+#include "app/AppModel.h"
+
+#include "checks/Failures.h"
+#include "model/Translation.h"
+
+#include <algorithm>
+#include <chrono>
+#include <fmt/format.h>
+#include <utility>
+
+namespace brindle {
+namespace {
+
+Schedule::Interval intervalOf(const Settings& settings) {
+    return std::chrono::minutes(settings.checkInterval());
+}
+
+}  // namespace
+
+AppModel::AppModel(AppParts parts, QObject* parent)
+    : QObject(parent),
+      options_(std::move(parts.options)),
+      sessionParts_(std::move(parts.session)),
+      settings_(parts.preferences, std::move(parts.settingsFile)),
+      selection_(today(), sessionParts_.calendar),
+      loginItem_(std::move(parts.loginItem)),
+      loginItemStatus_(loginItem_->status()),
+      makeExample_(std::move(parts.example)),
+      alarm_(std::move(parts.alarm)),
+      wantsExample_(options_.startInExample),
+      session_(sessionParts_),
+      schedule_(*alarm_, std::move(parts.uptime),
+                {.checkAll = [this] { session_.checkAll(); },
+                 .checkThese = [this](const std::vector<LocationID>& ids) { session_.checkThese(ids); },
+                 .refreshStatuses = [this] { session_.refreshStatuses(); },
+                 .disconnectedLocations = [this] { return disconnectedLocations(); }},
+                intervalOf(settings_), settings_.checksPaused()) {
+    history_.today = today();
+    connectParts();
+}
+
+AppModel::~AppModel() = default;
+
+void AppModel::connectParts() {
+    connect(&session_, &HistorySession::openingChanged, this, &AppModel::openingChanged);
+    connect(&session_, &HistorySession::opened, &session_, &HistorySession::reloadFigures);
+    connect(&session_, &HistorySession::failed, this, [this](const QString& sentence) {
+        if (!isExampleShown()) setMode(ModeUnavailable{sentence.toStdString()});
+    });
+    connect(&session_, &HistorySession::activityChanged, this, &AppModel::checkingChanged);
+    connect(&session_, &HistorySession::runBegan, this,
+            [this](Schedule::RunOf extent) { schedule_.runBegan(extent); });
+    connect(&session_, &HistorySession::runFinished, this, [this](const CheckRunSummary& summary) {
+        lastRun_ = summary;
+        isRunOver_ = true;
+        Q_EMIT lastRunChanged();
+    });
+    connect(&session_, &HistorySession::figuresLoaded, this, &AppModel::take);
+    connect(&session_, &HistorySession::troubled, this, [this](const QString& sentence) {
+        if (std::exchange(isRunOver_, false)) schedule_.runEnded();
+        if (mode_ == AppMode(PlainMode::starting)) return setMode(ModeUnavailable{sentence.toStdString()});
+        Q_EMIT noted(sentence);
+    });
+    connect(&session_, &HistorySession::stopped, this, &AppModel::readyToQuit);
+
+    connect(&settings_, &Settings::noted, this, &AppModel::noted);
+    connect(&settings_, &Settings::checkIntervalChanged, this,
+            [this] { schedule_.setInterval(intervalOf(settings_)); });
+    connect(&settings_, &Settings::checksPausedChanged, this,
+            [this] { schedule_.setPaused(settings_.checksPaused()); });
+    connect(&settings_, &Settings::showsEstimatesChanged, this, [this] {
+        session_.setEstimatesEnabled(settings_.showsEstimates());
+        reloadDetails();
+    });
+
+    for (const auto changed : {&Selection::periodChanged, &Selection::scopeChanged, &Selection::rangeChanged})
+        connect(&selection_, changed, this, &AppModel::reloadDetails);
+    connect(&dayDetails_, &DayDetails::loaded, this, [this](const std::shared_ptr<const Details>& details) {
+        details_ = details;
+        ++dayChangesRevision_;
+        Q_EMIT detailsChanged();
+    });
+    connect(&dayDetails_, &DayDetails::failed, this, [this](const std::exception& error) {
+        Q_EMIT noted(QString::fromStdString(failureSentence(error, options_.dataDirectory)));
+    });
+}
+
+LocalDay AppModel::today() const {
+    return sessionParts_.calendar().day(sessionParts_.now());
+}
+
+std::shared_ptr<HistorySource> AppModel::source() const {
+    return isExampleShown() ? example_ : session_.source();
+}
+
+std::vector<LocationID> AppModel::disconnectedLocations() const {
+    std::vector<LocationID> ids;
+    for (const LocationRecord& record : own_.records)
+        if (!record.removedAt && record.status == LocationStatus::disconnected) ids.push_back(record.id);
+    return ids;
+}
+
+void AppModel::setMode(AppMode mode) {
+    if (mode_ == mode) return;
+    mode_ = std::move(mode);
+    if (mode_ == AppMode(PlainMode::tracking))
+        schedule_.begin();
+    else
+        schedule_.end();
+    Q_EMIT modeChanged();
+}
+
+void AppModel::start() {
+    if (std::exchange(hasStarted_, true)) return;
+    if (wantsExample_)
+        showExample();
+    else
+        retryOpening();
+}
+
+void AppModel::retryOpening() {
+    if (!options_.trackingEnabled || isShuttingDown_) return;
+    setMode(PlainMode::starting);
+    session_.open(settings_.showsEstimates());
+}
+
+void AppModel::route() {
+    if (!session_.isOpen() || isShuttingDown_) return;
+    selection_.setScope({});
+    const auto hasBaseline = [](const LocationRecord& record) { return record.baselineAt.has_value(); };
+    if (wantsExample_)
+        showExample();
+    else if (!settings_.startupSetupCompleted())
+        setMode(PlainMode::onboarding);
+    else
+        setMode(std::ranges::any_of(own_.records, hasBaseline) ? PlainMode::tracking : PlainMode::setup);
+    if (!isExampleShown()) show(own_.snapshot);
+}
+
+void AppModel::take(const HistoryFigures& figures) {
+    own_ = figures;
+    ownToday_ = ownTodayOf(own_.snapshot);
+    Q_EMIT recordsChanged();
+    Q_EMIT ownTodayChanged();
+    if (mode_ == AppMode(PlainMode::starting))
+        route();
+    else if (!isExampleShown())
+        show(own_.snapshot);
+    if (std::exchange(isRunOver_, false)) schedule_.runEnded();
+}
+
+void AppModel::show(HistorySnapshot snapshot) {
+    history_ = std::move(snapshot);
+    Q_EMIT historyChanged();
+    reloadDetails();
+}
+
+void AppModel::reloadDetails() {
+    if (const auto shown = source())
+        dayDetails_.load(shown, {.first = selection_.firstDay(),
+                                 .last = selection_.day(),
+                                 .contributorsFirst = selection_.rangeFirst(),
+                                 .scope = selection_.scope(),
+                                 .withEstimates = settings_.showsEstimates()});
+    else
+        dayDetails_.forget();
+}
+
+void AppModel::showExample() {
+    if (isShuttingDown_) return;
+    wantsExample_ = true;
+    selection_.setScope({});
+    setMode(PlainMode::example);
+    background_
+        .run([make = makeExample_] {
+            auto example = make();
+            return std::pair(example, example->snapshot().get());
+        })
+        .then(this, [this](std::pair<std::shared_ptr<HistorySource>, HistorySnapshot> made) {
+            if (!isExampleShown()) return;
+            example_ = std::move(made.first);
+            show(std::move(made.second));
+        });
+}
+
+void AppModel::showOwnHistory() {
+    if (!options_.trackingEnabled || isShuttingDown_) return;
+    wantsExample_ = false;
+    example_.reset();
+    setMode(PlainMode::starting);
+    if (session_.isOpen())
+        session_.reloadFigures();
+    else
+        session_.open(settings_.showsEstimates());
+}
+
+void AppModel::checkNow() {
+    if (!isShuttingDown_) session_.checkAll();
+}
+
+void AppModel::setOpensAtLogin(bool opens) {
+    try {
+        if (opens)
+            loginItem_->enable();
+        else
+            loginItem_->disable();
+    } catch (const LoginItemError& error) {
+        Q_EMIT noted(QString::fromStdString(
+            fmt::format(fmt::runtime(translated("Open at login couldn't be changed. {}")), error.what())));
+    }
+    loginItemStatus_ = loginItem_->status();
+    Q_EMIT loginItemStatusChanged();
+}
+
+void AppModel::dayOrZoneChanged() {
+    if (isShuttingDown_) return;
+    session_.renewCalendar();
+    selection_.setToday(today());
+    if (isExampleShown())
+        showExample();
+    else if (session_.isOpen())
+        session_.reloadFigures();
+}
+
+void AppModel::becameActive() {
+    if (!isShuttingDown_ && session_.isOpen()) session_.refreshStatuses();
+}
+
+void AppModel::shutDown() {
+    if (std::exchange(isShuttingDown_, true)) return;
+    schedule_.shutDown();
+    dayDetails_.forget();
+    session_.stop();
+}
+
+}  // namespace brindle

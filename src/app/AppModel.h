@@ -1,0 +1,144 @@
+#pragma once
+
+#include "app/AppModes.h"
+#include "app/Background.h"
+#include "app/DayDetails.h"
+#include "app/HistorySession.h"
+#include "app/LoginItem.h"
+#include "app/OwnToday.h"
+#include "app/Schedule.h"
+#include "app/Selection.h"
+#include "app/Settings.h"
+#include "settings/LaunchOptions.h"
+
+#include <QObject>
+#include <QString>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace brindle {
+
+/// What the model works with; tests bring their own.
+struct AppParts {
+    LaunchOptions options;
+    Preferences preferences;
+    SettingsFile settingsFile;
+    SessionParts session;
+    std::unique_ptr<Alarm> alarm;
+    std::function<Schedule::Moment()> uptime;  // for the schedule
+    std::unique_ptr<LoginItemControlling> loginItem;
+    /// Makes the example history, on some thread.
+    std::function<std::shared_ptr<HistorySource>()> example;
+};
+
+/// The one object that every surface reads: what Brindle is doing, what it knows, and what the user looks at.
+/// Nothing here waits for the disk: what has to be read arrives with a signal.
+/// Thread: main.
+class AppModel : public QObject {
+    Q_OBJECT
+
+public:
+    explicit AppModel(AppParts parts, QObject* parent = nullptr);
+    ~AppModel() override;
+
+    [[nodiscard]] Settings& settings() { return settings_; }
+    [[nodiscard]] Selection& selection() { return selection_; }
+    [[nodiscard]] HistorySession& session() { return session_; }
+    [[nodiscard]] const LaunchOptions& options() const { return options_; }
+
+    [[nodiscard]] const AppMode& mode() const { return mode_; }
+    [[nodiscard]] bool isOpeningHistory() const { return session_.isOpening(); }
+    [[nodiscard]] bool isShuttingDown() const { return isShuttingDown_; }
+
+    /// The history that is shown: the user's own or the example.
+    [[nodiscard]] const HistorySnapshot& history() const { return history_; }
+    [[nodiscard]] std::shared_ptr<HistorySource> source() const;
+    [[nodiscard]] const OwnToday& ownToday() const { return ownToday_; }
+    [[nodiscard]] const std::vector<LocationRecord>& records() const { return own_.records; }
+    [[nodiscard]] const HistoryFigures& ownFigures() const { return own_; }
+
+    /// The lists of the selected period. Another list has another revision.
+    [[nodiscard]] const Details& details() const { return *details_; }
+    [[nodiscard]] int dayChangesRevision() const { return dayChangesRevision_; }
+
+    [[nodiscard]] const std::optional<CheckActivity>& checking() const { return session_.activity(); }
+    [[nodiscard]] const std::optional<CheckRunSummary>& lastRun() const { return lastRun_; }
+
+    [[nodiscard]] const LoginItemStatus& loginItemStatus() const { return loginItemStatus_; }
+    void setOpensAtLogin(bool opens);
+    void openLoginItemSettings() { loginItem_->openSystemSettings(); }
+
+    /// Once: opens the history, or shows the example where the launch asked for it.
+    void start();
+    /// Chooses the mode that fits what is stored. The setup screens call it when they are done.
+    void route();
+    /// After `unavailable`: tries to open the history again.
+    void retryOpening();
+    void showExample();
+    void showOwnHistory();
+    /// Checks every location now, unless nothing is tracked.
+    void checkNow();
+    /// Ends with readyToQuit().
+    void shutDown();
+
+    void dayOrZoneChanged();
+    void becameActive();
+    void computerWoke() { schedule_.computerWoke(); }
+    void driveMounted() { schedule_.driveMounted(); }
+    void driveUnmounted() { schedule_.driveUnmounted(); }
+
+Q_SIGNALS:
+    void modeChanged();
+    void openingChanged();
+    void historyChanged();
+    void ownTodayChanged();
+    void recordsChanged();
+    void detailsChanged();
+    void checkingChanged();
+    void lastRunChanged();
+    void loginItemStatusChanged();
+    /// A sentence for the user about something that did not work.
+    void noted(const QString& sentence);
+    void readyToQuit();
+
+private:
+    [[nodiscard]] bool isExampleShown() const { return mode_ == AppMode(PlainMode::example); }
+    [[nodiscard]] LocalDay today() const;
+    [[nodiscard]] std::vector<LocationID> disconnectedLocations() const;
+    void connectParts();
+    void setMode(AppMode mode);
+    void take(const HistoryFigures& figures);
+    void show(HistorySnapshot snapshot);
+    void reloadDetails();
+
+    LaunchOptions options_;
+    SessionParts sessionParts_;
+    Settings settings_;
+    Selection selection_;
+    std::unique_ptr<LoginItemControlling> loginItem_;
+    LoginItemStatus loginItemStatus_;
+    std::function<std::shared_ptr<HistorySource>()> makeExample_;
+    std::unique_ptr<Alarm> alarm_;
+
+    AppMode mode_ = PlainMode::starting;
+    bool hasStarted_ = false;
+    bool isShuttingDown_ = false;
+    bool wantsExample_;
+    HistorySnapshot history_;
+    HistoryFigures own_;
+    OwnToday ownToday_;
+    std::shared_ptr<HistorySource> example_;
+    std::shared_ptr<const Details> details_ = std::make_shared<const Details>();
+    int dayChangesRevision_ = 0;
+    std::optional<CheckRunSummary> lastRun_;
+    bool isRunOver_ = false;  // its figures are still to come
+
+    HistorySession session_;
+    Schedule schedule_;
+    DayDetails dayDetails_;
+    Background background_;  // last, so that it ends first
+};
+
+}  // namespace brindle

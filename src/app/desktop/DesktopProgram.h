@@ -1,0 +1,44 @@
+#pragma once
+
+#include "app/AppModel.h"
+#include "app/desktop/SingleInstance.h"
+#include "app/desktop/SystemEvents.h"
+
+#include <QObject>
+#include <QString>
+#include <memory>
+
+namespace brindle {
+
+/// A running Brindle without its windows: the model, what it hears of the desktop, and how it ends.
+/// Thread: main.
+class DesktopProgram : public QObject {
+    Q_OBJECT
+
+public:
+    /// `instance` has begun, as the first.
+    DesktopProgram(std::unique_ptr<AppModel> model, SingleInstance& instance,
+                   const QDBusConnection& systemBus);
+
+    [[nodiscard]] AppModel& model() { return *model_; }
+    [[nodiscard]] SystemEvents& events() { return events_; }
+
+    /// The first request lets the running check and the last write end before ended() comes; a second one
+    /// ends at once.
+    void requestQuit();
+
+Q_SIGNALS:
+    /// A later start, or the desktop, wants the window. The token may be empty.
+    void showWindowRequested(const QString& activationToken);
+    void ended();
+
+private:
+    void perform(const QString& action);
+
+    std::unique_ptr<AppModel> model_;
+    SingleInstance& instance_;
+    SystemEvents events_;
+    bool isQuitting_ = false;
+};
+
+}  // namespace brindle

@@ -1,0 +1,29 @@
+#include "ui/DesktopApplication.h"
+
+#include <QEvent>
+
+namespace brindle {
+
+DesktopApplication::DesktopApplication(int& argc, char** argv) : QGuiApplication(argc, argv) {
+    setApplicationName("Brindle");
+    setDesktopFileName("org.brindle.brindle");
+    setQuitOnLastWindowClosed(false);
+    connect(this, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+        if (state == Qt::ApplicationActive) Q_EMIT becameActive();
+    });
+    connect(this, &QGuiApplication::commitDataRequest, this, [this] { Q_EMIT sessionEnding(); });
+}
+
+bool DesktopApplication::notify(QObject* receiver, QEvent* event) {
+#ifdef BRINDLE_HANDLER_TIMES
+    const HandlerTimes::Measured measured(handlerTimes_, receiver, event);
+#endif
+    return QGuiApplication::notify(receiver, event);
+}
+
+bool hasDisplay() {
+    return qEnvironmentVariableIsSet("WAYLAND_DISPLAY") || qEnvironmentVariableIsSet("DISPLAY") ||
+           qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+}
+
+}  // namespace brindle

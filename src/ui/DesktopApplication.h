@@ -1,0 +1,33 @@
+#pragma once
+
+#include "ui/HandlerTimes.h"
+
+#include <QGuiApplication>
+
+namespace brindle {
+
+/// The program as the window system sees it.
+class DesktopApplication : public QGuiApplication {
+    Q_OBJECT
+
+public:
+    DesktopApplication(int& argc, char** argv);
+
+    [[nodiscard]] HandlerTimes& handlerTimes() { return handlerTimes_; }
+
+    bool notify(QObject* receiver, QEvent* event) override;
+
+Q_SIGNALS:
+    /// The user turned to the program.
+    void becameActive();
+    /// The session ends.
+    void sessionEnding();
+
+private:
+    HandlerTimes handlerTimes_;
+};
+
+/// Whether the environment names a display that a window could open on.
+[[nodiscard]] bool hasDisplay();
+
+}  // namespace brindle

@@ -1,0 +1,108 @@
+#include "app/CoarseAlarm.h"
+#include "app/desktop/DesktopProgram.h"
+#include "app/desktop/StopSignals.h"
+#include "example/ExampleHistory.h"
+#include "model/Translation.h"
+#include "platform/Paths.h"
+#include "platform/TimeSinceBoot.h"
+#include "settings/LaunchArguments.h"
+#include "ui/DesktopApplication.h"
+
+#include <QDBusConnection>
+#include <clocale>
+#include <cstdio>
+#include <fmt/format.h>
+#include <span>
+#include <string_view>
+
+namespace brindle {
+namespace {
+
+// The exit codes of the terminal program, where they mean the same.
+constexpr int failed = 3;
+constexpr int otherWindow = 5;
+
+int fail(int code, const std::string& sentence) {
+    fmt::print(stderr, "{}\n", sentence);
+    return code;
+}
+
+AppParts partsFrom(const SettingValues& values, const SettingsFile& file) {
+    LaunchOptions options = readLaunchOptions(values);
+    std::unique_ptr<LoginItemControlling> loginItem;
+    if (options.trackingEnabled)
+        loginItem.reset(new SystemLoginItem(SystemLoginItem::ofUser()));
+    else
+        loginItem = std::make_unique<UnavailableLoginItem>();
+    return {.options = options,
+            .preferences = readPreferences(values),
+            .settingsFile = file,
+            .session = {.dataDirectory = options.dataDirectory},
+            .alarm = std::make_unique<CoarseAlarm>(),
+            .uptime = timeSinceBoot,
+            .loginItem = std::move(loginItem),
+            .example = [] { return std::make_shared<ExampleHistory>(); }};
+}
+
+std::string activationToken() {
+    for (const char* name : {"XDG_ACTIVATION_TOKEN", "DESKTOP_STARTUP_ID"})
+        if (const auto token = environmentValue(name)) return *token;
+    return {};
+}
+
+int run(int argc, char** argv, const StopSignals& signals) {
+    DesktopApplication application(argc, argv);
+    SingleInstance instance(QDBusConnection::sessionBus());
+    switch (instance.begin(QString::fromStdString(activationToken()))) {
+        case SingleInstance::Start::first:
+            break;
+        case SingleInstance::Start::elsewhere:
+            return 0;
+        case SingleInstance::Start::noAnswer:
+            return fail(otherWindow, translated("Brindle is already open and doesn't answer."));
+    }
+
+    const SettingsFile file = SettingsFile::ofUser();
+    const StoredSettings stored = file.read();
+    const SettingValues values(
+        stored.values, parseLaunchArguments(std::span(argv, static_cast<std::size_t>(argc)).subspan(1)));
+    DesktopProgram program(std::make_unique<AppModel>(partsFrom(values, file)), instance,
+                           QDBusConnection::systemBus());
+    AppModel& model = program.model();
+    QObject::connect(&application, &DesktopApplication::becameActive, &program.events(),
+                     &SystemEvents::becomeActive);
+    QObject::connect(&application, &DesktopApplication::sessionEnding, &program,
+                     &DesktopProgram::requestQuit);
+    QObject::connect(&signals, &StopSignals::quitRequested, &program, &DesktopProgram::requestQuit);
+    QObject::connect(&program, &DesktopProgram::ended, &application, &DesktopApplication::quit);
+    QObject::connect(&model, &AppModel::noted,
+                     [](const QString& sentence) { fmt::print(stderr, "{}\n", sentence.toStdString()); });
+    if (stored.note) fmt::print(stderr, "{}\n", *stored.note);
+    model.start();
+    const int code = DesktopApplication::exec();
+#ifdef BRINDLE_HANDLER_TIMES
+    if (const auto path = environmentValue("BRINDLE_HANDLER_TIMES")) application.handlerTimes().write(*path);
+#endif
+    return code;
+}
+
+}  // namespace
+}  // namespace brindle
+
+int main(int argc, char** argv) {
+    using namespace brindle;
+    std::setlocale(LC_ALL, "");
+    for (const std::string_view argument : std::span(argv, static_cast<std::size_t>(argc)).subspan(1))
+        if (argument == "--version") {
+            fmt::print("brindle-desktop " BRINDLE_VERSION "\n");
+            return 0;
+        }
+    if (!hasDisplay())
+        return fail(failed, translated("Brindle's window needs a display. In a terminal, use brindle."));
+    try {
+        const StopSignals signals;
+        return run(argc, argv, signals);
+    } catch (const std::exception& error) {
+        return fail(failed, error.what());
+    }
+}
