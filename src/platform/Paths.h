@@ -45,6 +45,11 @@ namespace brindle {
 [[nodiscard]] std::string configHome(const std::optional<std::string>& xdgConfigHome, std::string_view home);
 [[nodiscard]] std::string configHome();
 
+/// Where the user's programs keep what they can make again: the value of $XDG_CACHE_HOME when it is absolute,
+/// else ".cache" in the home folder.
+[[nodiscard]] std::string cacheHome(const std::optional<std::string>& xdgCacheHome, std::string_view home);
+[[nodiscard]] std::string cacheHome();
+
 /// Where Brindle keeps its history unless it is told otherwise.
 [[nodiscard]] std::string defaultDataDirectory();
 

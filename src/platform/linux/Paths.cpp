@@ -98,6 +98,14 @@ std::string configHome() {
     return configHome(environmentValue("XDG_CONFIG_HOME"), homeFolder());
 }
 
+std::string cacheHome(const std::optional<std::string>& xdgCacheHome, std::string_view home) {
+    return folderNamed(xdgCacheHome, ".cache", home);
+}
+
+std::string cacheHome() {
+    return cacheHome(environmentValue("XDG_CACHE_HOME"), homeFolder());
+}
+
 std::string defaultDataDirectory() {
     return joinedPath(dataHome(), "Brindle");
 }

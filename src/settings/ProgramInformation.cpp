@@ -1,0 +1,31 @@
+#include "settings/ProgramInformation.h"
+
+#include "platform/Paths.h"
+#include "platform/WholeFile.h"
+
+#include <nlohmann/json.hpp>
+#include <system_error>
+#include <utility>
+
+namespace brindle {
+namespace {
+
+constexpr std::size_t largestFile = 1U << 16U;
+
+}  // namespace
+
+std::string informationFile(const std::string& program) {
+    return joinedPath(parentPath(parentPath(program)), "share/brindle/brindle-info.json");
+}
+
+SettingValues readInformation(const std::string& path) {
+    try {
+        const std::string text = readWholeFile(path, largestFile).value_or("");
+        auto information = nlohmann::ordered_json::parse(text, nullptr, false);
+        if (information.is_object()) return SettingValues(std::move(information));
+    } catch (const std::system_error&) {  // as good as missing
+    }
+    return SettingValues();
+}
+
+}  // namespace brindle
