@@ -1,13 +1,15 @@
 #include "cli/ChangesCommand.h"
 
-#include "cli/ChangeLine.h"
+#include "analysis/Explorer.h"
+#include "cli/CSVRows.h"
+#include "cli/ChangeTable.h"
 #include "cli/LocationNames.h"
+#include "cli/PlaceWord.h"
 #include "cli/ValueCoding.h"
-#include "model/FileNameText.h"
-#include "model/NestedPath.h"
+#include "export/StatementRows.h"
 #include "model/NumberText.h"
 #include "model/Translation.h"
-#include "platform/Paths.h"
+#include "model/UserLocale.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -16,87 +18,186 @@
 namespace brindle {
 namespace {
 
-/// A folder of a location, as a filter of changes.
-struct FolderFilter {
-    std::optional<LocationID> location;
-    std::vector<std::string> components;
+constexpr std::size_t rowsForAPerson = 20;
 
-    [[nodiscard]] bool passes(const FileChange& change) const {
-        return change.folder.size() >= components.size() &&
-               std::equal(components.begin(), components.end(), change.folder.begin());
-    }
+/// The rows that the options leave, in their order: folders before files.
+struct Listing {
+    Period period;
+    std::vector<FolderSummary> folders;
+    ChosenChanges files;
+    // Of everything that passes, on the page or not.
+    ChangeTotals totals;
+    std::map<LocalDay, ChangeTotals> days;
+
+    [[nodiscard]] std::size_t rows() const { return folders.size() + files.size(); }
 };
 
-FolderFilter filterFor(const std::string& folder, const std::vector<LocationRecord>& records) {
-    if (folder.empty()) return {};
-    const std::string path = standardizedPath(folder);
-    const LocationRecord* innermost = nullptr;
-    for (const LocationRecord& record : records)
-        if (liesAtOrBelow(path, record.path, record.caseSensitive) &&
-            (innermost == nullptr || record.path.size() >= innermost->path.size()))
-            innermost = &record;
-    if (innermost == nullptr)
-        throw UsageError(fmt::format(fmt::runtime(translated("“{}” isn't in any included location.")),
-                                     fileNameText(path)));
-    FolderFilter filter{.location = innermost->id, .components = {}};
-    std::string_view below = std::string_view(path).substr(innermost->path.size());
-    while (!below.empty()) {
-        const auto slash = std::min(below.find('/'), below.size());
-        if (slash > 0) filter.components.emplace_back(below.substr(0, slash));
-        below.remove_prefix(std::min(slash + 1, below.size()));
+DirectionFilter directionOf(const ChangesOptions& options) {
+    if (options.isAdded && options.isFreed) throw UsageError(translated("Give one of --added and --freed."));
+    if (options.isAdded) return DirectionFilter::added;
+    return options.isFreed ? DirectionFilter::freed : DirectionFilter::all;
+}
+
+FileSort sortOf(const ChangesOptions& options) {
+    if (options.isByFolder && !options.sort.empty())
+        throw UsageError(translated("--sort sorts files; folders are listed largest first."));
+    return fileSortFrom(options.sort).value_or(FileSort::largest);
+}
+
+Listing listingOf(const ChosenChanges& passing, const Period& period, const std::optional<FolderRef>& folder,
+                  const ChangesOptions& options) {
+    Listing listing{
+        .period = period, .folders = {}, .files = filesIn(passing, folder, sortOf(options), userLocale())};
+    for (const FileChange* change : listing.files) {
+        listing.totals.add(*change);
+        listing.days[change->day].add(*change);
     }
-    return filter;
+    if (options.isByFolder) {
+        ExplorerLevel level = levelOf(listing.files, folder);
+        listing.folders = std::move(level.folders);
+        listing.files = std::move(level.files);
+    }
+    return listing;
 }
 
-void sortLargestFirst(std::vector<FileChange>& changes) {
-    std::ranges::sort(changes, [](const FileChange& a, const FileChange& b) {
-        const auto magnitude = [](const FileChange& change) { return std::abs(change.byteDelta); };
-        return magnitude(a) != magnitude(b) ? magnitude(a) > magnitude(b) : a.id < b.id;
-    });
+/// A part of the rows, and where it stands among all of them.
+struct Page {
+    std::size_t first = 0;
+    std::size_t size = 0;
+
+    [[nodiscard]] std::size_t end() const { return first + size; }
+};
+
+Page pageOf(std::size_t rows, std::size_t limit, std::size_t number) {
+    if (limit == 0) limit = std::max<std::size_t>(rows, 1);
+    const std::size_t pages = std::max<std::size_t>((rows + limit - 1) / limit, 1);
+    if (number == 0 || number > pages)
+        throw UsageError(
+            fmt::format(fmt::runtime(translatedCount("There is only {} page.", "There are only {} pages.",
+                                                     static_cast<std::int64_t>(pages))),
+                        groupedNumber(static_cast<std::int64_t>(pages))));
+    const std::size_t first = (number - 1) * limit;
+    return {.first = first, .size = std::min(limit, rows - first)};
 }
 
-void print(const Context& context, const std::map<LocalDay, ChangeTotals>& days,
-           const std::vector<FileChange>& changes, const std::vector<LocationRecord>& records,
-           std::size_t limit) {
+void cutTo(const Page& page, Listing& listing) {
+    const auto cut = [](auto& rows, std::size_t first, std::size_t end) {
+        rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(end), rows.end());
+        rows.erase(rows.begin(), rows.begin() + static_cast<std::ptrdiff_t>(first));
+    };
+    const std::size_t folders = listing.folders.size();
+    const auto ofFiles = [folders](std::size_t row) { return row - std::min(row, folders); };
+    cut(listing.files, ofFiles(page.first), ofFiles(page.end()));
+    cut(listing.folders, std::min(page.first, folders), std::min(page.end(), folders));
+}
+
+Table folderedTable(const Listing& listing, const LocationNames& names) {
+    Table table = folderTable(listing.folders, names);
+    for (const FileChange* change : listing.files) {
+        auto row = changeRow(*change, &names);
+        const bool isAdded = change->byteDelta > 0;
+        table.add({isAdded ? row[0] : Cell(), isAdded ? Cell() : row[0], row[2]});
+    }
+    return table;
+}
+
+Table fileTable(const Listing& listing, const LocationNames& names) {
+    std::vector<ColumnKind> columns(changeColumns.begin(), changeColumns.end());
+    const bool hasDays = listing.period.first != listing.period.last;
+    if (hasDays) columns.insert(columns.begin(), ColumnKind::word);
+    Table table(columns);
+    for (const FileChange* change : listing.files) {
+        auto row = changeRow(*change, &names);
+        if (hasDays) row.insert(row.begin(), Cell(change->day.text(), TextStyle::faint));
+        table.add(std::move(row));
+    }
+    return table;
+}
+
+void print(const Context& context, const Listing& listing, const Page& page, std::size_t rows,
+           const LocationNames& names, const ChangesOptions& options) {
     Output& output = context.output;
-    for (const auto& [day, totals] : days)
-        output.line(fmt::format("{}: {}", output.emphasized(context.calendar.longLabel(day)),
-                                totalsText(totals, output)));
-    const LocationNames names(records);
-    const std::size_t shown = limit == 0 ? changes.size() : std::min(limit, changes.size());
-    for (std::size_t i = 0; i < shown; ++i)
-        output.line(changeLine(changes[i], output, &names.of(changes[i].locationID)));
-    if (const auto more = static_cast<std::int64_t>(changes.size() - shown); more > 0)
-        output.line(fmt::format(fmt::runtime(translatedCount("  … and {} more; --limit 0 lists all",
-                                                             "  … and {} more; --limit 0 lists all", more)),
-                                groupedNumber(more)));
+    const std::string label = output.emphasized(periodLabel(listing.period, context.calendar));
+    const std::string totals = totalsText(listing.totals, output);
+    if (listing.period.first == listing.period.last) {
+        output.line(label + ": " + totals);
+    } else {  // both on one line are wider than a usual terminal
+        output.line(label);
+        output.line(totals);
+    }
+    (options.isByFolder ? folderedTable(listing, names) : fileTable(listing, names)).print(output);
+    if (const auto more = static_cast<std::int64_t>(rows - page.end()); more > 0)
+        output.line(fmt::format(
+            fmt::runtime(translatedCount("  … and {0} more; --page {1} lists the next, --limit 0 all",
+                                         "  … and {0} more; --page {1} lists the next, --limit 0 all", more)),
+            groupedNumber(more), options.page + 1));
+}
+
+void printCSV(const Context& context, const Listing& listing, const HistorySnapshot& snapshot,
+              const LocationNames& names, bool isByFolder) {
+    if (isByFolder) {
+        printRow(context.output, {"Kind", "Path", "Added in bytes", "Freed in bytes", "Files"});
+        for (const auto& [ref, totals] : listing.folders)
+            printRow(context.output, {"Folder", names.path(ref), totals.added, totals.freed, totals.count});
+        for (const FileChange* change : listing.files) {
+            ChangeTotals totals;
+            totals.add(*change);
+            printRow(context.output, {"File", names.path(*change), totals.added, totals.freed, totals.count});
+        }
+        return;
+    }
+    context.output.text(storageStatement::headerLine());
+    StatementRows rows(snapshot.locations, snapshot.isExample, context.calendar);
+    std::string line;
+    for (const FileChange* change : listing.files) {
+        line.clear();
+        storageStatement::appendLine(rows.row(*change), line);
+        context.output.text(line);
+    }
+}
+
+nlohmann::ordered_json coded(const Listing& listing, bool isByFolder) {
+    auto days = nlohmann::ordered_json::array();
+    for (const auto& [day, totals] : listing.days) days.push_back({{"day", day}, {"totals", totals}});
+    nlohmann::ordered_json json = {{"first", listing.period.first},
+                                   {"last", listing.period.last},
+                                   {"totals", listing.totals},
+                                   {"days", days}};
+    if (isByFolder) json["folders"] = listing.folders;
+    json["changes"] = nlohmann::ordered_json::array();
+    for (const FileChange* change : listing.files) json["changes"].push_back(*change);
+    return json;
 }
 
 }  // namespace
 
 ExitCode runChanges(const Context& context, const ChangesOptions& options) {
-    const Period period = periodOf(options.period, context.calendar, context.calendar.day(systemNow()));
-    HistoryStore store = context.openHistory();
-    const auto records = store.loadLocations().get();
-    const FolderFilter filter = filterFor(options.folder, records);
+    refuseTwoForms(context, options.asCSV);
+    const auto source = context.openSource();
+    const HistorySnapshot snapshot = source->snapshot().get();
+    const Period period = periodOf(options.period, context.calendar, snapshot.today);
+    const auto folder = folderNamed(options.folder, snapshot);
+    const LocationScope scope{folder ? std::optional(folder->locationID) : std::nullopt};
 
-    auto changes = store.changes(period.first, period.last, filter.location).get();
-    std::erase_if(changes, [&](const FileChange& change) { return !filter.passes(change); });
-    std::map<LocalDay, ChangeTotals> days;
-    for (const FileChange& change : changes) days[change.day].add(change);
-    sortLargestFirst(changes);
+    const auto changes = source->periodChanges(period.first, period.last, scope).get();
+    const auto passing = filtered(changes, directionOf(options), TextSearch(options.search, userLocale()));
+    Listing listing = listingOf(passing, period, folder, options);
+    const std::size_t rows = listing.rows();
+    const bool isForAPerson = !context.asJson && !options.asCSV;
+    const Page page = pageOf(rows, options.limit.value_or(isForAPerson ? rowsForAPerson : 0), options.page);
+    cutTo(page, listing);
 
-    if (context.asJson) {
-        auto totals = nlohmann::ordered_json::array();
-        for (const auto& [day, sums] : days) totals.push_back({{"day", day}, {"totals", sums}});
-        context.output.json(
-            {{"first", period.first}, {"last", period.last}, {"days", totals}, {"changes", changes}});
-    } else if (changes.empty()) {
-        context.output.sentence(translated("No changes are recorded."));
-    } else {
-        print(context, days, changes, records, options.limit);
-    }
-    return changes.empty() ? ExitCode::nothingFound : ExitCode::success;
+    const LocationNames names(snapshot.locations);
+    if (options.asCSV)
+        printCSV(context, listing, snapshot, names, options.isByFolder);
+    else if (context.asJson)
+        context.output.json(coded(listing, options.isByFolder));
+    else if (rows == 0)
+        context.output.sentence(changes.empty() ? translated("No changes are recorded.")
+                                                : translated("No changes match."));
+    else
+        print(context, listing, page, rows, names, options);
+    return rows == 0 ? ExitCode::nothingFound : ExitCode::success;
 }
 
 }  // namespace brindle

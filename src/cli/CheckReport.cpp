@@ -1,6 +1,6 @@
 #include "cli/CheckReport.h"
 
-#include "cli/ChangeLine.h"
+#include "cli/ChangeTable.h"
 #include "cli/ValueCoding.h"
 #include "model/FileNameText.h"
 #include "model/NumberText.h"
@@ -105,7 +105,9 @@ void CheckReport::printCommit(const LocationRecord& record, const CheckCommit& c
         output.line(counted("  {1} added, {2} freed in {0} file. Now {3}.",
                             "  {1} added, {2} freed in {0} files. Now {3}.", commit.totals.count,
                             output.added(commit.totals.added), output.freed(commit.totals.freed), seen));
-        for (const FileChange& change : largest) output.line(changeLine(change, output, nullptr));
+        Table table(changeColumns);
+        for (const FileChange& change : largest) table.add(changeRow(change, nullptr));
+        table.print(output);
         const auto more = commit.totals.count - static_cast<std::int64_t>(largest.size());
         if (more > 0)
             output.line(counted("  … and {0} more; see: brindle changes",

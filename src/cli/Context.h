@@ -1,7 +1,9 @@
 #pragma once
 
 #include "cli/Output.h"
+#include "example/ExampleHistory.h"
 #include "model/Calendar.h"
+#include "model/Translation.h"
 #include "settings/Preferences.h"
 #include "store/HistoryStore.h"
 #include "store/StoredHistory.h"
@@ -12,17 +14,28 @@
 
 namespace brindle {
 
+/// A command line that makes no sense. what() is the sentence for the user.
+class UsageError : public std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
 /// What every command works with.
 struct Context {
-    std::string dataDirectory;
+    std::string dataDirectory;  // empty for the example history, which lies nowhere
     bool asJson = false;
+    bool isExample = false;
     Output& output;
     Calendar calendar = Calendar::current();
 
-    [[nodiscard]] HistoryStore openHistory() const { return HistoryStore(dataDirectory); }
+    /// Throws UsageError for the example history, which no store holds.
+    [[nodiscard]] HistoryStore openHistory() const {
+        if (isExample) throw UsageError(translated("This command can't show the example history."));
+        return HistoryStore(dataDirectory);
+    }
 
     /// Where commands that only read get the history from.
     [[nodiscard]] std::unique_ptr<HistorySource> openSource() const {
+        if (isExample) return std::make_unique<ExampleHistory>(calendar);
         return std::make_unique<StoredHistory>(std::make_shared<HistoryStore>(dataDirectory), calendar);
     }
 
@@ -32,11 +45,6 @@ struct Context {
         if (stored.note) output.sentence(*stored.note);
         return readPreferences(SettingValues(stored.values));
     }
-};
-
-/// A command line that makes no sense. what() is the sentence for the user.
-class UsageError : public std::runtime_error {
-    using std::runtime_error::runtime_error;
 };
 
 }  // namespace brindle

@@ -1,6 +1,8 @@
 #include "cli/DayCommand.h"
 
-#include "cli/ChangeLine.h"
+#include "analysis/DaySentence.h"
+#include "cli/CSVRows.h"
+#include "cli/ChangeTable.h"
 #include "cli/DayWord.h"
 #include "cli/LocationNames.h"
 #include "cli/ValueCoding.h"
@@ -36,13 +38,17 @@ std::vector<LocationOnDay> locationsOn(const LocalDay& day, const DayState& whol
     return found;
 }
 
-std::vector<FolderSummary> largestContributors(const DayState& state, const LocalDay& day,
-                                               HistorySource& source) {
-    if (std::holds_alternative<DayRecorded>(state))
-        return source.periodContributors(day, day, {}, contributorsShown).get();
-    if (!std::holds_alternative<DayEstimated>(state)) return {};
-    return largestFirst(groupedByFolder(source.periodEstimates(day, day, {}).get(), contributorDepth),
-                        contributorsShown);
+/// What changed on the day: measured, or else estimated.
+std::vector<FileChange> changesOf(const DayState& state, const LocalDay& day, HistorySource& source) {
+    if (std::holds_alternative<DayRecorded>(state)) return source.dayChanges(day, {}).get();
+    if (std::holds_alternative<DayEstimated>(state)) return source.periodEstimates(day, day, {}).get();
+    return {};
+}
+
+std::vector<TrackedLocation> trackedOf(const std::vector<LocationOnDay>& locations) {
+    std::vector<TrackedLocation> tracked;
+    for (const LocationOnDay& one : locations) tracked.push_back(one.location);
+    return tracked;
 }
 
 std::string stateText(const DayState& state, const Output& output) {
@@ -81,21 +87,17 @@ void printContributors(Output& output, const std::vector<FolderSummary>& folders
     if (folders.empty()) return;
     output.line();
     output.line(translated("Largest contributors:"));
-    for (const auto& [ref, totals] : folders) {
-        std::string path = names.of(ref.locationID);
-        for (const std::string& component : ref.components) path += "/" + component;
-        output.line(fmt::format("  {} {}  {}", output.amountColumn(totals.added),
-                                output.amountColumn(-totals.freed), fileNameText(path)));
-    }
+    folderTable(folders, names).print(output);
 }
 
-void print(Output& output, const std::string& dayLabel, const DayState& state,
+void print(Output& output, const std::string& dayLabel, const DayState& state, const std::string& sentence,
            const std::vector<LocationOnDay>& locations) {
     output.line(fmt::format("{}: {}", output.emphasized(dayLabel), stateText(state, output)));
+    if (!sentence.empty()) output.paragraph(sentence);
     if (std::holds_alternative<DayEstimated>(state))
         output.line(translated("An estimate from the dates of files: no check covers this day."));
     else
-        for (const std::string& sentence : gapSentences(locations)) output.line(sentence);
+        for (const std::string& gap : gapSentences(locations)) output.paragraph(gap);
     output.line();
     for (const LocationOnDay& one : locations)
         output.line(fmt::format("  {}: {}", fileNameText(one.location.name), stateText(one.state, output)));
@@ -107,29 +109,48 @@ nlohmann::ordered_json coded(const LocationOnDay& one) {
     return json;
 }
 
+void printCSV(Output& output, const LocalDay& day, const std::vector<FolderSummary>& folders,
+              const LocationNames& names, const char* source) {
+    printRow(output, {"Date", "Folder", "Added in bytes", "Freed in bytes", "Files", "Source"});
+    for (const auto& [ref, totals] : folders)
+        printRow(output, {day.text(), names.path(ref), totals.added, totals.freed, totals.count, source});
+}
+
 }  // namespace
 
-ExitCode runDay(const Context& context, const std::string& dayText) {
+ExitCode runDay(const Context& context, const DayOptions& options) {
+    refuseTwoForms(context, options.asCSV);
     const auto history = context.openSource();
     const HistorySnapshot snapshot = history->snapshot().get();
-    const LocalDay day = dayNamed(dayText, context.calendar, snapshot.today);
+    const LocalDay day = dayNamed(options.day, context.calendar, snapshot.today);
     const DayState state = dayState(snapshot, day, {});
-    const auto locations = locationsOn(day, state, snapshot);
-    const auto contributors = largestContributors(state, day, *history);
-    const std::string label = context.calendar.longLabel(day);
-
     const bool isFuture = std::holds_alternative<DayFuture>(state);
+    const bool isEstimated = std::holds_alternative<DayEstimated>(state);
     const bool isKnown = !isFuture && !std::holds_alternative<DayWithoutCheck>(state);
-    if (context.asJson) {
+
+    const auto locations = locationsOn(day, state, snapshot);
+    const auto changes = changesOf(state, day, *history);
+    const auto contributors = largestFirst(groupedByFolder(changes, contributorDepth), contributorsShown);
+    const std::string sentence =
+        changes.empty() ? std::string()
+                        : changeSentence(changes, trackedOf(locations),
+                                         isEstimated ? ChangeSource::estimated : ChangeSource::measured);
+    const std::string label = context.calendar.longLabel(day);
+    const LocationNames names(snapshot.locations);
+
+    if (options.asCSV) {
+        printCSV(context.output, day, contributors, names, isEstimated ? "Estimated" : "Measured");
+    } else if (context.asJson) {
         nlohmann::ordered_json json = {{"day", day}};
         json.update(nlohmann::ordered_json(state));
+        if (!sentence.empty()) json["sentence"] = sentence;
         json["locations"] = nlohmann::ordered_json::array();
         for (const LocationOnDay& one : locations) json["locations"].push_back(coded(one));
         json["contributors"] = contributors;
         context.output.json(json);
     } else if (isKnown) {
-        print(context.output, label, state, locations);
-        printContributors(context.output, contributors, LocationNames(snapshot.locations));
+        print(context.output, label, state, sentence, locations);
+        printContributors(context.output, contributors, names);
     } else {
         context.output.sentence(fmt::format(
             fmt::runtime(isFuture ? translated("{} is still to come.") : translated("No check covers {}.")),

@@ -19,4 +19,12 @@ LocalDay dayNamed(const std::string& text, const Calendar& calendar, const Local
     return *day;
 }
 
+LocalDay pastDayNamed(const std::string& text, const Calendar& calendar, const LocalDay& today) {
+    const LocalDay day = dayNamed(text, calendar, today);
+    if (day > today)
+        throw UsageError(
+            fmt::format(fmt::runtime(translated("{} is still to come.")), calendar.longLabel(day)));
+    return day;
+}
+
 }  // namespace brindle

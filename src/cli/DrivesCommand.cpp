@@ -13,8 +13,44 @@
 namespace brindle {
 namespace {
 
-void print(Output& output, const DriveInfo& drive, const std::optional<VolumeReading>& reading,
-           bool isIncluded) {
+struct ListedDrive {
+    DriveInfo drive;
+    std::optional<VolumeReading> reading;
+    bool isIncluded = false;  // as a whole
+};
+
+std::vector<ListedDrive> drivesOfThisComputer(HistoryStore& store) {
+    const auto records = store.loadLocations().get();
+    std::vector<ListedDrive> listed;
+    for (const DriveInfo& drive : mountedDrives({})) {
+        const bool isIncluded = std::ranges::any_of(records, [&drive](const LocationRecord& record) {
+            return record.kind == LocationKind::volume && !record.removedAt &&
+                   record.volumeID == drive.volumeID;
+        });
+        listed.push_back(
+            {drive, readCapacity(drive.mountPath, drive.volumeID, drive.name, systemNow()), isIncluded});
+    }
+    return listed;
+}
+
+std::vector<ListedDrive> drivesOfTheExample(HistorySource& source) {
+    const HistorySnapshot snapshot = source.snapshot().get();
+    std::vector<ListedDrive> listed;
+    for (const VolumeReading& volume : snapshot.volumes)
+        listed.push_back({{.id = volume.id,
+                           .name = volume.name,
+                           .mountPath = volume.mountPath,
+                           .isInternal = volume.isInternal,
+                           .isStartup = volume.mountPath == "/"},
+                          volume,
+                          std::ranges::any_of(snapshot.locations, [&volume](const TrackedLocation& location) {
+                              return location.kind == LocationKind::volume && location.volumeID == volume.id;
+                          })});
+    return listed;
+}
+
+void print(Output& output, const ListedDrive& listed) {
+    const auto& [drive, reading, isIncluded] = listed;
     output.line(
         fmt::format("{}  {}", output.emphasized(fileNameText(drive.name)), fileNameText(drive.mountPath)));
     std::string text = drive.isInternal ? translated("internal") : translated("external");
@@ -32,24 +68,23 @@ void print(Output& output, const DriveInfo& drive, const std::optional<VolumeRea
 }  // namespace
 
 ExitCode runDrives(const Context& context) {
-    HistoryStore store = context.openHistory();
-    const auto records = store.loadLocations().get();
-    const auto drives = mountedDrives({});
+    std::vector<ListedDrive> drives;
+    if (context.isExample) {
+        drives = drivesOfTheExample(*context.openSource());
+    } else {
+        HistoryStore store = context.openHistory();
+        drives = drivesOfThisComputer(store);
+    }
     auto listed = nlohmann::ordered_json::array();
-    for (const DriveInfo& drive : drives) {
-        const bool isIncluded = std::ranges::any_of(records, [&drive](const LocationRecord& record) {
-            return record.kind == LocationKind::volume && !record.removedAt &&
-                   record.volumeID == drive.volumeID;
-        });
-        const auto reading = readCapacity(drive.mountPath, drive.volumeID, drive.name, systemNow());
-        if (!context.asJson) print(context.output, drive, reading, isIncluded);
-        nlohmann::ordered_json json = {{"id", drive.id},
-                                       {"name", drive.name},
-                                       {"mountPath", drive.mountPath},
-                                       {"isInternal", drive.isInternal},
-                                       {"isStartup", drive.isStartup},
-                                       {"isIncluded", isIncluded}};
-        if (reading) json["capacity"] = *reading;
+    for (const ListedDrive& one : drives) {
+        if (!context.asJson) print(context.output, one);
+        nlohmann::ordered_json json = {{"id", one.drive.id},
+                                       {"name", one.drive.name},
+                                       {"mountPath", one.drive.mountPath},
+                                       {"isInternal", one.drive.isInternal},
+                                       {"isStartup", one.drive.isStartup},
+                                       {"isIncluded", one.isIncluded}};
+        if (one.reading) json["capacity"] = *one.reading;
         listed.push_back(std::move(json));
     }
     if (context.asJson) context.output.json(listed);

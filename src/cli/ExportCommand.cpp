@@ -1,6 +1,7 @@
 #include "cli/ExportCommand.h"
 
 #include "checks/Failures.h"
+#include "cli/PlaceWord.h"
 #include "export/ExportPlan.h"
 #include "export/StatementExport.h"
 #include "export/StatementsFolder.h"
@@ -23,25 +24,6 @@ namespace brindle {
 namespace {
 
 constexpr const char* standardOutput = "-";
-
-/// The location of this path or, where there is none, of this name. One that is still tracked goes before
-/// those that were removed, of which the last is taken.
-LocationScope scopeNamed(const std::string& text, const HistorySnapshot& snapshot) {
-    if (text.empty()) return {};
-    const std::string path = standardizedPath(text);
-    const TrackedLocation* best = nullptr;
-    const auto rank = [&](const TrackedLocation& location) {
-        const int named = location.path == path ? 2 : location.name == text ? 1 : 0;
-        return named == 0 ? 0 : 2 * named + int{!location.trackingEnd};
-    };
-    for (const TrackedLocation& location : snapshot.locations)
-        if (rank(location) > 0 && (best == nullptr || rank(location) >= rank(*best))) best = &location;
-    if (best == nullptr)
-        throw UsageError(fmt::format(
-            fmt::runtime(translated("“{}” isn't an included location. `brindle locations` lists them.")),
-            fileNameText(text)));
-    return {best->id};
-}
 
 /// Where the statement goes: an absolute path, or "-".
 std::string destinationOf(const ExportOptions& options, const ExportPlan& plan, const Context& context) {

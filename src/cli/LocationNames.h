@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/LocationID.h"
+#include "model/Change.h"
 #include "model/Translation.h"
 
 #include <string>
@@ -21,6 +21,18 @@ public:
     [[nodiscard]] const std::string& of(const LocationID& id) const {
         const auto found = names_.find(id);
         return found != names_.end() ? found->second : removed_;
+    }
+
+    /// The location's name, and the folder below it.
+    [[nodiscard]] std::string path(const FolderRef& ref) const {
+        std::string path = of(ref.locationID);
+        for (const std::string& component : ref.components) path += "/" + component;
+        return path;
+    }
+
+    /// The same of a file, or of a group by its folder and what it is called.
+    [[nodiscard]] std::string path(const FileChange& change) const {
+        return path(FolderRef{change.locationID, change.folder}) + "/" + displayName(change);
     }
 
 private:

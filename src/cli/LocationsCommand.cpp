@@ -44,14 +44,32 @@ void print(const Context& context, const LocationRecord& record, std::size_t unr
         groupedNumber(count)));
 }
 
+struct ListedLocation {
+    LocationRecord record;
+    std::vector<UnreadableFolder> unreadable;
+};
+
+std::vector<ListedLocation> includedLocations(const Context& context) {
+    std::vector<ListedLocation> included;
+    if (context.isExample) {
+        const ExampleHistory example(context.calendar);
+        for (const LocationRecord& record : example.locationRecords()) included.push_back({record, {}});
+        return included;
+    }
+    HistoryStore store = context.openHistory();
+    for (LocationRecord& record : store.loadLocations().get()) {
+        if (record.removedAt) continue;
+        auto unreadable = store.unreadableFolders(record.id).get();
+        included.push_back({std::move(record), std::move(unreadable)});
+    }
+    return included;
+}
+
 }  // namespace
 
 ExitCode runLocations(const Context& context) {
-    HistoryStore store = context.openHistory();
     auto locations = nlohmann::ordered_json::array();
-    for (const LocationRecord& record : store.loadLocations().get()) {
-        if (record.removedAt) continue;
-        const auto unreadable = store.unreadableFolders(record.id).get();
+    for (const auto& [record, unreadable] : includedLocations(context)) {
         if (!context.asJson) print(context, record, unreadable.size());
         nlohmann::ordered_json location = record;
         location["unreadableFolders"] = unreadable;

@@ -73,10 +73,13 @@ int run(int argc, char** argv) {
         ->check(emptyPathObjection)
         ->type_name("DIR");
     app.add_flag("--json", asJson, "Print the result as JSON");
+    bool isExample = false;
+    app.add_flag("--example", isExample, "Show an example history instead of yours");
 
-    Command command;
-    addTrackingCommands(app, command);
-    addReadingCommands(app, command);
+    Command tracking;
+    Command reading;
+    addTrackingCommands(app, tracking);
+    addReadingCommands(app, reading);
 
     try {
         app.parse(argc, argv);
@@ -89,8 +92,16 @@ int run(int argc, char** argv) {
     }
     return runCommand(
         [&] {
+            if (isExample) {
+                if (tracking)
+                    throw UsageError(
+                        translated("There is nothing to check or to change in the example history."));
+                output.tellOfExample();
+                return reading({.asJson = asJson, .isExample = true, .output = output});
+            }
             dataDirectory =
                 dataDirectory.empty() ? usualDataDirectory(output) : standardizedPath(dataDirectory);
+            const Command& command = tracking ? tracking : reading;
             return command({.dataDirectory = dataDirectory, .asJson = asJson, .output = output});
         },
         output, dataDirectory);

@@ -1,5 +1,6 @@
 #include "cli/Output.h"
 
+#include "cli/WrappedText.h"
 #include "model/DisplayWidth.h"
 #include "model/FileNameText.h"
 #include "model/NumberText.h"
@@ -15,27 +16,72 @@
 namespace brindle {
 namespace {
 
-constexpr std::size_t amountWidth = 10;
+std::optional<std::size_t> widthOfResult() {
+    if (!isTerminal(StandardStream::output)) return {};
+    return static_cast<std::size_t>(std::max(terminalWidth(StandardStream::output), 1));
+}
+
+/// The parameter of "select graphic rendition" (ECMA-48).
+const char* codeOf(TextStyle style) {
+    switch (style) {
+        case TextStyle::added:
+            return "33";
+        case TextStyle::freed:
+            return "36";
+        case TextStyle::emphasized:
+            return "1";
+        case TextStyle::faint:
+            return "2";
+        case TextStyle::plain:
+            break;
+    }
+    return "0";
+}
 
 }  // namespace
 
 Output::Output()
-    : hasColour_(wantsColour(StandardStream::output)), showsProgress_(isTerminal(StandardStream::error)) {}
+    : hasColour_(wantsColour(StandardStream::output)),
+      showsProgress_(isTerminal(StandardStream::error)),
+      width_(widthOfResult()) {}
 
 void Output::line(std::string_view text) {
+    this->text(text);
+    write(stdout, "\n");
+}
+
+void Output::paragraph(std::string_view text, std::size_t indent) {
+    const auto columns = width_ ? std::optional(*width_ - std::min(indent, *width_)) : std::nullopt;
+    for (const std::string& part : wrapped(text, columns)) line(std::string(indent, ' ') + part);
+}
+
+void Output::text(std::string_view text) {
     endProgress();
     write(stdout, text);
-    write(stdout, "\n");
 }
 
 void Output::json(const nlohmann::ordered_json& result) {
     constexpr int indent = 2;
+    writeJson(result, indent);
+}
+
+void Output::jsonLine(const nlohmann::ordered_json& result) {
+    writeJson(result, -1);
+}
+
+void Output::writeJson(nlohmann::ordered_json result, int indent) {
+    if (isExample_) {
+        if (result.is_object()) result["isExample"] = true;
+        if (result.is_array())
+            for (auto& one : result) one["isExample"] = true;
+    }
     // Names are bytes; JSON is UTF-8.
     line(result.dump(indent, ' ', false, nlohmann::ordered_json::error_handler_t::replace));
 }
 
-void Output::jsonLine(const nlohmann::ordered_json& result) {
-    line(result.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace));
+void Output::tellOfExample() {
+    isExample_ = true;
+    sentence(translated("This is example history."));
 }
 
 void Output::sentence(std::string_view text) {
@@ -83,25 +129,19 @@ void Output::endProgress() {
     progressWidth_ = 0;
 }
 
-std::string Output::amountColumn(std::int64_t byteDelta) const {
-    const std::string amount = signedByteAmount(byteDelta);
-    const std::size_t width = displayWidth(amount);
-    const std::string padding(width < amountWidth ? amountWidth - width : 0, ' ');
-    return padding + (byteDelta < 0 ? styled("36", amount) : styled("33", amount));
+std::string Output::styled(TextStyle style, std::string_view text) const {
+    const bool isPlain = !hasColour_ || style == TextStyle::plain || text.empty();
+    return isPlain ? std::string(text) : fmt::format("\x1b[{}m{}\x1b[0m", codeOf(style), text);
 }
 
 std::string Output::added(std::int64_t bytes) const {
-    return styled("33", signedByteAmount(bytes));
+    return styled(TextStyle::added, signedByteAmount(bytes));
 }
 std::string Output::freed(std::int64_t bytes) const {
-    return styled("36", signedByteAmount(-bytes));
+    return styled(TextStyle::freed, signedByteAmount(-bytes));
 }
 std::string Output::emphasized(std::string_view text) const {
-    return styled("1", text);
-}
-
-std::string Output::styled(std::string_view code, std::string_view text) const {
-    return hasColour_ ? fmt::format("\x1b[{}m{}\x1b[0m", code, text) : std::string(text);
+    return styled(TextStyle::emphasized, text);
 }
 
 bool Output::flush() {

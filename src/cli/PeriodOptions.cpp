@@ -10,14 +10,6 @@
 namespace brindle {
 namespace {
 
-LocalDay pastDayNamed(const std::string& text, const Calendar& calendar, const LocalDay& today) {
-    const LocalDay day = dayNamed(text, calendar, today);
-    if (day > today)
-        throw UsageError(
-            fmt::format(fmt::runtime(translated("{} is still to come.")), calendar.longLabel(day)));
-    return day;
-}
-
 void refuseContradictions(const PeriodOptions& options) {
     const bool hasRange = !options.from.empty() || !options.to.empty();
     if (int{!options.day.empty()} + int{!options.since.empty()} + int{hasRange} > 1)
@@ -56,6 +48,12 @@ Period periodOf(const PeriodOptions& options, const Calendar& calendar, const Lo
             fmt::format(fmt::runtime(translated("The period ends before it begins: {} is after {}.")),
                         period.first.text(), period.last.text()));
     return period;
+}
+
+std::string periodLabel(const Period& period, const Calendar& calendar) {
+    if (period.first == period.last) return calendar.longLabel(period.first);
+    return fmt::format(fmt::runtime(translated("{0} to {1}")), calendar.longLabel(period.first),
+                       calendar.longLabel(period.last));
 }
 
 }  // namespace brindle

@@ -31,4 +31,7 @@ void addPeriodOptions(CLI::App& command, PeriodOptions& options);
 /// not go together, for a first day behind the last one, and for days that are still to come.
 [[nodiscard]] Period periodOf(const PeriodOptions& options, const Calendar& calendar, const LocalDay& today);
 
+/// "Saturday, March 7, 2026", or both its ends.
+[[nodiscard]] std::string periodLabel(const Period& period, const Calendar& calendar);
+
 }  // namespace brindle

@@ -3,14 +3,20 @@
 #include "cli/DayCommand.h"
 #include "cli/DrivesCommand.h"
 #include "cli/ExportCommand.h"
+#include "cli/GrewCommand.h"
 #include "cli/LocationsCommand.h"
 #include "cli/StatusCommand.h"
+#include "cli/TrendsCommand.h"
 
 #include <CLI/CLI.hpp>
 #include <memory>
 
 namespace brindle {
 namespace {
+
+void addCSV(CLI::App& command, bool& asCSV) {
+    command.add_flag("--csv", asCSV, "Print the rows as CSV");
+}
 
 void addLocations(CLI::App& app, Command& chosen) {
     app.add_subcommand("locations", "List the included locations")->callback([&chosen] {
@@ -32,22 +38,73 @@ void addStatus(CLI::App& app, Command& chosen) {
 
 void addDay(CLI::App& app, Command& chosen) {
     auto* command = app.add_subcommand("day", "Show what is known of a day");
-    const auto day = std::make_shared<std::string>("today");
-    command->add_option("DAY", *day, "The day: 2026-03-07, today, yesterday (default: today)")->type_name("");
-    command->callback(choosing(chosen, runDay, day));
+    const auto options = std::make_shared<DayOptions>();
+    command->add_option("DAY", options->day, "The day: 2026-03-07, today, yesterday (default: today)")
+        ->type_name("");
+    addCSV(*command, options->asCSV);
+    command->callback(choosing(chosen, runDay, options));
 }
 
 void addChanges(CLI::App& app, Command& chosen) {
     auto* command = app.add_subcommand("changes", "Show what changed on a day, or in a period");
     const auto options = std::make_shared<ChangesOptions>();
     addPeriodOptions(*command, options->period);
-    command->add_option("--limit", options->limit, "How many changes to list, largest first; 0 for all")
+    auto* folder = command->add_option("--folder", options->folder, "Only what lies in this folder")
+                       ->type_name("FOLDER");
+    command->add_option("--search", options->search, "Only what has this in its name or in that of a folder")
+        ->type_name("TEXT");
+    command->add_flag("--added", options->isAdded, "Only what was added or grew");
+    command->add_flag("--freed", options->isFreed, "Only what shrank or was removed");
+    command->add_option("--sort", options->sort, "largest, newest or name (default: largest)")
+        ->check(CLI::IsMember({"largest", "newest", "name"}))
+        ->type_name("ORDER");
+    auto* files = command->add_flag("--files", options->isFileList, "One list of files (the default)");
+    command->add_flag("--folders", options->isByFolder, "What changed in each folder, one level down")
+        ->excludes(files);
+    command
+        ->add_option("--limit", options->limit,
+                     "How many rows to list; 0 for all (default: 20, and all with --json or --csv)")
         ->check(CLI::NonNegativeNumber)
-        ->capture_default_str()
         ->type_name("N");
+    command->add_option("--page", options->page, "Which of the pages of so many rows (default: 1)")
+        ->check(CLI::PositiveNumber)
+        ->type_name("N");
+    addCSV(*command, options->asCSV);
+    command->add_option("FOLDER", options->folder, "The same as --folder")
+        ->check(emptyPathObjection)
+        ->excludes(folder->check(emptyPathObjection));
+    command->callback(choosing(chosen, runChanges, options));
+}
+
+void addTrends(CLI::App& app, Command& chosen) {
+    auto* command =
+        app.add_subcommand("trends", "Show a week, a month or a quarter as a chart, with its figures");
+    const auto options = std::make_shared<TrendsOptions>();
+    command->add_option("RANGE", options->range, "week, month or quarter: 7, 30 or 90 days")
+        ->required()
+        ->check(CLI::IsMember({"week", "month", "quarter"}))
+        ->type_name("");
+    command->add_option("--day", options->day, "The last day: 2026-03-07, today, yesterday (default: today)")
+        ->type_name("DAY");
+    addCSV(*command, options->asCSV);
+    command->add_option("LOCATION", options->location, "Only this location, by its path or its name")
+        ->check(emptyPathObjection);
+    command->callback(choosing(chosen, runTrends, options));
+}
+
+void addGrew(CLI::App& app, Command& chosen) {
+    auto* command = app.add_subcommand("grew", "Show which folders grew, as a tree");
+    const auto options = std::make_shared<GrewOptions>();
+    addPeriodOptions(*command, options->period);
+    command
+        ->add_option(
+            "--over", options->over,
+            "Only what grew by more than this, like 5GB; exit with 1 when something did, else with 0")
+        ->type_name("SIZE");
+    addCSV(*command, options->asCSV);
     command->add_option("FOLDER", options->folder, "Only what lies in this folder")
         ->check(emptyPathObjection);
-    command->callback(choosing(chosen, runChanges, options));
+    command->callback(choosing(chosen, runGrew, options));
 }
 
 void addExport(CLI::App& app, Command& chosen) {
@@ -70,6 +127,8 @@ void addReadingCommands(CLI::App& app, Command& chosen) {
     addStatus(app, chosen);
     addDay(app, chosen);
     addChanges(app, chosen);
+    addTrends(app, chosen);
+    addGrew(app, chosen);
     addExport(app, chosen);
 }
 

@@ -1,7 +1,7 @@
 #include "cli/StatusCommand.h"
 
 #include "checks/RunLock.h"
-#include "cli/ChangeLine.h"
+#include "cli/ChangeTable.h"
 #include "cli/ValueCoding.h"
 #include "model/FileNameText.h"
 #include "model/NumberText.h"
@@ -79,7 +79,7 @@ nlohmann::ordered_json coded(const VolumeReading& drive) {
 
 ExitCode runStatus(const Context& context) {
     const HistorySnapshot snapshot = context.openSource()->snapshot().get();
-    const auto otherProgram = otherProgramText(context.dataDirectory);
+    const auto otherProgram = context.isExample ? std::nullopt : otherProgramText(context.dataDirectory);
     const auto tracked = snapshot.currentlyTracked();
 
     auto locations = nlohmann::ordered_json::array();

@@ -5,7 +5,7 @@
 #include "checks/Maintenance.h"
 #include "checks/ScanCoordinator.h"
 #include "checks/TrackedLocations.h"
-#include "cli/ChangeLine.h"
+#include "cli/ChangeTable.h"
 #include "cli/CheckReport.h"
 #include "cli/ValueCoding.h"
 #include "model/NumberText.h"

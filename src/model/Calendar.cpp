@@ -15,6 +15,7 @@ namespace brindle {
 namespace {
 
 constexpr int noon = 12;
+constexpr int daysInWeek = 7;
 constexpr double millisecondsPerSecond = 1000;
 constexpr UnixTime distantFuture = 253402214400.0;  // 31 December of the year 9999
 
@@ -154,11 +155,39 @@ std::vector<LocalDay> Calendar::days(const LocalDay& first, const LocalDay& last
     return days;
 }
 
+TimeOfDay Calendar::timeOfDay(UnixTime at) const {
+    const auto calendar = parts_->copy();
+    UErrorCode status = U_ZERO_ERROR;
+    calendar->setTime(at * millisecondsPerSecond, status);
+    const TimeOfDay time{calendar->get(UCAL_HOUR_OF_DAY, status), calendar->get(UCAL_MINUTE, status)};
+    return U_SUCCESS(status) ? time : TimeOfDay{};
+}
+
+int Calendar::placeInWeek(const LocalDay& day) const {
+    const auto calendar = parts_->at(day, noon);
+    if (!calendar) return 0;
+    UErrorCode status = U_ZERO_ERROR;
+    const int weekday = calendar->get(UCAL_DAY_OF_WEEK, status);
+    const int first = calendar->getFirstDayOfWeek(status);
+    return U_SUCCESS(status) ? (weekday - first + daysInWeek) % daysInWeek : 0;
+}
+
+std::array<std::string, 7> Calendar::weekdayNames() const {
+    std::array<std::string, 7> names;
+    const LocalDay someDay = day(0);
+    for (const LocalDay& named : days(someDay, addingDays(someDay, daysInWeek - 1)))
+        names.at(static_cast<std::size_t>(placeInWeek(named))) = parts_->label(time(named, noon), "ccc");
+    return names;
+}
+
 std::string Calendar::longLabel(const LocalDay& day) const {
     return parts_->label(time(day), "yMMMMEEEEd");
 }
 std::string Calendar::mediumLabel(const LocalDay& day) const {
     return parts_->label(time(day), "MMMMEEEEd");
+}
+std::string Calendar::shortLabel(const LocalDay& day) const {
+    return parts_->label(time(day), "MMMEEEd");
 }
 std::string Calendar::monthLabel(const LocalDay& day) const {
     return parts_->label(time(day), "yMMMM");

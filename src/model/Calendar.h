@@ -3,11 +3,20 @@
 #include "model/LocalDay.h"
 #include "model/UnixTime.h"
 
+#include <array>
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace brindle {
+
+/// What a clock on the wall shows.
+struct TimeOfDay {
+    int hour = 0;    // 0 to 23
+    int minute = 0;  // 0 to 59
+
+    bool operator==(const TimeOfDay&) const = default;
+};
 
 /// Turns points in time into local days and back, by ICU's calendar in a locale and a time zone.
 /// A plain value, cheap to copy; every operation may be called from any thread.
@@ -43,8 +52,17 @@ public:
     /// Every day from `first` through `last`; empty when `last` is earlier.
     [[nodiscard]] std::vector<LocalDay> days(const LocalDay& first, const LocalDay& last) const;
 
+    [[nodiscard]] TimeOfDay timeOfDay(UnixTime at) const;
+
+    /// Where the day stands in its week, which begins as the locale says: 0 to 6.
+    [[nodiscard]] int placeInWeek(const LocalDay& day) const;
+
+    /// The short names of the days of a week, in its order: "Sun", "Mon" and so on.
+    [[nodiscard]] std::array<std::string, 7> weekdayNames() const;
+
     [[nodiscard]] std::string longLabel(const LocalDay& day) const;    // "Saturday, March 7, 2026"
     [[nodiscard]] std::string mediumLabel(const LocalDay& day) const;  // "Saturday, March 7"
+    [[nodiscard]] std::string shortLabel(const LocalDay& day) const;   // "Sat, Mar 7"
     [[nodiscard]] std::string monthLabel(const LocalDay& day) const;   // "March 2026"
     [[nodiscard]] std::string timeLabel(UnixTime at) const;            // "Mar 7, 2026, 2:05 PM"
 

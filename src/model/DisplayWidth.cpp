@@ -40,4 +40,19 @@ std::string cutToWidth(std::string_view text, std::size_t columns) {
     return characters.tempSubString(0, end).toUTF8String(cut);
 }
 
+std::string endOfWidth(std::string_view text, std::size_t columns) {
+    const icu::UnicodeString characters = decoded(text);
+    std::size_t width = 0;
+    std::int32_t begin = characters.length();  // of what fits and has a character of its own to combine with
+    for (std::int32_t i = begin; i > 0;) {
+        i = characters.moveIndex32(i, -1);
+        const std::size_t own = widthOf(characters.char32At(i));
+        width += own;
+        if (width > columns) break;
+        if (own > 0) begin = i;
+    }
+    std::string end;
+    return characters.tempSubString(begin).toUTF8String(end);
+}
+
 }  // namespace brindle

@@ -10,7 +10,8 @@ namespace brindle {
 /// for marks that combine with the character before.
 [[nodiscard]] std::size_t displayWidth(std::string_view text);
 
-/// As much of the text as fits into so many columns.
+/// As much of the text's beginning, or of its end, as fits into so many columns.
 [[nodiscard]] std::string cutToWidth(std::string_view text, std::size_t columns);
+[[nodiscard]] std::string endOfWidth(std::string_view text, std::size_t columns);
 
 }  // namespace brindle

@@ -37,6 +37,10 @@ public:
         return std::vector<std::string>(begin(), begin() + static_cast<std::ptrdiff_t>(count));
     }
 
+    /// The same for copies of one path, null for the root, and another for any other path that lives. Equal
+    /// paths that were made apart differ in it.
+    [[nodiscard]] const void* identity() const { return components_.get(); }
+
     friend bool operator==(const FolderPath& a, const FolderPath& b) {
         if (a.components_ == b.components_) return true;
         return !a.empty() && !b.empty() && *a.components_ == *b.components_;

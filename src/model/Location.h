@@ -34,6 +34,7 @@ struct TrackedLocation {
     std::optional<UnixTime> lastCheck;      // end of the last completed check
     std::optional<LocalDay> trackingStart;  // first tracked day; absent: tracked on no day
     std::optional<LocalDay> trackingEnd;    // last tracked day; absent: tracking goes on
+    bool caseSensitive = true;              // whether its drive tells names apart that differ in case only
 
     bool operator==(const TrackedLocation&) const = default;
 };

@@ -15,4 +15,7 @@ inline constexpr const char* notLocal =
     isMac ? "Brindle can only check folders on drives connected to this Mac."
           : "Brindle can only check folders on drives connected to this computer.";
 
+inline constexpr const char* snapshotSizes = isMac ? "macOS reports snapshot sizes only to an administrator."
+                                                   : "Snapshot sizes are reported only to an administrator.";
+
 }  // namespace brindle::platformText

@@ -14,4 +14,7 @@ enum class StandardStream { output = 1, error = 2 };
 /// the empty text (no-color.org).
 [[nodiscard]] bool wantsColour(StandardStream stream);
 
+/// Whether the locale that the process set writes its texts as UTF-8.
+[[nodiscard]] bool writesUTF8();
+
 }  // namespace brindle

@@ -49,7 +49,8 @@ TrackedLocation tracked(const LocationRecord& record, const Calendar& calendar) 
             .trackedBytes = record.trackedBytes,
             .lastCheck = record.lastCheckAt,
             .trackingStart = dayOf(record.baselineAt),
-            .trackingEnd = dayOf(record.removedAt)};
+            .trackingEnd = dayOf(record.removedAt),
+            .caseSensitive = record.caseSensitive};
 }
 
 void readDayTotals(SQLiteConnection& db, const std::string& since, HistorySnapshot& snapshot) {

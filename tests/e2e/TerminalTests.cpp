@@ -1,4 +1,5 @@
 #include "e2e/Brindle.h"
+#include "model/DisplayWidth.h"
 #include "support/TestMounts.h"
 
 #include <algorithm>
@@ -9,6 +10,7 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <pty.h>
+#include <sstream>
 #include <stdexcept>
 #include <string_view>
 
@@ -115,6 +117,25 @@ TEST_F(OnATerminal, StylesAreForThoseWhoWantThem) {
     EXPECT_THAT(resultWith("TERM", "dumb", OnTerminal::output), Not(HasSubstr(styleStart)));
     // A terminal that cannot clear a line shows what would clear it.
     EXPECT_THAT(resultWith("TERM", "dumb", OnTerminal::both), Not(HasSubstr(styleStart)));
+}
+
+TEST_F(OnATerminal, TablesAndSentencesFitItAndAreWholeElsewhere) {
+    const std::string name(100, 'n');
+    ASSERT_EQ(runProgram(check()).exitCode, 0);
+    writeFile(tree / "folder" / name, 5000);
+    ASSERT_EQ(runProgram(check()).exitCode, 0);
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"changes"}, {"grew"}, {"trends", "quarter"}, {"trends", "month"}}) {
+        SCOPED_TRACE(testing::PrintToString(arguments));
+        ProgramLaunch launch = brindle.launch(arguments);
+        launch.setVariable("NO_COLOR", "1");
+        std::istringstream lines(show(launch, OnTerminal::output).onTerminal);
+        for (std::string line; std::getline(lines, line);) {
+            std::erase(line, '\r');
+            EXPECT_LE(displayWidth(line), 80U) << line;
+        }
+    }
+    EXPECT_THAT(brindle.run({"changes"}).output, HasSubstr("  +5.0 kB  added  tree/folder/" + name + "\n"));
 }
 
 /// Files and folders whose names would be instructions, lines of their own, or no text at all.

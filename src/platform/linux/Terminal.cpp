@@ -2,6 +2,8 @@
 
 #include "platform/Paths.h"
 
+#include <langinfo.h>
+#include <string_view>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -21,6 +23,10 @@ int terminalWidth(StandardStream stream) {
 bool wantsColour(StandardStream stream) {
     return isTerminal(stream) && environmentValue("NO_COLOR").value_or("").empty() &&
            environmentValue("TERM").value_or("dumb") != "dumb";
+}
+
+bool writesUTF8() {
+    return std::string_view(nl_langinfo(CODESET)) == "UTF-8";
 }
 
 }  // namespace brindle

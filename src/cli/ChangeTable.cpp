@@ -1,6 +1,5 @@
-#include "cli/ChangeLine.h"
+#include "cli/ChangeTable.h"
 
-#include "model/FileNameText.h"
 #include "model/NumberText.h"
 #include "model/Translation.h"
 
@@ -25,12 +24,18 @@ const char* actionWord(ChangeAction action) {
 
 }  // namespace
 
-std::string changeLine(const FileChange& change, const Output& output, const std::string* root) {
-    std::string path = root != nullptr ? *root + "/" : std::string();
+std::vector<Cell> changeRow(const FileChange& change, const LocationNames* roots) {
+    std::string path = roots != nullptr ? roots->of(change.locationID) + "/" : "";
     for (const std::string& component : change.folder) path += component + "/";
     path += displayName(change);
-    return fmt::format("  {}  {:8} {}", output.amountColumn(change.byteDelta), actionWord(change.action),
-                       fileNameText(path));
+    return {amountCell(change.byteDelta), Cell(actionWord(change.action)), pathCell(path)};
+}
+
+Table folderTable(std::span<const FolderSummary> folders, const LocationNames& roots) {
+    Table table({ColumnKind::figure, ColumnKind::figure, ColumnKind::path});
+    for (const auto& [ref, totals] : folders)
+        table.add({amountCell(totals.added), amountCell(-totals.freed), pathCell(roots.path(ref))});
+    return table;
 }
 
 std::string totalsText(const ChangeTotals& totals, const Output& output) {

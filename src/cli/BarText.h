@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+namespace brindle {
+
+/// Lays amounts of added and freed bytes out as bars on both sides of one zero line: added to the right,
+/// freed to the left, on a common scale. An amount that is not zero shows.
+class BarText {
+public:
+    enum class Characters { blocks, ascii };
+
+    /// `columns`: of the largest bars of both sides together.
+    BarText(std::int64_t mostAdded, std::int64_t mostFreed, std::size_t columns, Characters characters);
+
+    /// Filled up with blanks at its left, so that the zero line stands where it stands in every row.
+    [[nodiscard]] std::string freed(std::int64_t bytes) const;
+    [[nodiscard]] const char* zeroLine() const;
+    [[nodiscard]] std::string added(std::int64_t bytes) const;
+    [[nodiscard]] std::size_t columnsOfAdded() const { return right_; }
+
+private:
+    [[nodiscard]] std::size_t eighths(std::int64_t bytes, std::size_t columns) const;
+
+    Characters characters_;
+    std::size_t left_ = 0;
+    std::size_t right_ = 0;
+    double bytesOfColumn_ = 0;
+};
+
+}  // namespace brindle

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "cli/LocationNames.h"
+#include "cli/Output.h"
+#include "cli/Table.h"
+#include "model/FolderSummary.h"
+
+#include <array>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace brindle {
+
+/// A change as the cells of these columns: amount, what happened, and the path below `roots` (the names of
+/// the locations; null where it is clear which it is).
+inline constexpr std::array changeColumns = {ColumnKind::figure, ColumnKind::word, ColumnKind::path};
+[[nodiscard]] std::vector<Cell> changeRow(const FileChange& change, const LocationNames* roots);
+
+/// Folders as rows: what was added to each, what was freed, and its path.
+[[nodiscard]] Table folderTable(std::span<const FolderSummary> folders, const LocationNames& roots);
+
+/// "+1.2 MB added, −3.0 kB freed in 5 files".
+[[nodiscard]] std::string totalsText(const ChangeTotals& totals, const Output& output);
+
+}  // namespace brindle
