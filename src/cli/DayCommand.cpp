@@ -139,7 +139,9 @@ ExitCode runDay(const Context& context, const DayOptions& options) {
     const LocationNames names(snapshot.locations);
 
     if (options.asCSV) {
-        printCSV(context.output, day, contributors, names, isEstimated ? "Estimated" : "Measured");
+        const char* measured = snapshot.isExample ? "Example" : "Measured";
+        const char* estimated = snapshot.isExample ? "Example estimate" : "Estimated";
+        printCSV(context.output, day, contributors, names, isEstimated ? estimated : measured);
     } else if (context.asJson) {
         nlohmann::ordered_json json = {{"day", day}};
         json.update(nlohmann::ordered_json(state));

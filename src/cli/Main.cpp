@@ -26,8 +26,9 @@ constexpr const char* footer =
     "  brindle include /media/ann/Disk  include a drive by where it is mounted\n"
     "  brindle changes --since 2026-03-01 ~/Pictures\n"
     "\n"
-    "Exit status: 0 done; 1 nothing found; 2 wrong usage; 3 the history or a file can't be used;\n"
-    "4 a location couldn't be checked; 5 another program is checking; 130 stopped by a signal.";
+    "Exit status: 0 done; 1 nothing found, or a limit passed; 2 wrong usage; 3 the history or a file\n"
+    "can't be used; 4 a location couldn't be checked; 5 another program is checking; 130 stopped by\n"
+    "a signal.";
 
 /// Where the history is unless the command line says otherwise.
 std::string usualDataDirectory(Output& output) {

@@ -84,7 +84,8 @@ TEST_F(StatusAndDay, ADayIsToldWithItsTotalsItsGapsAndItsContributors) {
     fs::remove(tree / "b");
     check();
     const std::string whole = output({"day"});
-    EXPECT_THAT(whole, AllOf(HasSubstr(": +2.5 kB added, −10 bytes freed in 3 files\n\n"),
+    EXPECT_THAT(whole, AllOf(HasSubstr(": +2.5 kB added, −10 bytes freed in 3 files\n2.5 kB came, most of it "
+                                       "in tree/sub/deep/deeper.\n\n"),
                              HasSubstr("\n  tree: +2.5 kB added, −10 bytes freed in 3 files\n"),
                              HasSubstr("\n  other: no changes\n"), Not(HasSubstr("partial"))));
     EXPECT_THAT(whole, testing::ContainsRegex("Largest contributors:\n +\\+2.5 kB +0 bytes  tree/sub/deep\n"

@@ -21,6 +21,7 @@ namespace {
 constexpr int symbolicLinkLimit = 40;  // as the kernel's own
 constexpr std::string_view partialSuffix = ".partial";
 constexpr std::size_t uuidLength = 36;
+constexpr int attemptLimit = 16;
 constexpr std::int64_t writtenBackAtOnce = 8 << 20;
 
 [[noreturn]] void fail(int error, const std::string& path) {
@@ -92,8 +93,8 @@ public:
         const std::size_t longest = limit > 0 ? static_cast<std::size_t>(limit) : 255;
         prefix_ = "." + std::string(cut(lastComponent(target_), longest - others)) + ".";
         removeLeftovers();
-        while (!create(replaced)) {
-        }
+        for (int attempt = 0; !create(replaced); ++attempt)
+            if (attempt == attemptLimit) fail(EBUSY, folderPath_);
     }
     ~Replacement() override { discard(); }
     Replacement(const Replacement&) = delete;
@@ -157,9 +158,9 @@ private:
             name_.clear();
             fail(error, failed);
         }
+        const bool isHeld = tryToLock(file_) == Lock::heldByAnother;
         struct stat status {};
-        if (tryToLock(file_) == Lock::heldByAnother || ::fstat(file_.get(), &status) != 0 ||
-            status.st_nlink == 0)
+        if (isHeld || ::fstatat(folder_.get(), name_.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
             return false;
         if (replaced) takeOver(*replaced, status);
         return true;
