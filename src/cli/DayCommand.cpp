@@ -47,6 +47,7 @@ std::vector<FileChange> changesOf(const DayState& state, const LocalDay& day, Hi
 
 std::vector<TrackedLocation> trackedOf(const std::vector<LocationOnDay>& locations) {
     std::vector<TrackedLocation> tracked;
+    tracked.reserve(locations.size());
     for (const LocationOnDay& one : locations) tracked.push_back(one.location);
     return tracked;
 }
