@@ -171,16 +171,17 @@ void AppModel::showExample() {
     wantsExample_ = true;
     selection_.setScope({});
     setMode(PlainMode::example);
-    background_
-        .run([make = makeExample_] {
+    background_.run(
+        [make = makeExample_] {
             auto example = make();
             return std::pair(example, example->snapshot().get());
-        })
-        .then(this, [this](std::pair<std::shared_ptr<HistorySource>, HistorySnapshot> made) {
+        },
+        [this](std::pair<std::shared_ptr<HistorySource>, HistorySnapshot> made) {
             if (!isExampleShown()) return;
             example_ = std::move(made.first);
             show(std::move(made.second));
-        });
+        },
+        [this](const std::exception& error) { Q_EMIT noted(QString::fromStdString(error.what())); });
 }
 
 void AppModel::showOwnHistory() {

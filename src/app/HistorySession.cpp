@@ -52,10 +52,7 @@ std::shared_ptr<HistorySession::Open> HistorySession::makeOpen(bool estimatesEna
                                                .coordinator = nullptr});
     history->coordinator = std::make_unique<ScanCoordinator>(
         *store, history->locks,
-        [this](const CoordinatorEvent& event) {
-            QMetaObject::invokeMethod(
-                this, [this, event] { take(event); }, Qt::QueuedConnection);
-        },
+        [this](const CoordinatorEvent& event) { background_.post([this, event] { take(event); }); },
         estimatesEnabled, parts_.trees());
     return history;
 }
@@ -64,19 +61,18 @@ void HistorySession::open(bool estimatesEnabled) {
     if (isOpen() || isOpening_ || isStopping_) return;
     isOpening_ = true;
     Q_EMIT openingChanged();
-    background_.run([this, estimatesEnabled] { return makeOpen(estimatesEnabled); })
-        .then(this,
-              [this](const std::shared_ptr<Open>& history) {
-                  endOpening();
-                  if (isStopping_) return;
-                  history_ = history;
-                  renewCalendar();
-                  Q_EMIT opened();
-              })
-        .onFailed(this, [this](const std::exception& error) {
-            endOpening();
-            Q_EMIT failed(QString::fromStdString(failureSentence(error, parts_.dataDirectory)));
-        });
+    background_.run([this, estimatesEnabled] { return makeOpen(estimatesEnabled); },
+                    [this](const std::shared_ptr<Open>& history) {
+                        endOpening();
+                        if (isStopping_) return;
+                        history_ = history;
+                        renewCalendar();
+                        Q_EMIT opened();
+                    },
+                    [this](const std::exception& error) {
+                        endOpening();
+                        Q_EMIT failed(QString::fromStdString(failureSentence(error, parts_.dataDirectory)));
+                    });
 }
 
 void HistorySession::endOpening() {
@@ -87,11 +83,10 @@ void HistorySession::endOpening() {
 template <class Work, class Then>
 void HistorySession::whileOpen(Work work, Then then) {
     if (!isOpen() || isStopping_) return;
-    background_.run([history = history_, work = std::move(work)] { return work(*history); })
-        .then(this, std::move(then))
-        .onFailed(this, [this](const std::exception& error) {
-            Q_EMIT troubled(QString::fromStdString(failureSentence(error, parts_.dataDirectory)));
-        });
+    background_.run([history = history_, work = std::move(work)] { return work(*history); }, std::move(then),
+                    [this](const std::exception& error) {
+                        Q_EMIT troubled(QString::fromStdString(failureSentence(error, parts_.dataDirectory)));
+                    });
 }
 
 void HistorySession::checkAll() {
@@ -185,7 +180,7 @@ void HistorySession::stop() {
         static_cast<void>(history->store->checkpoint().get());
     };
     const auto tell = [this] { Q_EMIT stopped(); };
-    background_.run(end).then(this, tell).onFailed(this, [tell](const std::exception&) { tell(); });
+    background_.run(end, tell, [tell](const std::exception&) { tell(); });
 }
 
 }  // namespace brindle

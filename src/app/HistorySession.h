@@ -105,6 +105,7 @@ private:
     void whileOpen(Work work, Then then);
 
     SessionParts parts_;
+    Background background_;  // takes the events of the history's checks, and so outlives it
     std::shared_ptr<Open> history_;
     std::shared_ptr<HistorySource> source_;
     int runs_ = 0;  // whose last event is still to come
@@ -112,7 +113,6 @@ private:
     bool isOpening_ = false;
     bool isStopping_ = false;
     int figuresAsked_ = 0;
-    Background background_;  // last, so that it ends first
 };
 
 }  // namespace brindle

@@ -45,12 +45,12 @@ void StatementExporter::prepare(Subject subject, const LocalDay& first, const Lo
                        suggestedFileName(*planned.plan));
         return planned;
     };
-    background_.run(make)
-        .then(this,
-              [this, asked](Planned planned) {
-                  if (asked == plansAsked_ && !isWriting()) take(std::move(planned));
-              })
-        .onFailed(this, [this](const std::exception& error) { fail(error); });
+    background_.run(
+        make,
+        [this, asked](Planned planned) {
+            if (asked == plansAsked_ && !isWriting()) take(std::move(planned));
+        },
+        [this](const std::exception& error) { fail(error); });
 }
 
 void StatementExporter::take(Planned planned) {
@@ -72,17 +72,14 @@ void StatementExporter::write(const std::string& destination) {
     dismissFinished();
     dismissFailure();
     Q_EMIT writingChanged();
-    using Clock = std::chrono::steady_clock;
-    const auto tell = [this, next = Clock::now()](std::int64_t rows) mutable {
-        if (Clock::now() < next) return;
-        next = Clock::now() + betweenProgress;
-        QMetaObject::invokeMethod(
-            this,
-            [this, rows] {
-                rowsWritten_ = rows;
-                Q_EMIT progressed();
-            },
-            Qt::QueuedConnection);
+    using Steady = std::chrono::steady_clock;
+    const auto tell = [this, next = Steady::now()](std::int64_t rows) mutable {
+        if (Steady::now() < next) return;
+        next = Steady::now() + betweenProgress;
+        background_.post([this, rows] {
+            rowsWritten_ = rows;
+            Q_EMIT progressed();
+        });
     };
     const auto writing = writing_;
     const auto work = [subject = *subject_, plan = *plan_, destination, writing, tell] {
@@ -95,17 +92,16 @@ void StatementExporter::write(const std::string& destination) {
             // The statement is in its place; that the history cannot remember where is no failure of it.
         }
     };
-    background_.run(work)
-        .then(this,
-              [this, writing, destination] {
-                  end(writing);
-                  finished_ = destination;
-                  Q_EMIT finishedChanged();
-              })
-        .onFailed(this, [this, writing](const Cancelled&) { end(writing); })
-        .onFailed(this, [this, writing](const std::exception& error) {
+    background_.run(
+        work,
+        [this, writing, destination] {
             end(writing);
-            fail(error);
+            finished_ = destination;
+            Q_EMIT finishedChanged();
+        },
+        [this, writing](const std::exception& error) {
+            end(writing);
+            if (dynamic_cast<const Cancelled*>(&error) == nullptr) fail(error);
         });
 }
 

@@ -74,7 +74,12 @@ protected:
         QObject::connect(model_.get(), &AppModel::noted,
                          [this](const QString& sentence) { notes_.push_back(sentence.toStdString()); });
         QObject::connect(model_.get(), &AppModel::readyToQuit, [this] { isReadyToQuit_ = true; });
-        QObject::connect(&model_->session(), &HistorySession::runFinished, [this] { ++runs_; });
+        QObject::connect(&model_->session(), &HistorySession::runFinished, [this] {
+            ++runs_;
+            areFiguresDue_ = true;
+        });
+        QObject::connect(&model_->session(), &HistorySession::figuresLoaded,
+                         [this] { areFiguresDue_ = false; });
         return *model_;
     }
 
@@ -82,7 +87,7 @@ protected:
         return runUntil([&] { return model().mode() == AppMode(mode); });
     }
     [[nodiscard]] bool runsBecome(int runs) {
-        return runUntil([&] { return runs_ >= runs && !model().checking(); });
+        return runUntil([&] { return runs_ >= runs && !areFiguresDue_; });
     }
     /// Today's changes, as the lists have them.
     [[nodiscard]] std::int64_t listedBytes() {
@@ -106,6 +111,7 @@ protected:
     std::vector<std::string> notes_;
     bool isReadyToQuit_ = false;
     int runs_ = 0;
+    bool areFiguresDue_ = false;  // of the last run
     std::unique_ptr<AppModel> model_;
 };
 
