@@ -34,7 +34,8 @@ AppModel::AppModel(AppParts parts, QObject* parent)
                  .checkThese = [this](const std::vector<LocationID>& ids) { session_.checkThese(ids); },
                  .refreshStatuses = [this] { session_.refreshStatuses(); },
                  .disconnectedLocations = [this] { return disconnectedLocations(); }},
-                intervalOf(settings_), settings_.checksPaused()) {
+                intervalOf(settings_), settings_.checksPaused()),
+      updates_(parts.updates([this] { return session_.isChecking(); })) {
     history_.today = today();
     connectParts();
 }
@@ -54,6 +55,7 @@ void AppModel::connectParts() {
         lastRun_ = summary;
         isRunOver_ = true;
         Q_EMIT lastRunChanged();
+        if (!session_.isChecking()) updates_->runPostponedInstall();
     });
     connect(&session_, &HistorySession::figuresLoaded, this, &AppModel::take);
     connect(&session_, &HistorySession::troubled, this, [this](const QString& sentence) {
@@ -64,6 +66,7 @@ void AppModel::connectParts() {
     connect(&session_, &HistorySession::stopped, this, &AppModel::readyToQuit);
 
     connect(&settings_, &Settings::noted, this, &AppModel::noted);
+    connect(updates_.get(), &UpdateController::noted, this, &AppModel::noted);
     connect(&settings_, &Settings::checkIntervalChanged, this,
             [this] { schedule_.setInterval(intervalOf(settings_)); });
     connect(&settings_, &Settings::checksPausedChanged, this,

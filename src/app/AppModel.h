@@ -10,6 +10,7 @@
 #include "app/Selection.h"
 #include "app/Settings.h"
 #include "app/StatementExporter.h"
+#include "app/UpdateController.h"
 #include "settings/LaunchOptions.h"
 
 #include <QObject>
@@ -30,6 +31,8 @@ struct AppParts {
     std::unique_ptr<Alarm> alarm;
     std::function<Schedule::Moment()> uptime;  // for the schedule
     std::unique_ptr<LoginItemControlling> loginItem;
+    /// Makes the updates, which ask whether a check is running.
+    std::function<std::unique_ptr<UpdateController>(std::function<bool()> isBusy)> updates;
     /// Makes the example history, on some thread.
     std::function<std::shared_ptr<HistorySource>()> example;
 };
@@ -48,6 +51,7 @@ public:
     [[nodiscard]] Selection& selection() { return selection_; }
     [[nodiscard]] HistorySession& session() { return session_; }
     [[nodiscard]] StatementExporter& exporter() { return exporter_; }
+    [[nodiscard]] UpdateController& updates() { return *updates_; }
     [[nodiscard]] const LaunchOptions& options() const { return options_; }
 
     [[nodiscard]] const AppMode& mode() const { return mode_; }
@@ -142,6 +146,7 @@ private:
     HistorySession session_;
     Schedule schedule_;
     StatementExporter exporter_;
+    std::unique_ptr<UpdateController> updates_;
     DayDetails dayDetails_;
     Background background_;  // last, so that it ends first
 };

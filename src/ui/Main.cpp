@@ -6,6 +6,7 @@
 #include "platform/Paths.h"
 #include "platform/TimeSinceBoot.h"
 #include "settings/LaunchArguments.h"
+#include "settings/ProgramInformation.h"
 #include "ui/DesktopApplication.h"
 
 #include <QDBusConnection>
@@ -41,6 +42,12 @@ AppParts partsFrom(const SettingValues& values, const SettingsFile& file) {
             .alarm = std::make_unique<CoarseAlarm>(),
             .uptime = timeSinceBoot,
             .loginItem = std::move(loginItem),
+            .updates =
+                [values, file, isTracking = options.trackingEnabled](std::function<bool()> isBusy) {
+                    return std::make_unique<UpdateController>(
+                        isTracking, readInformation(informationFile(programFile())),
+                        UpdateServices::ofUser(values, file), std::move(isBusy));
+                },
             .example = [] { return std::make_shared<ExampleHistory>(); }};
 }
 

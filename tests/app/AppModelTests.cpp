@@ -65,6 +65,15 @@ protected:
             .alarm = std::move(alarm),
             .uptime = [this] { return std::chrono::milliseconds(static_cast<long>(now_ * 1000)); },
             .loginItem = std::move(login),
+            .updates =
+                [this](std::function<bool()> isBusy) {
+                    return std::make_unique<UpdateController>(
+                        false, SettingValues(),
+                        UpdateServices{.runningVersion = *ProgramVersion::from("1.0"),
+                                       .settings = SettingValues(),
+                                       .settingsFile = SettingsFile(data() + ".json")},
+                        std::move(isBusy));
+                },
             .example =
                 [this] {
                     example_ = std::make_shared<TempHistory>();
