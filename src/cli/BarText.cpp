@@ -21,7 +21,7 @@ std::string repeated(const char* text, std::size_t count) {
 }  // namespace
 
 BarText::BarText(std::int64_t mostAdded, std::int64_t mostFreed, std::size_t columns, Characters characters)
-    : characters_(characters) {
+    : characters_(characters), mostAdded_(mostAdded), mostFreed_(mostFreed) {
     const auto added = static_cast<double>(mostAdded);
     const auto freed = static_cast<double>(mostFreed);
     if (columns == 0 || added + freed <= 0) return;
@@ -41,6 +41,7 @@ std::size_t BarText::eighths(std::int64_t bytes, std::size_t columns) const {
 }
 
 std::string BarText::freed(std::int64_t bytes) const {
+    if (bytes > mostFreed_ && left_ > 0) return freedMark() + repeated(wholeColumn(), left_ - 1);
     const std::size_t length = eighths(bytes, left_);
     if (characters_ == Characters::ascii) {
         const std::size_t columns = (length + eighthsOfBlock / 2) / eighthsOfBlock;
@@ -65,7 +66,20 @@ const char* BarText::zeroLine() const {
     return characters_ == Characters::ascii ? "|" : "│";
 }
 
+const char* BarText::addedMark() const {
+    return characters_ == Characters::ascii ? ">" : "▶";
+}
+
+const char* BarText::freedMark() const {
+    return characters_ == Characters::ascii ? "<" : "◀";
+}
+
+const char* BarText::wholeColumn() const {
+    return characters_ == Characters::ascii ? "#" : fullBlock;
+}
+
 std::string BarText::added(std::int64_t bytes) const {
+    if (bytes > mostAdded_ && right_ > 0) return repeated(wholeColumn(), right_ - 1) + addedMark();
     const std::size_t length = eighths(bytes, right_);
     if (characters_ == Characters::ascii) {
         const std::size_t columns = (length + eighthsOfBlock / 2) / eighthsOfBlock;

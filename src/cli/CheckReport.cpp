@@ -92,8 +92,7 @@ void CheckReport::printCommit(const LocationRecord& record, const CheckCommit& c
                               const ScanProgress& last, const std::vector<FileChange>& largest,
                               const std::vector<UnreadableFolder>& unreadable) {
     Output& output = context_.output;
-    output.line(
-        fmt::format("{}  {}", output.emphasized(fileNameText(record.name)), fileNameText(record.path)));
+    output.heading(record.name, record.path);
     const std::string seen =
         counted("{0} file, {1}", "{0} files, {1}", last.filesSeen, byteAmount(commit.trackedBytes));
     if (commit.isBaseline) {

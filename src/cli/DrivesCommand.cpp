@@ -1,7 +1,6 @@
 #include "cli/DrivesCommand.h"
 
 #include "cli/ValueCoding.h"
-#include "model/FileNameText.h"
 #include "model/NumberText.h"
 #include "model/Translation.h"
 #include "platform/Capacity.h"
@@ -51,8 +50,7 @@ std::vector<ListedDrive> drivesOfTheExample(HistorySource& source) {
 
 void print(Output& output, const ListedDrive& listed) {
     const auto& [drive, reading, isIncluded] = listed;
-    output.line(
-        fmt::format("{}  {}", output.emphasized(fileNameText(drive.name)), fileNameText(drive.mountPath)));
+    output.heading(drive.name, drive.mountPath);
     std::string text = drive.isInternal ? translated("internal") : translated("external");
     if (reading)
         text += fmt::format(fmt::runtime(translated(", {} available of {}")),
@@ -62,7 +60,7 @@ void print(Output& output, const ListedDrive& listed) {
                                                          *reading->snapshotCount)),
                             groupedNumber(*reading->snapshotCount));
     if (isIncluded) text += translated(", included");
-    output.line("  " + text);
+    output.paragraph(text, 2);
 }
 
 }  // namespace

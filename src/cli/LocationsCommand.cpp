@@ -1,7 +1,6 @@
 #include "cli/LocationsCommand.h"
 
 #include "cli/ValueCoding.h"
-#include "model/FileNameText.h"
 #include "model/NumberText.h"
 #include "model/Translation.h"
 
@@ -34,9 +33,9 @@ std::string lastCheckText(const LocationRecord& record, const Calendar& calendar
 
 void print(const Context& context, const LocationRecord& record, std::size_t unreadable) {
     Output& output = context.output;
-    output.line(
-        fmt::format("{}  {}", output.emphasized(fileNameText(record.name)), fileNameText(record.path)));
-    output.line(fmt::format("  {}, {}", lastCheckText(record, context.calendar), statusWord(record.status)));
+    output.heading(record.name, record.path);
+    output.paragraph(
+        fmt::format("{}, {}", lastCheckText(record, context.calendar), statusWord(record.status)), 2);
     if (unreadable == 0) return;
     const auto count = static_cast<std::int64_t>(unreadable);
     output.line(fmt::format(

@@ -1,5 +1,6 @@
 #include "cli/Output.h"
 
+#include "cli/ShortPath.h"
 #include "cli/WrappedText.h"
 #include "model/DisplayWidth.h"
 #include "model/FileNameText.h"
@@ -58,6 +59,17 @@ void Output::paragraph(std::string_view text, std::size_t indent) {
 void Output::text(std::string_view text) {
     endProgress();
     write(stdout, text);
+}
+
+void Output::heading(std::string_view name, std::string_view path) {
+    constexpr std::size_t leastOfPath = 20;
+    const std::string shownName = fileNameText(name);
+    std::string shownPath = fileNameText(path);
+    if (width_) {
+        const std::size_t others = displayWidth(shownName) + 2;
+        shownPath = shortPath(shownPath, std::max(*width_, others + leastOfPath) - others);
+    }
+    line(fmt::format("{}  {}", emphasized(shownName), shownPath));
 }
 
 void Output::json(const nlohmann::ordered_json& result) {

@@ -24,6 +24,8 @@ public:
     void line(std::string_view text = {});
     /// A sentence without colours, so many columns in, on as many lines as it takes on a terminal.
     void paragraph(std::string_view text, std::size_t indent = 0);
+    /// A line with a name and where what it names lies, whose path is cut to what a terminal has room for.
+    void heading(std::string_view name, std::string_view path);
     /// The text as it is, with no end of line.
     void text(std::string_view text);
     void json(const nlohmann::ordered_json& result);

@@ -3,7 +3,6 @@
 #include "checks/RunLock.h"
 #include "cli/ChangeTable.h"
 #include "cli/ValueCoding.h"
-#include "model/FileNameText.h"
 #include "model/NumberText.h"
 #include "model/Translation.h"
 
@@ -40,21 +39,18 @@ std::string todayText(const DayState& today, const Output& output) {
     return text;
 }
 
-void printHeading(Output& output, const std::string& name, const std::string& path) {
-    output.line(fmt::format("{}  {}", output.emphasized(fileNameText(name)), fileNameText(path)));
-}
-
 void printLocation(const Context& context, const TrackedLocation& location, const DayState& today) {
-    printHeading(context.output, location.name, location.path);
-    context.output.line("  " + conditionText(location, context.calendar));
+    context.output.heading(location.name, location.path);
+    context.output.paragraph(conditionText(location, context.calendar), 2);
     if (location.lastCheck) context.output.line("  " + todayText(today, context.output));
 }
 
 void printDrive(const Context& context, const VolumeReading& drive) {
-    printHeading(context.output, drive.name, drive.mountPath);
-    context.output.line(fmt::format(fmt::runtime(translated("  {0} free of {1} at the check of {2}")),
-                                    byteAmount(drive.availableBytes), byteAmount(drive.totalBytes),
-                                    context.calendar.timeLabel(drive.readAt)));
+    context.output.heading(drive.name, drive.mountPath);
+    context.output.paragraph(fmt::format(fmt::runtime(translated("{0} free of {1} at the check of {2}")),
+                                         byteAmount(drive.availableBytes), byteAmount(drive.totalBytes),
+                                         context.calendar.timeLabel(drive.readAt)),
+                             2);
 }
 
 nlohmann::ordered_json coded(const TrackedLocation& location, const DayState& today) {

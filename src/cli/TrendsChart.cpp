@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <fmt/format.h>
+#include <functional>
 
 namespace brindle {
 namespace {
@@ -92,6 +93,23 @@ std::size_t columnsOfBars(const std::vector<ChartRow>& rows, const Output& outpu
     return std::max(width, others + least) - others;
 }
 
+/// Where the bars end: at the largest amount, unless a few days are so far above all others that nothing
+/// could be read off theirs any more.
+std::int64_t endOfBars(const std::vector<ChartRow>& rows) {
+    constexpr std::size_t rowsOfOneThatMayBeCut = 10;
+    constexpr std::int64_t timesTheNext = 4;
+    std::vector<std::int64_t> amounts;
+    for (const ChartRow& row : rows)
+        if (row.figures.totals)
+            amounts.push_back(std::max(row.figures.totals->added, row.figures.totals->freed));
+    if (amounts.empty()) return 0;
+    std::ranges::sort(amounts, std::greater());
+    const std::size_t mostCut = std::min(rows.size() / rowsOfOneThatMayBeCut + 1, amounts.size() - 1);
+    for (std::size_t cut = mostCut; cut > 0; --cut)
+        if (amounts[cut] > 0 && amounts[cut - 1] / timesTheNext > amounts[cut]) return amounts[cut];
+    return amounts.front();
+}
+
 Cell barCell(const ChartRow& row, const BarText& bars) {
     const bool isKnown = row.figures.totals.has_value();
     Cell cell(std::vector<CellPart>{{bars.freed(isKnown ? row.figures.totals->freed : 0), TextStyle::freed},
@@ -113,7 +131,8 @@ void printChart(Output& output, const Trend& trend, const HistorySnapshot& snaps
         mostAdded = std::max(mostAdded, row.figures.totals->added);
         mostFreed = std::max(mostFreed, row.figures.totals->freed);
     }
-    const BarText bars(mostAdded, mostFreed, columnsOfBars(rows, output),
+    const std::int64_t end = endOfBars(rows);
+    const BarText bars(std::min(mostAdded, end), std::min(mostFreed, end), columnsOfBars(rows, output),
                        writesUTF8() ? BarText::Characters::blocks : BarText::Characters::ascii);
     const Cell unknown(writesUTF8() ? "–" : "-", TextStyle::faint);
     Table table({ColumnKind::word, ColumnKind::figure, ColumnKind::figure, ColumnKind::word});
@@ -124,6 +143,11 @@ void printChart(Output& output, const Trend& trend, const HistorySnapshot& snaps
     }
     if (rows.size() < trend.days.size()) output.line(translated("A row is a week; the day is its first."));
     table.print(output);
+    if (mostAdded > end || mostFreed > end)
+        output.paragraph(
+            fmt::format(fmt::runtime(translated("The bars end at {0}; more than that is marked {1}.")),
+                        byteAmount(end), mostAdded > end ? bars.addedMark() : bars.freedMark()),
+            2);
 }
 
 }  // namespace brindle

@@ -119,8 +119,7 @@ void print(const Context& context, const Findings& findings, const HistorySnapsh
     for (const auto& [drive, outlook, moved] : findings.drives) {
         if (!isNow && !moved) continue;
         output.line();
-        output.line(fmt::format("{}  {}", output.emphasized(fileNameText(drive.name)),
-                                fileNameText(drive.mountPath)));
+        output.heading(drive.name, drive.mountPath);
         // What is to come goes with the days that lead to it, and not with those of some time ago.
         if (isNow) output.paragraph(sentence(outlook, context.calendar), 2);
         if (!moved) continue;

@@ -1,8 +1,11 @@
 #include "store/ChangeReads.h"
 
+#include "store/ChangeRuns.h"
 #include "store/FolderTexts.h"
 #include "store/LocationFilter.h"
+#include "store/Transaction.h"
 
+#include <algorithm>
 #include <string>
 
 namespace brindle {
@@ -33,11 +36,16 @@ std::vector<FileChange> read(SQLiteStatement rows, const std::optional<LocalDay>
     return changes;
 }
 
-SQLiteStatement rowsBetween(SQLiteConnection& db, const LocalDay& first, const LocalDay& last,
-                            const std::optional<LocationID>& location) {
-    return prepareFor(db, location,
-                      std::string(columns) + ", local_day FROM observations WHERE local_day BETWEEN ? AND ?",
-                      " ORDER BY local_day, observed_at, id", first.text(), last.text());
+/// The texts of the days that have changes, ascending. Looks one entry of the index up for each.
+std::vector<std::string> daysWithChanges(SQLiteConnection& db, const LocalDay& first, const LocalDay& last) {
+    auto rows = db.prepare(
+        "WITH RECURSIVE days (day) AS (SELECT MIN(local_day) FROM observations WHERE local_day >= ?1 "
+        "UNION ALL SELECT (SELECT MIN(local_day) FROM observations WHERE local_day > day) FROM days "
+        "WHERE day < ?2) SELECT day FROM days WHERE day <= ?2");
+    rows.bind(first.text(), last.text());
+    std::vector<std::string> days;
+    while (rows.step()) days.push_back(rows.text(0));
+    return days;
 }
 
 }  // namespace
@@ -51,18 +59,45 @@ std::vector<FileChange> changesOn(SQLiteConnection& db, const LocalDay& day,
 
 std::vector<FileChange> changesBetween(SQLiteConnection& db, const LocalDay& first, const LocalDay& last,
                                        const std::optional<LocationID>& location) {
-    return read(rowsBetween(db, first, last, location), std::nullopt);
+    return read(
+        prepareFor(db, location,
+                   std::string(columns) + ", local_day FROM observations WHERE local_day BETWEEN ? AND ?",
+                   " ORDER BY local_day, observed_at, id", first.text(), last.text()),
+        std::nullopt);
 }
 
 void eachChangeBetween(SQLiteConnection& db, const LocalDay& first, const LocalDay& last,
                        const std::optional<LocationID>& location, const ChangeSink& sink) {
-    auto rows = rowsBetween(db, first, last, location);
     FolderTexts folders(FolderTexts::fewForAStream);
     FileChange change;
-    while (rows.step()) {
-        readInto(change, rows, folders, std::nullopt);
-        sink(change);
-    }
+    const auto handOver = [&](SQLiteStatement& rows, const LocalDay& day) {
+        while (rows.step()) {
+            readInto(change, rows, folders, day);
+            sink(change);
+        }
+    };
+    // The condition on the day is not for the index: the ids of a run stand together.
+    auto rowsOfRun = db.prepare(std::string(columns) +
+                                " FROM observations WHERE id BETWEEN ? AND ? AND +location_id = ? AND "
+                                "+local_day = ? ORDER BY id");
+    const auto handOverDay = [&](const std::string& text) {
+        const LocalDay day = LocalDay::parse(text).value_or(LocalDay{});
+        if (const auto runs = changeRunsOf(db, text, location)) {
+            for (const ChangeRun& run : *runs) {
+                rowsOfRun.bind(run.firstID, run.lastID, run.location.rawValue, text);
+                handOver(rowsOfRun, day);
+            }
+        } else {
+            auto sorted =
+                prepareFor(db, location, std::string(columns) + " FROM observations WHERE local_day = ?",
+                           " ORDER BY observed_at, id", text);
+            handOver(sorted, day);
+        }
+    };
+    // One transaction sees one state of the history, from the first change to the last.
+    inTransaction(
+        db, [&] { std::ranges::for_each(daysWithChanges(db, first, last), handOverDay); },
+        TransactionKind::read);
 }
 
 ChangeCount countChangesBetween(SQLiteConnection& db, const LocalDay& first, const LocalDay& last,

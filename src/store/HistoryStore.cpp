@@ -180,9 +180,8 @@ void HistoryStore::streamChanges(LocalDay first, LocalDay last, const std::optio
                                  ChangeSource kind, const ChangeSink& sink) const {
     constexpr bool readOnly = true;
     SQLiteConnection db((directory_ / fileName).string(), readOnly);
-    // What is sorted at a time, a day, mostly fits in here; the rest of a larger one goes to the disk.
+    // What has to be sorted, a day at a time, mostly fits in here; the rest of a larger one goes to the disk.
     db.execute("PRAGMA main.cache_size = -8192");
-    // One statement sees one state of the history, from its first row to its last.
     if (kind == ChangeSource::measured)
         eachChangeBetween(db, first, last, location, sink);
     else

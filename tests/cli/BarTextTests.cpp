@@ -22,10 +22,15 @@ TEST(BarText, BothSidesHaveOneScale) {
     EXPECT_EQ(bars.added(1), "▏");
     EXPECT_EQ(bars.freed(1), " ▕");
 
+    // Beyond the scale, which few days may be.
+    EXPECT_EQ(bars.added(3001), "█████▶");
+    EXPECT_EQ(bars.freed(INT64_MAX), "◀█");
+
     const BarText plain(3000, 1000, 8, ascii);
     EXPECT_EQ(plain.added(1300), "###");
     EXPECT_EQ(plain.added(1), "#");
     EXPECT_EQ(plain.freed(500), " #");
+    EXPECT_EQ(plain.added(3001), "#####>");
 }
 
 TEST(BarText, FitsItsColumnsWhateverTheAmounts) {
@@ -39,6 +44,8 @@ TEST(BarText, FitsItsColumnsWhateverTheAmounts) {
                     EXPECT_EQ(displayWidth(bars.freed(0)), freed);
                     EXPECT_LE(freed + displayWidth(bars.added(mostAdded)), columns);
                     EXPECT_LE(displayWidth(bars.added(mostAdded)), bars.columnsOfAdded());
+                    EXPECT_LE(displayWidth(bars.added(INT64_MAX)), bars.columnsOfAdded());
+                    EXPECT_EQ(displayWidth(bars.freed(INT64_MAX)), freed);
                     EXPECT_EQ(bars.added(1).empty(), bars.columnsOfAdded() == 0);
                 }
 }

@@ -1,17 +1,13 @@
 #include "export/StatementExport.h"
 #include "export/StatementsFolder.h"
 #include "store/StoredHistory.h"
-#include "support/Program.h"
-#include "support/Rounds.h"
 #include "support/TempHistory.h"
 
-#include <cstdlib>
 #include <fmt/format.h>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <iterator>
-#include <random>
 
 namespace brindle {
 namespace {
@@ -159,66 +155,6 @@ TEST_F(StatementExport, GoesBesideTheLatestOneThatIsStillThere) {
     EXPECT_EQ(suggested({}), "/home/ann/Documents");
     EXPECT_EQ(suggested({"/nowhere/a.csv", folder.path() / "b.csv"}), "/home/ann/Documents");
     EXPECT_EQ(suggested({folder.path() / "b.csv", destination, "/etc/passwd"}), folder.path());
-}
-
-// Reads the statement as a program would that knows nothing of Brindle, and the names from a file of their
-// bytes in hexadecimal digits, one a line.
-constexpr const char* readBack = R"(
-import csv, sys
-def text(name):
-    told = name.decode("utf-8", "replace")
-    return "'" + told if told[:1] in tuple("=+-@\t\r") else told
-statement, names = sys.argv[1:]
-expected = [bytes.fromhex(line) for line in open(names)]
-with open(statement, encoding="utf-8-sig", newline="") as file:
-    rows = list(csv.reader(file, strict=True))
-assert rows[0][2:5] == ["File", "Folder", "Path"] and all(len(row) == 10 for row in rows)
-found = sorted(row[2:5] for row in rows[1:])
-wanted = sorted([text(name.rpartition(b"/")[2]), text(b"/one/" + name.rpartition(b"/")[0]), text(b"/one/" + name)]
-                for name in expected)
-for one, other in zip(found, wanted): assert one == other, (one, other)
-assert len(found) == len(wanted), (len(found), len(wanted))
-with open(statement + ".again", "w", encoding="utf-8-sig", newline="") as file: csv.writer(file).writerows(rows)
-assert open(statement, "rb").read() == open(statement + ".again", "rb").read()
-)";
-
-/// A name that a file can have, made to trouble whoever reads a table.
-std::string randomName(std::mt19937_64& random) {
-    static const std::vector<std::string> parts = {
-        "=",    "+", "-", "@",    "\t",       "\r",           "\n", ",",    "\"", "'",
-        "\r\n", " ", "a", "\xff", "\xe6\x96", "\xed\xa0\x80", "é",  "\x1b", ";"};
-    std::string name;
-    const auto length = 1 + random() % 6;
-    while (name.size() < length) {
-        const char byte = static_cast<char>(1 + random() % 255);
-        name += random() % 3 != 0 ? parts[random() % parts.size()] : std::string(1, byte == '/' ? '_' : byte);
-    }
-    return name;
-}
-
-TEST_F(StatementExport, AnyNameIsReadBackByAnotherProgram) {
-    const std::uint64_t seed = testSeed();
-    SCOPED_TRACE("BRINDLE_TEST_SEED=" + std::to_string(seed));
-    std::mt19937_64 random(seed);
-    Files files;
-    for (int i = 0; i < testRounds(1) * 2000; ++i)
-        files[randomName(random) + "/" + randomName(random)] = 1 + i;
-    const LocalDay day{2026, 3, 9};
-    history.now += secondsOfDay;
-    auto all = files;
-    all.insert({{"a", 2}, {"folder/b", 3}});  // that were there before
-    history.check("one", all);
-    const fs::path names = folder.path() / "names";
-    std::ofstream hex(names);
-    for (const auto& [name, size] : files) {
-        for (const char c : name) hex << fmt::format("{:02x}", static_cast<unsigned char>(c));
-        hex << "\n";
-    }
-    hex.close();
-    ASSERT_EQ(write(plan(day, day).value()), std::ssize(files));
-    const auto result = runProgram({.arguments = {"python3", "-c", readBack, destination, names},
-                                    .environment = {std::string("PATH=") + std::getenv("PATH")}});
-    EXPECT_EQ(result.exitCode, 0) << result.error;
 }
 
 }  // namespace

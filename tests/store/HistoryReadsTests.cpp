@@ -148,6 +148,15 @@ TEST_F(HistoryReads, AStreamIsTheListOneAtATimeAsItWasWhenItBegan) {
         EXPECT_EQ(source.dayChanges(tomorrow, {}).get().size(), 9000U);
     });
     EXPECT_EQ(streamed, 18'000);
+
+    // Whatever times were recorded, and in whatever order.
+    execute("UPDATE observations SET observed_at = 1e9 WHERE id % 5 = 0");
+    expectTheList(yesterday, tomorrow, {});
+    execute("UPDATE observations SET location_id = CASE id % 3 WHEN 0 THEN 'a' ELSE 'b' END");
+    expectTheList(yesterday, tomorrow, {});
+    expectTheList(today, tomorrow, {LocationID{"a"}});
+    execute("UPDATE observations SET observed_at = id * 7919 % 20011");
+    expectTheList(today, tomorrow, {});
     EXPECT_THROW(source.streamChanges(today, today, {}, ChangeSource::measured,
                                       [](const FileChange&) { throw std::runtime_error("the sink's"); }),
                  std::runtime_error);

@@ -13,6 +13,11 @@ inline int testRounds(int everyday) {
     return told != nullptr ? std::stoi(told) : everyday;
 }
 
+/// Whether the tests are asked to take their time: what needs other programs than the everyday ones runs then.
+inline bool areTestsLong() {
+    return std::getenv("BRINDLE_TEST_ROUNDS") != nullptr;
+}
+
 /// A number that is another in every run, unless BRINDLE_TEST_SEED tells one. To be printed on failure.
 inline std::uint64_t testSeed() {
     const char* told = std::getenv("BRINDLE_TEST_SEED");
