@@ -13,7 +13,8 @@ inline int testRounds(int everyday) {
     return told != nullptr ? std::stoi(told) : everyday;
 }
 
-/// Whether the tests are asked to take their time: what needs other programs than the everyday ones runs then.
+/// Whether the tests are asked to take their time: what needs other programs than the everyday ones runs
+/// then.
 inline bool areTestsLong() {
     return std::getenv("BRINDLE_TEST_ROUNDS") != nullptr;
 }
