@@ -92,16 +92,6 @@ private:
     std::int64_t whole_;
 };
 
-std::string placeText(const FolderRef& ref, std::span<const TrackedLocation> locations) {
-    std::string path;
-    if (locations.size() > 1 || ref.components.empty()) {
-        const auto location = std::ranges::find(locations, ref.locationID, &TrackedLocation::id);
-        path = location != locations.end() ? location->name : translated("Removed location");
-    }
-    for (const std::string& component : ref.components) path += (path.empty() ? "" : "/") + component;
-    return fileNameText(path);
-}
-
 std::string listText(const std::vector<FolderRef>& folders, std::span<const TrackedLocation> locations) {
     std::vector<std::string> names;
     names.reserve(folders.size());
@@ -131,6 +121,16 @@ Told told(const ChangeTotals& totals, ChangeSource source) {
 }
 
 }  // namespace
+
+std::string placeText(const FolderRef& ref, std::span<const TrackedLocation> locations) {
+    std::string path;
+    if (locations.size() > 1 || ref.components.empty()) {
+        const auto location = std::ranges::find(locations, ref.locationID, &TrackedLocation::id);
+        path = location != locations.end() ? location->name : translated("Removed location");
+    }
+    for (const std::string& component : ref.components) path += (path.empty() ? "" : "/") + component;
+    return fileNameText(path);
+}
 
 Explanation explanationOf(std::span<const FolderSummary> folders, ChangeMeasure measure) {
     const FolderTree tree(folders, measure);

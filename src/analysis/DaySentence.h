@@ -27,6 +27,10 @@ using ChangeMeasure = std::int64_t (*)(const ChangeTotals&);
 /// `folders`: every folder with what changed directly in it, or in what is credited to it; each once.
 [[nodiscard]] Explanation explanationOf(std::span<const FolderSummary> folders, ChangeMeasure measure);
 
+/// A folder as a person knows it: "Studio SSD/Footage". The location's name is left out where there is only
+/// one, but for its root.
+[[nodiscard]] std::string placeText(const FolderRef& ref, std::span<const TrackedLocation> locations);
+
 /// A day's or a period's change in one sentence: "12.4 GB came, most of it in Movies/Raw and
 /// Library/Caches." Names the location as well when `locations` are several. `source`: what the figures are;
 /// the two kinds are never mixed.

@@ -80,6 +80,7 @@ void AppModel::connectParts() {
         connect(&selection_, changed, this, &AppModel::reloadDetails);
     connect(&dayDetails_, &DayDetails::loaded, this, [this](const std::shared_ptr<const Details>& details) {
         details_ = details;
+        contributors_->replaceRows(folderRows(details_->contributors, history_));
         ++dayChangesRevision_;
         Q_EMIT detailsChanged();
     });
@@ -154,6 +155,9 @@ void AppModel::take(const HistoryFigures& figures) {
 
 void AppModel::show(HistorySnapshot snapshot) {
     history_ = std::move(snapshot);
+    locations_->replaceRows(
+        locationRows(history_, isExampleShown() ? nullptr : &own_, sessionParts_.calendar()));
+    drives_->replaceRows(driveRows(history_));
     Q_EMIT historyChanged();
     reloadDetails();
 }

@@ -6,6 +6,7 @@
 #include "app/HistorySession.h"
 #include "app/LoginItem.h"
 #include "app/OwnToday.h"
+#include "app/PageLists.h"
 #include "app/Schedule.h"
 #include "app/Selection.h"
 #include "app/Settings.h"
@@ -64,6 +65,12 @@ public:
     [[nodiscard]] const OwnToday& ownToday() const { return ownToday_; }
     [[nodiscard]] const std::vector<LocationRecord>& records() const { return own_.records; }
     [[nodiscard]] const HistoryFigures& ownFigures() const { return own_; }
+
+    /// Rows for views: the tracked locations and the drives of the history that is shown, and the folders
+    /// that contributed most to the selected range.
+    [[nodiscard]] LocationList& locations() { return *locations_; }
+    [[nodiscard]] DriveList& drives() { return *drives_; }
+    [[nodiscard]] FolderList& contributors() { return *contributors_; }
 
     /// The lists of the selected period. Another list has another revision.
     [[nodiscard]] const Details& details() const { return *details_; }
@@ -138,6 +145,9 @@ private:
     HistoryFigures own_;
     OwnToday ownToday_;
     std::shared_ptr<HistorySource> example_;
+    std::unique_ptr<LocationList> locations_ = makeLocationList();
+    std::unique_ptr<DriveList> drives_ = makeDriveList();
+    std::unique_ptr<FolderList> contributors_ = makeFolderList();
     std::shared_ptr<const Details> details_ = std::make_shared<const Details>();
     int dayChangesRevision_ = 0;
     std::optional<CheckRunSummary> lastRun_;

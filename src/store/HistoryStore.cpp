@@ -1,5 +1,6 @@
 #include "store/HistoryStore.h"
 
+#include "platform/CpuPriority.h"
 #include "platform/PrivateFiles.h"
 #include "store/CapacityReads.h"
 #include "store/ChangeReads.h"
@@ -28,6 +29,7 @@ HistoryStore::HistoryStore(std::filesystem::path directory, const Clock& now)
     writer_ = std::make_unique<DatabaseQueue>(file.string(), "Brindle.history.writer");
     writer_
         ->perform([&](SQLiteConnection& db) {
+            lowerCpuPriority();
             // Sorts and temporary tables of large checks spill to disk: into the user's own folder, where
             // there is room for the history, and not into a shared or a memory-backed one.
             db.execute("PRAGMA temp_store_directory = " + textLiteral(directory_.string()));

@@ -3,11 +3,13 @@
 #include "scan/LocationAccess.h"
 #include "settings/WindowLock.h"
 #include "support/TempHistory.h"
+#include "support/TestMounts.h"
 
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <iterator>
 
 namespace brindle {
 namespace {
@@ -98,6 +100,45 @@ TEST_F(HistorySessionTest, AHistoryThatCannotBeOpenedIsTriedAgainWhenAsked) {
     EXPECT_FALSE(session.isOpening());
     rowsOf(file.string(), "PRAGMA user_version = 5");
     EXPECT_EQ(open(session), "");
+    stop(session);
+}
+
+TEST_F(HistorySessionTest, ADamagedHistoryIsLeftAsItIs) {
+    const std::filesystem::path file = std::filesystem::path(parts_.dataDirectory) / "History.sqlite";
+    const std::string garbage(100'000, 'x');
+    std::ofstream(file, std::ios::trunc) << garbage;
+    HistorySession session(parts_);
+    EXPECT_THAT(open(session).toStdString(), HasSubstr("is damaged and was left as it is"));
+    std::ifstream left(file);
+    EXPECT_EQ(std::string(std::istreambuf_iterator(left), {}), garbage);
+    stop(session);
+}
+
+TEST_F(HistorySessionTest, OnAFullDiskItGoesOnBeingReadAndSaysWhyNothingIsChecked) {
+    SKIP_UNLESS_MOUNTS_WORK();
+    const std::filesystem::path disk = folder_.path() / "disk";
+    std::filesystem::create_directory(disk);
+    const TestMount mount = TestMount::memory(disk, "size=3m");
+    std::filesystem::copy(parts_.dataDirectory, disk / "data", std::filesystem::copy_options::recursive);
+    parts_.dataDirectory = (disk / "data").string();
+    HistorySession session(parts_);
+    ASSERT_EQ(open(session), "");
+    std::ofstream filler(disk / "filler");
+    while (filler.write(std::string(4096, 'x').data(), 4096).flush()) continue;
+    for (int i = 0; i < 3000; ++i)
+        write("a file with a long name, so that it takes room " + std::to_string(i), 1);
+
+    std::optional<CheckRunSummary> run;
+    std::optional<HistoryFigures> figures;
+    QObject::connect(&session, &HistorySession::runFinished,
+                     [&](const CheckRunSummary& summary) { run = summary; });
+    QObject::connect(&session, &HistorySession::figuresLoaded,
+                     [&](const HistoryFigures& loaded) { figures = loaded; });
+    session.checkAll();
+    ASSERT_TRUE(runUntil([&] { return run && figures; }));
+    ASSERT_TRUE(run->failures.contains({"files"}));
+    EXPECT_THAT(run->failures.at({"files"}), HasSubstr("no room left"));
+    EXPECT_EQ(figures->records.size(), 1U);
     stop(session);
 }
 

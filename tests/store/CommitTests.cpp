@@ -1,7 +1,9 @@
 #include "support/TempHistory.h"
 
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 namespace brindle {
 namespace {
@@ -154,6 +156,21 @@ TEST(Commit, ALocationThatWasRemovedMeanwhileIsNotRevived) {
         EXPECT_EQ(history.everything(), before);
         EXPECT_THAT(observations(history), IsEmpty());
     }
+}
+
+TEST(Commit, LetsOthersComputeFirstWhileItWalks) {
+    const auto ownPriority = [] { return getpriority(PRIO_PROCESS, 0); };
+    const int before = ownPriority();
+    TempHistory history;
+    history.include("home");
+    int during = before;
+    const Walk walk = [&](const EntrySink&) {
+        during = ownPriority();
+        return ScanReport{};
+    };
+    history.store().commit(history.request("home", walk)).get();
+    EXPECT_EQ(during, std::max(before, 10));
+    EXPECT_EQ(ownPriority(), before);
 }
 
 }  // namespace
