@@ -233,7 +233,7 @@ TEST_F(DesktopEnd, InAWalkRecordsNothingAndAfterItEverything) {
     EXPECT_TRUE(wasInTheWalk);
 
     desktop.expectCheckAfter([&] { desktop.start(); });
-    EXPECT_EQ(recordedSize(), "200");
+    EXPECT_EQ(desktop.ofLocations("trackedBytes").at("tree"), 200 * 40'000);
     setSize(300);
     {
         const WritingElsewhere writing(desktop.brindle.historyFile());
