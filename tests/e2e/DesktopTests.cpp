@@ -20,7 +20,6 @@ namespace {
 namespace fs = std::filesystem;
 using std::chrono::steady_clock;
 using testing::AnyOf;
-using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
 constexpr std::chrono::seconds promptly{2};
