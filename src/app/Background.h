@@ -66,4 +66,13 @@ private:
     QThreadPool pool_;
 };
 
+/// A value that is freed in the background, whoever lets go of it last: a long list takes longer than the
+/// main thread has time for.
+template <class Value>
+[[nodiscard]] std::shared_ptr<const Value> freedInBackground(Value value) {
+    return std::shared_ptr<const Value>(new Value(std::move(value)), [](const Value* freed) {
+        QThreadPool::globalInstance()->start([freed] { delete freed; });
+    });
+}
+
 }  // namespace brindle

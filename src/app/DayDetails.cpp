@@ -43,16 +43,15 @@ void DayDetails::forget() {
 void DayDetails::read(const Wanted& wanted) {
     isReading_ = true;
     isWanted_ = true;
-    background_.run(
-        [wanted] { return std::make_shared<const Details>(detailsFrom(*wanted.source, wanted.request)); },
-        [this](const std::shared_ptr<const Details>& details) {
-            if (isWanted_) Q_EMIT loaded(details);
-            end();
-        },
-        [this](const std::exception& error) {
-            if (isWanted_) Q_EMIT failed(error);
-            end();
-        });
+    background_.run([wanted] { return freedInBackground(detailsFrom(*wanted.source, wanted.request)); },
+                    [this](const std::shared_ptr<const Details>& details) {
+                        if (isWanted_) Q_EMIT loaded(details);
+                        end();
+                    },
+                    [this](const std::exception& error) {
+                        if (isWanted_) Q_EMIT failed(error);
+                        end();
+                    });
 }
 
 void DayDetails::end() {

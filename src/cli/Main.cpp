@@ -3,6 +3,8 @@
 #include "cli/Commands.h"
 #include "model/FileNameText.h"
 #include "model/Translation.h"
+#include "platform/BecomeProgram.h"
+#include "platform/Display.h"
 #include "platform/Paths.h"
 #include "scan/LocationAccess.h"
 #include "settings/LaunchOptions.h"
@@ -11,6 +13,7 @@
 #include <CLI/CLI.hpp>
 #include <clocale>
 #include <functional>
+#include <vector>
 
 namespace brindle {
 namespace {
@@ -82,8 +85,13 @@ int run(int argc, char** argv) {
     addTrackingCommands(app, tracking);
     addReadingCommands(app, reading);
 
+    std::vector<const char*> arguments(argv, argv + argc);
+    if (argc == 1) {
+        if (hasDisplay()) becomeProgram("brindle-desktop");
+        arguments.push_back("status");
+    }
     try {
-        app.parse(argc, argv);
+        app.parse(static_cast<int>(arguments.size()), arguments.data());
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == 0) return app.exit(error);  // --help, --version
         // It repeats what was typed, which a shell may have made of the name of a file.

@@ -21,9 +21,4 @@ bool DesktopApplication::notify(QObject* receiver, QEvent* event) {
     return QGuiApplication::notify(receiver, event);
 }
 
-bool hasDisplay() {
-    return qEnvironmentVariableIsSet("WAYLAND_DISPLAY") || qEnvironmentVariableIsSet("DISPLAY") ||
-           qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
-}
-
 }  // namespace brindle

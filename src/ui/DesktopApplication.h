@@ -27,7 +27,4 @@ private:
     HandlerTimes handlerTimes_;
 };
 
-/// Whether the environment names a display that a window could open on.
-[[nodiscard]] bool hasDisplay();
-
 }  // namespace brindle

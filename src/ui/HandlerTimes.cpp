@@ -22,7 +22,7 @@ std::int64_t processorTime() {
 }  // namespace
 
 HandlerTimes::Measured::Measured(HandlerTimes& times, const QObject* receiver, const QEvent* event)
-    : times_(times) {
+    : times_(times), isStartingUp_(times.isStartingUp_) {
     if (++times_.depth_ > 1) return;
     const char* type = QMetaEnum::fromType<QEvent::Type>().valueToKey(event->type());
     handler_ = fmt::format("{}/{}", receiver->metaObject()->className(),
@@ -33,18 +33,23 @@ HandlerTimes::Measured::Measured(HandlerTimes& times, const QObject* receiver, c
 HandlerTimes::Measured::~Measured() {
     if (--times_.depth_ > 0) return;
     const std::int64_t took = processorTime() - begin_;
-    Handler& handler = times_.handlers_[handler_];
+    Handler& handler = (isStartingUp_ ? times_.startUp_ : times_.running_)[handler_];
     ++handler.count;
     handler.longest = std::max(handler.longest, took);
 }
 
 void HandlerTimes::write(const std::string& path) const {
-    std::vector<std::pair<std::string, Handler>> byTime(handlers_.begin(), handlers_.end());
-    std::ranges::sort(byTime,
-                      [](const auto& a, const auto& b) { return a.second.longest > b.second.longest; });
     auto file = fmt::output_file(path);
-    for (const auto& [name, handler] : byTime)
-        file.print("{} {} {:.3f}\n", name, handler.count, static_cast<double>(handler.longest) / 1e6);
+    const auto print = [&file](const char* phase, const Handlers& handlers) {
+        std::vector<std::pair<std::string, Handler>> byTime(handlers.begin(), handlers.end());
+        std::ranges::sort(byTime,
+                          [](const auto& a, const auto& b) { return a.second.longest > b.second.longest; });
+        for (const auto& [name, handler] : byTime)
+            file.print("{} {} {} {:.3f}\n", phase, name, handler.count,
+                       static_cast<double>(handler.longest) / 1e6);
+    };
+    print("running", running_);
+    print("start-up", startUp_);
 }
 
 }  // namespace brindle

@@ -10,8 +10,8 @@ class QObject;
 namespace brindle {
 
 /// How long the main thread works on each kind of event, in processor time: what a user feels as a window
-/// that does not answer. Kept only where BRINDLE_HANDLER_TIMES is defined, in builds that are measured or
-/// debugged. Thread: main.
+/// that does not answer. Start-up, in which there is nothing to answer with yet, is kept apart. Kept only
+/// where BRINDLE_HANDLER_TIMES is defined, in builds that are measured or debugged. Thread: main.
 class HandlerTimes {
 public:
     /// Measures from here to the end of its life what handling this event costs; events that are handled
@@ -25,14 +25,16 @@ public:
 
     private:
         HandlerTimes& times_;
+        bool isStartingUp_;  // as it begins
         std::string handler_;
         std::int64_t begin_ = 0;  // nanoseconds of processor time
     };
 
-    /// From here on is what counts: start-up is over.
-    void restart() { handlers_.clear(); }
+    /// What begins from here on is no part of start-up.
+    void endStartUp() { isStartingUp_ = false; }
 
-    /// Lines of "HANDLER COUNT LONGEST-MS", the longest first. Throws std::system_error.
+    /// Lines of "PHASE HANDLER COUNT LONGEST-MS", where the phase is "running" or "start-up"; of each phase
+    /// the longest first. Throws std::system_error.
     void write(const std::string& path) const;
 
 private:
@@ -41,7 +43,11 @@ private:
         std::int64_t longest = 0;  // nanoseconds
     };
 
-    std::map<std::string, Handler> handlers_;
+    using Handlers = std::map<std::string, Handler>;
+
+    Handlers startUp_;
+    Handlers running_;
+    bool isStartingUp_ = true;
     int depth_ = 0;
 };
 

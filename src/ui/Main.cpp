@@ -3,6 +3,7 @@
 #include "app/desktop/StopSignals.h"
 #include "example/ExampleHistory.h"
 #include "model/Translation.h"
+#include "platform/Display.h"
 #include "platform/Paths.h"
 #include "platform/TimeSinceBoot.h"
 #include "settings/LaunchArguments.h"
@@ -23,9 +24,28 @@ namespace {
 constexpr int failed = 3;
 constexpr int otherWindow = 5;
 
+constexpr const char* help =
+    "Brindle keeps a private, local history of where your disk space goes. This is its window; in a\n"
+    "terminal, use brindle. When it is open already, that window is shown.\n"
+    "\n"
+    "Usage: brindle-desktop [OPTIONS]\n"
+    "\n"
+    "Options:\n"
+    "  -BrindleDataDirectory DIR  Where the history is kept (default: ~/.local/share/Brindle)\n"
+    "  -BrindleExample YES        Begin with an example history instead of yours\n"
+    "  -KEY VALUE                 Any other setting, for as long as the program runs\n"
+    "  --launched-at-login        Said by the login item: you did not ask for the window\n"
+    "  --help                     Show this text\n"
+    "  --version                  Show the version\n";
+
 int fail(int code, const std::string& sentence) {
     fmt::print(stderr, "{}\n", sentence);
     return code;
+}
+
+int tell(const char* text) {
+    fmt::print("{}", text);
+    return 0;
 }
 
 AppParts partsFrom(const SettingValues& values, const SettingsFile& file) {
@@ -85,6 +105,11 @@ int run(int argc, char** argv, const StopSignals& signals) {
     QObject::connect(&model, &AppModel::noted,
                      [](const QString& sentence) { fmt::print(stderr, "{}\n", sentence.toStdString()); });
     if (stored.note) fmt::print(stderr, "{}\n", *stored.note);
+#ifdef BRINDLE_HANDLER_TIMES
+    QObject::connect(&model, &AppModel::modeChanged, [&] {
+        if (model.mode() != AppMode(PlainMode::starting)) application.handlerTimes().endStartUp();
+    });
+#endif
     model.start();
     const int code = DesktopApplication::exec();
 #ifdef BRINDLE_HANDLER_TIMES
@@ -99,11 +124,10 @@ int run(int argc, char** argv, const StopSignals& signals) {
 int main(int argc, char** argv) {
     using namespace brindle;
     std::setlocale(LC_ALL, "");
-    for (const std::string_view argument : std::span(argv, static_cast<std::size_t>(argc)).subspan(1))
-        if (argument == "--version") {
-            fmt::print("brindle-desktop " BRINDLE_VERSION "\n");
-            return 0;
-        }
+    for (const std::string_view argument : std::span(argv, static_cast<std::size_t>(argc)).subspan(1)) {
+        if (argument == "--help") return tell(help);
+        if (argument == "--version") return tell("brindle-desktop " BRINDLE_VERSION "\n");
+    }
     if (!hasDisplay())
         return fail(failed, translated("Brindle's window needs a display. In a terminal, use brindle."));
     try {

@@ -1,3 +1,4 @@
+#include "app/LoginManager.h"
 #include "app/PrivateBus.h"
 #include "app/desktop/DriveWatch.h"
 #include "app/desktop/SleepWatch.h"
@@ -18,20 +19,6 @@ namespace brindle {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr auto loginManager = "org.freedesktop.login1";
-
-/// Lets the login manager tell that the computer is about to sleep, and that it woke.
-void sleepAndWake(QDBusConnection bus) {
-    for (const bool isBefore : {true, false}) {
-        auto emission = QDBusMessage::createMethodCall(loginManager, "/org/freedesktop/login1",
-                                                       "org.freedesktop.DBus.Mock", "EmitSignal");
-        emission << "org.freedesktop.login1.Manager"
-                 << "PrepareForSleep"
-                 << "b" << QVariantList{isBefore};
-        ASSERT_EQ(bus.call(emission).type(), QDBusMessage::ReplyMessage);
-    }
-}
 
 TEST(SleepWatch, HearsEveryWakeFromWhicheverLoginManagerThereIs) {
     PrivateBus bus;

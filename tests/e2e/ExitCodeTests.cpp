@@ -111,6 +111,30 @@ TEST_F(ExitCodes, WrongUsageChangesNothing) {
     EXPECT_EQ(Records(brindle).everything(), before);
 }
 
+TEST_F(ExitCodes, WithoutACommandTheWindowOpensOrTheStatusIsShown) {
+    ProgramLaunch launch = brindle.launch({});
+    launch.arguments = {BRINDLE_PROGRAM};
+    launch.setVariable("PATH", folder.path());
+    launch.setVariable("DISPLAY", "");
+    const auto expectStatus = [&] {
+        const auto result = runProgram(launch);
+        EXPECT_EQ(result.exitCode, 1);
+        EXPECT_THAT(result.error, HasSubstr("No locations included yet."));
+    };
+    expectStatus();
+    launch.setVariable("DISPLAY", ":0");
+    expectStatus();
+    const fs::path window = folder.path() / "brindle-desktop";
+    std::ofstream(window) << "#!/bin/sh\necho \"window $#\"\nexit 7\n";
+    fs::permissions(window, fs::perms(0755));
+    const auto result = runProgram(launch);
+    EXPECT_EQ(result.exitCode, 7);
+    EXPECT_EQ(result.output, "window 0\n");
+    EXPECT_EQ(result.error, "");
+    launch.setVariable("DISPLAY", "");
+    expectStatus();
+}
+
 TEST_F(ExitCodes, AHistoryThatCannotBeUsedIsLeftAsItIs) {
     ASSERT_EQ(brindle.run({"check", tree}).exitCode, 0);
     const auto whole = contentsOf(brindle.historyFile());

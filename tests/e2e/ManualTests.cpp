@@ -5,14 +5,15 @@
 #include <gtest/gtest.h>
 #include <iterator>
 #include <sstream>
+#include <string_view>
 
 namespace brindle {
 namespace {
 
 using testing::HasSubstr;
 
-std::string manual() {
-    std::ifstream file(BRINDLE_MANUAL);
+std::string manual(const std::string& program = "brindle") {
+    std::ifstream file(BRINDLE_MANUALS "/" + program + ".1");
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
@@ -31,7 +32,7 @@ std::vector<std::string> listed(const std::string& help, const std::string& head
 
 /// The name of an option as the manual's source writes it; its short form is written by itself.
 std::string inManual(std::string option) {
-    option.erase(0, std::min(option.find("--"), option.size()));
+    if (const auto longForm = option.find("--"); longForm != option.npos) option.erase(0, longForm);
     std::string escaped;
     for (const char c : option) escaped += c == '-' ? "\\-" : std::string(1, c);
     return escaped;
@@ -54,9 +55,22 @@ TEST(Manual, HasASectionForEveryCommandAndTellsOfEveryOption) {
     }
 }
 
+TEST(Manual, TellsOfEveryOptionOfTheWindow) {
+    if (std::string_view(BRINDLE_DESKTOP_PROGRAM).empty()) GTEST_SKIP() << "built without the window";
+    const std::string text = manual("brindle-desktop");
+    const auto help = runProgram({.arguments = {BRINDLE_DESKTOP_PROGRAM, "--help"}, .environment = {}});
+    EXPECT_EQ(help.exitCode, 0);
+    const auto options = listed(help.output, "Options:");
+    EXPECT_THAT(options, testing::IsSupersetOf({"--help", "-BrindleExample"}))
+        << "the test can read the help";
+    for (const auto& option : options) EXPECT_THAT(text, HasSubstr(inManual(option)));
+}
+
 TEST(Manual, IsFormattedWithoutAWarning) {
-    const auto result = runProgram({.arguments = {"groff", "-ww", "-man", "-Tutf8", "-z", BRINDLE_MANUAL},
-                                    .environment = {"PATH=/usr/bin:/bin"}});
+    const auto result =
+        runProgram({.arguments = {"groff", "-ww", "-man", "-Tutf8", "-z", BRINDLE_MANUALS "/brindle.1",
+                                  BRINDLE_MANUALS "/brindle-desktop.1"},
+                    .environment = {"PATH=/usr/bin:/bin"}});
     if (result.exitCode == 127) GTEST_SKIP() << "there is no groff";
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.error, "");

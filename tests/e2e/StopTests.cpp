@@ -1,4 +1,5 @@
 #include "e2e/Records.h"
+#include "e2e/Walking.h"
 #include "support/Rounds.h"
 
 #include <chrono>
@@ -19,23 +20,6 @@ using std::chrono::steady_clock;
 using testing::HasSubstr;
 
 constexpr std::chrono::seconds promptly{1};
-
-/// Whether the program has a folder open that lies below this one: it is walking there.
-bool isWalking(const RunningProgram& program, const fs::path& tree) {
-    std::error_code error;
-    const fs::path descriptors = "/proc/" + std::to_string(program.id()) + "/fd";
-    for (fs::directory_iterator next(descriptors, error), end; !error && next != end; next.increment(error)) {
-        std::error_code isClosedNow;
-        if (fs::read_symlink(next->path(), isClosedNow).native().starts_with(tree.native() + "/"))
-            return true;
-    }
-    return false;
-}
-
-/// Waits until the program walks there. It may miss that, or be late.
-void waitUntilWalking(const RunningProgram& program, const fs::path& tree) {
-    while (!isWalking(program, tree) && program.isRunning()) std::this_thread::yield();
-}
 
 class Stop : public testing::Test {
 protected:
