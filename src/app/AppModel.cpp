@@ -97,6 +97,10 @@ std::shared_ptr<HistorySource> AppModel::source() const {
     return isExampleShown() ? example_ : session_.source();
 }
 
+QString AppModel::checkingText() const {
+    return checking() ? QString::fromStdString(description(*checking())) : QString();
+}
+
 std::vector<LocationID> AppModel::disconnectedLocations() const {
     std::vector<LocationID> ids;
     for (const LocationRecord& record : own_.records)
@@ -246,6 +250,7 @@ void AppModel::becameActive() {
 
 void AppModel::shutDown() {
     if (std::exchange(isShuttingDown_, true)) return;
+    Q_EMIT shuttingDownChanged();
     schedule_.shutDown();
     dayDetails_.forget();
     exporter_.stop();

@@ -43,16 +43,32 @@ struct AppParts {
 /// Thread: main.
 class AppModel : public QObject {
     Q_OBJECT
+    Q_PROPERTY(brindle::AppMode mode READ mode NOTIFY modeChanged)
+    Q_PROPERTY(bool isOpeningHistory READ isOpeningHistory NOTIFY openingChanged)
+    Q_PROPERTY(bool isShuttingDown READ isShuttingDown NOTIFY shuttingDownChanged)
+    Q_PROPERTY(brindle::HistorySnapshot history READ history NOTIFY historyChanged)
+    Q_PROPERTY(brindle::OwnToday ownToday READ ownToday NOTIFY ownTodayChanged)
+    Q_PROPERTY(QAbstractListModel* locations READ locations CONSTANT)
+    Q_PROPERTY(QAbstractListModel* drives READ drives CONSTANT)
+    Q_PROPERTY(QAbstractListModel* contributors READ contributors CONSTANT)
+    Q_PROPERTY(int dayChangesRevision READ dayChangesRevision NOTIFY detailsChanged)
+    Q_PROPERTY(bool isChecking READ isChecking NOTIFY checkingChanged)
+    Q_PROPERTY(QString checkingText READ checkingText NOTIFY checkingChanged)
+    Q_PROPERTY(brindle::LoginItemStatus loginItemStatus READ loginItemStatus NOTIFY loginItemStatusChanged)
+    Q_PROPERTY(brindle::Settings* settings READ settings CONSTANT)
+    Q_PROPERTY(brindle::Selection* selection READ selection CONSTANT)
+    Q_PROPERTY(brindle::StatementExporter* exporter READ exporter CONSTANT)
+    Q_PROPERTY(brindle::UpdateController* updates READ updates CONSTANT)
 
 public:
     explicit AppModel(AppParts parts, QObject* parent = nullptr);
     ~AppModel() override;
 
-    [[nodiscard]] Settings& settings() { return settings_; }
-    [[nodiscard]] Selection& selection() { return selection_; }
+    [[nodiscard]] Settings* settings() { return &settings_; }
+    [[nodiscard]] Selection* selection() { return &selection_; }
     [[nodiscard]] HistorySession& session() { return session_; }
-    [[nodiscard]] StatementExporter& exporter() { return exporter_; }
-    [[nodiscard]] UpdateController& updates() { return *updates_; }
+    [[nodiscard]] StatementExporter* exporter() { return &exporter_; }
+    [[nodiscard]] UpdateController* updates() { return updates_.get(); }
     [[nodiscard]] const LaunchOptions& options() const { return options_; }
 
     [[nodiscard]] const AppMode& mode() const { return mode_; }
@@ -68,15 +84,18 @@ public:
 
     /// Rows for views: the tracked locations and the drives of the history that is shown, and the folders
     /// that contributed most to the selected range.
-    [[nodiscard]] LocationList& locations() { return *locations_; }
-    [[nodiscard]] DriveList& drives() { return *drives_; }
-    [[nodiscard]] FolderList& contributors() { return *contributors_; }
+    [[nodiscard]] LocationList* locations() { return locations_.get(); }
+    [[nodiscard]] DriveList* drives() { return drives_.get(); }
+    [[nodiscard]] FolderList* contributors() { return contributors_.get(); }
 
     /// The lists of the selected period. Another list has another revision.
     [[nodiscard]] const Details& details() const { return *details_; }
     [[nodiscard]] int dayChangesRevision() const { return dayChangesRevision_; }
 
     [[nodiscard]] const std::optional<CheckActivity>& checking() const { return session_.activity(); }
+    [[nodiscard]] bool isChecking() const { return checking().has_value(); }
+    /// What a running check is doing, in one line; empty while none runs.
+    [[nodiscard]] QString checkingText() const;
     [[nodiscard]] const std::optional<CheckRunSummary>& lastRun() const { return lastRun_; }
 
     [[nodiscard]] const LoginItemStatus& loginItemStatus() const { return loginItemStatus_; }
@@ -107,6 +126,7 @@ public:
 Q_SIGNALS:
     void modeChanged();
     void openingChanged();
+    void shuttingDownChanged();
     void historyChanged();
     void ownTodayChanged();
     void recordsChanged();

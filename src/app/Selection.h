@@ -15,6 +15,18 @@ namespace brindle {
 /// Thread: main.
 class Selection : public QObject {
     Q_OBJECT
+    Q_PROPERTY(
+        brindle::Destination destination READ destination WRITE setDestination NOTIFY destinationChanged)
+    Q_PROPERTY(brindle::LocationScope scope READ scope WRITE setScope NOTIFY scopeChanged)
+    Q_PROPERTY(brindle::LocalDay day READ day WRITE setDay NOTIFY periodChanged)
+    Q_PROPERTY(brindle::LocalDay firstDay READ firstDay NOTIFY periodChanged)
+    Q_PROPERTY(bool hasNextDay READ hasNextDay NOTIFY periodChanged)
+    Q_PROPERTY(brindle::LocalDay today READ today NOTIFY todayChanged)
+    Q_PROPERTY(
+        brindle::LocalDay calendarMonth READ calendarMonth WRITE setCalendarMonth NOTIFY calendarMonthChanged)
+    Q_PROPERTY(brindle::TrendRange range READ range WRITE setRange NOTIFY rangeChanged)
+    Q_PROPERTY(brindle::ExplorerState explorer READ explorer WRITE setExplorer NOTIFY explorerChanged)
+    Q_PROPERTY(int searchFocusRequest READ searchFocusRequest NOTIFY searchFocusRequested)
 
 public:
     /// Begins with `today`, of all locations.

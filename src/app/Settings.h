@@ -14,6 +14,9 @@ namespace brindle {
 /// Thread: main. Storing is done elsewhere, in the order of setting; the destructor waits for it.
 class Settings : public QObject {
     Q_OBJECT
+    Q_PROPERTY(
+        brindle::AppearanceMode appearance READ appearance WRITE setAppearance NOTIFY appearanceChanged)
+    Q_PROPERTY(brindle::TextSize textSize READ textSize WRITE setTextSize NOTIFY textSizeChanged)
     Q_PROPERTY(int checkInterval READ checkInterval WRITE setCheckInterval NOTIFY checkIntervalChanged)
     Q_PROPERTY(bool checksPaused READ checksPaused WRITE setChecksPaused NOTIFY checksPausedChanged)
     Q_PROPERTY(

@@ -28,6 +28,8 @@ struct ExportRecords {
 /// Thread: main.
 class StatementExporter : public QObject {
     Q_OBJECT
+    Q_PROPERTY(bool isWriting READ isWriting NOTIFY writingChanged)
+    Q_PROPERTY(qint64 rowsWritten READ rowsWritten NOTIFY progressed)
 
 public:
     /// What is exported: a history with the locations and the time zone of its rows.

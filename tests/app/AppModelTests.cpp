@@ -5,6 +5,7 @@
 #include "store/StoredHistory.h"
 #include "support/TempHistory.h"
 
+#include <QMetaProperty>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
@@ -129,7 +130,7 @@ TEST_F(AppModelTest, SetupLeadsOnToTrackingOnceThereIsABaseline) {
     include();
     model().start();
     ASSERT_TRUE(reaches(PlainMode::onboarding));
-    model().settings().setStartupSetupCompleted(true);
+    model().settings()->setStartupSetupCompleted(true);
     model().route();
     EXPECT_EQ(model().mode(), AppMode(PlainMode::setup));
     model().checkNow();
@@ -165,32 +166,45 @@ TEST_F(AppModelTest, WhileTrackingEveryTickChecksAndWhatItFindsIsShown) {
     ASSERT_TRUE(runUntil([&] { return listedBytes() == 700; }));
     EXPECT_EQ(model().ownToday().totals, (ChangeTotals{700, 0, 1}));
     EXPECT_EQ(model().history().trackedTotals.at({"files"}).rbegin()->second, 1700);
-    ASSERT_EQ(model().locations().rowCount(), 1);
-    EXPECT_EQ(model().locations().rows().front().size, "1.7 kB");
-    EXPECT_EQ(model().locations().rows().front().state, "Full access");
-    ASSERT_EQ(model().contributors().rowCount(), 1);
-    EXPECT_EQ(model().contributors().rows().front().added, "+700 bytes");
-    EXPECT_EQ(model().contributors().rows().front().place, "files");
-    ASSERT_EQ(model().drives().rowCount(), 1);
-    const DriveRow& drive = model().drives().rows().front();
+    ASSERT_EQ(model().locations()->rowCount(), 1);
+    EXPECT_EQ(model().locations()->rows().front().size, "1.7 kB");
+    EXPECT_EQ(model().locations()->rows().front().state, "Full access");
+    ASSERT_EQ(model().contributors()->rowCount(), 1);
+    EXPECT_EQ(model().contributors()->rows().front().added, "+700 bytes");
+    EXPECT_EQ(model().contributors()->rows().front().place, "files");
+    ASSERT_EQ(model().drives()->rowCount(), 1);
+    const DriveRow& drive = model().drives()->rows().front();
     EXPECT_NEAR(drive.filesShare + drive.trashShare + drive.notVisibleShare + drive.otherVolumesShare,
                 drive.usedShare, 1e-9);
 
     // Another selection has other lists, and a revision of its own.
     const int revision = model().dayChangesRevision();
-    model().selection().moveDay(-1);
+    model().selection()->moveDay(-1);
     ASSERT_TRUE(runUntil([&] { return model().dayChangesRevision() > revision; }));
     EXPECT_EQ(listedBytes(), 0);
-    model().selection().setDay(model().selection().today());
+    model().selection()->setDay(model().selection()->today());
 
     // The next day: who looked at today looks at the new one.
     now_ += 86'400;
     model().dayOrZoneChanged();
-    ASSERT_TRUE(runUntil([&] { return model().history().today == model().selection().today(); }));
-    EXPECT_EQ(model().selection().day(), Calendar("en_US", "UTC").day(now_));
+    ASSERT_TRUE(runUntil([&] { return model().history().today == model().selection()->today(); }));
+    EXPECT_EQ(model().selection()->day(), Calendar("en_US", "UTC").day(now_));
     EXPECT_FALSE(model().ownToday().isChecked);
     quit();
     EXPECT_EQ(runs_, 2);
+}
+
+TEST_F(AppModelTest, EveryPropertyIsOfATypeThatViewsCanTakeAndTellsWhenItChanges) {
+    for (QObject* object : {static_cast<QObject*>(&model()), static_cast<QObject*>(model().selection()),
+                            static_cast<QObject*>(model().settings())}) {
+        const QMetaObject* type = object->metaObject();
+        for (int i = type->propertyOffset(); i < type->propertyCount(); ++i) {
+            const QMetaProperty property = type->property(i);
+            EXPECT_TRUE(property.read(object).isValid()) << type->className() << " " << property.name();
+            EXPECT_TRUE(property.hasNotifySignal() || property.isConstant())
+                << type->className() << " " << property.name();
+        }
+    }
 }
 
 TEST_F(AppModelTest, TheExampleIsShownInItsPlaceAndNeverMixed) {
