@@ -80,7 +80,6 @@ public:
     [[nodiscard]] std::shared_ptr<HistorySource> source() const;
     [[nodiscard]] const OwnToday& ownToday() const { return ownToday_; }
     [[nodiscard]] const std::vector<LocationRecord>& records() const { return own_.records; }
-    [[nodiscard]] const HistoryFigures& ownFigures() const { return own_; }
 
     /// Rows for views: the tracked locations and the drives of the history that is shown, and the folders
     /// that contributed most to the selected range.
