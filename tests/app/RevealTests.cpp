@@ -8,6 +8,7 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <sys/wait.h>
 
 namespace brindle {
 namespace {
@@ -76,6 +77,11 @@ TEST(Reveal, WithoutAFileManagerTheFolderIsOpened) {
         EXPECT_TRUE(eventually([&] { return fs::exists(result); }));
         EXPECT_EQ(contents(result), "0000000000000000\nfile://" + folder.path().native() + "\n");
         fs::remove(result);
+        // What waits for the opener's end belongs to nobody but itself.
+        EXPECT_TRUE(eventually([] {
+            siginfo_t ended{};
+            return waitid(P_ALL, 0, &ended, WEXITED | WNOHANG | WNOWAIT) != 0;
+        }));
     }
 }
 
