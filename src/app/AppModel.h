@@ -70,6 +70,8 @@ public:
     [[nodiscard]] StatementExporter* exporter() { return &exporter_; }
     [[nodiscard]] UpdateController* updates() { return updates_.get(); }
     [[nodiscard]] const LaunchOptions& options() const { return options_; }
+    /// By which days are told from each other and labelled, in the user's locale and time zone.
+    [[nodiscard]] Calendar calendar() const { return sessionParts_.calendar(); }
 
     [[nodiscard]] const AppMode& mode() const { return mode_; }
     [[nodiscard]] bool isOpeningHistory() const { return session_.isOpening(); }
