@@ -70,6 +70,8 @@ public:
     [[nodiscard]] StatementExporter* exporter() { return &exporter_; }
     [[nodiscard]] UpdateController* updates() { return updates_.get(); }
     [[nodiscard]] const LaunchOptions& options() const { return options_; }
+    /// That of the user at this moment: the time zone may change while the program runs.
+    [[nodiscard]] Calendar calendar() const { return sessionParts_.calendar(); }
 
     [[nodiscard]] const AppMode& mode() const { return mode_; }
     [[nodiscard]] bool isOpeningHistory() const { return session_.isOpening(); }
@@ -113,6 +115,8 @@ public:
     void prepareExport();
     /// Checks every location now, unless nothing is tracked.
     void checkNow();
+    /// What the running check has found so far is dropped.
+    void stopCheck() { session_.cancelCheck(); }
     /// Ends with readyToQuit().
     void shutDown();
 
