@@ -7,9 +7,9 @@
 
 namespace brindle {
 
-/// What a partial day of a scope leaves out: which of its locations had no check, and of which some folders
-/// could not be read, each in a sentence. Empty when the day is whole, or not recorded at all.
-[[nodiscard]] std::vector<std::string> partialReasons(const HistorySnapshot& snapshot,
-                                                      const LocationScope& scope, const LocalDay& day);
+/// What the record of a day leaves out over a scope, in whole sentences; empty when it is whole. Of a day
+/// that is recorded.
+[[nodiscard]] std::vector<std::string> partialSentences(const HistorySnapshot& snapshot,
+                                                        const LocationScope& scope, const LocalDay& day);
 
 }  // namespace brindle

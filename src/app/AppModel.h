@@ -70,7 +70,7 @@ public:
     [[nodiscard]] StatementExporter* exporter() { return &exporter_; }
     [[nodiscard]] UpdateController* updates() { return updates_.get(); }
     [[nodiscard]] const LaunchOptions& options() const { return options_; }
-    /// By which days are told from each other and labelled, in the user's locale and time zone.
+    /// That of the user at this moment: the time zone may change while the program runs.
     [[nodiscard]] Calendar calendar() const { return sessionParts_.calendar(); }
 
     [[nodiscard]] const AppMode& mode() const { return mode_; }
@@ -117,6 +117,8 @@ public:
     void prepareExport();
     /// Checks every location now, unless nothing is tracked.
     void checkNow();
+    /// What the running check has found so far is dropped.
+    void stopCheck() { session_.cancelCheck(); }
     /// Ends with readyToQuit().
     void shutDown();
 

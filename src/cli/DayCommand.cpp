@@ -71,12 +71,13 @@ void printContributors(Output& output, const std::vector<FolderSummary>& folders
 }
 
 void print(Output& output, const std::string& dayLabel, const DayState& state, const std::string& sentence,
-           const std::vector<std::string>& gaps, const std::vector<LocationOnDay>& locations) {
+           const std::vector<LocationOnDay>& locations, const std::vector<std::string>& gaps) {
     output.line(fmt::format("{}: {}", output.emphasized(dayLabel), stateText(state, output)));
     if (!sentence.empty()) output.paragraph(sentence);
     if (std::holds_alternative<DayEstimated>(state))
         output.line(translated("An estimate from the dates of files: no check covers this day."));
-    for (const std::string& gap : gaps) output.paragraph(gap);
+    else
+        for (const std::string& gap : gaps) output.paragraph(gap);
     output.line();
     for (const LocationOnDay& one : locations)
         output.line(fmt::format("  {}: {}", fileNameText(one.location.name), stateText(one.state, output)));
@@ -130,7 +131,7 @@ ExitCode runDay(const Context& context, const DayOptions& options) {
         json["contributors"] = contributors;
         context.output.json(json);
     } else if (isKnown) {
-        print(context.output, label, state, sentence, partialReasons(snapshot, {}, day), locations);
+        print(context.output, label, state, sentence, locations, partialSentences(snapshot, {}, day));
         printContributors(context.output, contributors, names);
     } else {
         context.output.sentence(fmt::format(

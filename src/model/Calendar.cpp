@@ -189,6 +189,9 @@ std::string Calendar::mediumLabel(const LocalDay& day) const {
 std::string Calendar::shortLabel(const LocalDay& day) const {
     return parts_->label(time(day), "MMMEEEd");
 }
+std::string Calendar::dateLabel(const LocalDay& day) const {
+    return parts_->label(time(day), "MMMd");
+}
 std::string Calendar::monthLabel(const LocalDay& day) const {
     return parts_->label(time(day), "yMMMM");
 }

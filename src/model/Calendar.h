@@ -63,6 +63,7 @@ public:
     [[nodiscard]] std::string longLabel(const LocalDay& day) const;    // "Saturday, March 7, 2026"
     [[nodiscard]] std::string mediumLabel(const LocalDay& day) const;  // "Saturday, March 7"
     [[nodiscard]] std::string shortLabel(const LocalDay& day) const;   // "Sat, Mar 7"
+    [[nodiscard]] std::string dateLabel(const LocalDay& day) const;    // "Mar 7"
     [[nodiscard]] std::string monthLabel(const LocalDay& day) const;   // "March 2026"
     [[nodiscard]] std::string timeLabel(UnixTime at) const;            // "Mar 7, 2026, 2:05 PM"
 

@@ -4,7 +4,7 @@
 
 namespace brindle {
 
-DesktopApplication::DesktopApplication(int& argc, char** argv) : QGuiApplication(argc, argv) {
+DesktopApplication::DesktopApplication(int& argc, char** argv) : QApplication(argc, argv) {
     setApplicationName("Brindle");
     setDesktopFileName("org.brindle.brindle");
     setQuitOnLastWindowClosed(false);
@@ -18,7 +18,7 @@ bool DesktopApplication::notify(QObject* receiver, QEvent* event) {
 #ifdef BRINDLE_HANDLER_TIMES
     const HandlerTimes::Measured measured(handlerTimes_, receiver, event);
 #endif
-    return QGuiApplication::notify(receiver, event);
+    return QApplication::notify(receiver, event);
 }
 
 }  // namespace brindle

@@ -2,12 +2,12 @@
 
 #include "ui/HandlerTimes.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 
 namespace brindle {
 
 /// The program as the window system sees it.
-class DesktopApplication : public QGuiApplication {
+class DesktopApplication : public QApplication {
     Q_OBJECT
 
 public:

@@ -87,7 +87,7 @@ OverviewStatement overviewStatement(const HistorySnapshot& snapshot, const Locat
     if (const auto* recorded = std::get_if<DayRecorded>(&today)) tellRecorded(statement, recorded->totals);
     if (const auto* estimated = std::get_if<DayEstimated>(&today)) tellEstimated(statement, estimated->totals);
     statement.partial = QString::fromStdString(
-        fmt::format("{}", fmt::join(partialReasons(snapshot, scope, snapshot.today), " ")));
+        fmt::format("{}", fmt::join(partialSentences(snapshot, scope, snapshot.today), " ")));
     statement.lastCheck = lastCheckText(snapshot, scope, calendar);
     tellWeek(statement, rangeFigures(snapshot, scope, weekFirst, snapshot.today, calendar));
     return statement;

@@ -1,0 +1,131 @@
+#include "app/pages/WindowModel.h"
+
+#include "model/NumberText.h"
+#include "model/Translation.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+
+namespace brindle {
+namespace {
+
+QString text(const std::string& text) {
+    return QString::fromStdString(text);
+}
+
+}  // namespace
+
+WindowModel::WindowModel(AppModel& model, QObject* parent) : QObject(parent), model_(model) {
+    connect(&model, &AppModel::modeChanged, this, &WindowModel::screenChanged);
+    connect(&model, &AppModel::modeChanged, this, &WindowModel::statusChanged);
+    connect(&model, &AppModel::historyChanged, this, &WindowModel::statusChanged);
+    connect(&model, &AppModel::checkingChanged, this, &WindowModel::statusChanged);
+    connect(model.settings(), &Settings::checksPausedChanged, this, &WindowModel::statusChanged);
+    connect(model.settings(), &Settings::checkIntervalChanged, this, &WindowModel::statusChanged);
+    connect(model.selection(), &Selection::destinationChanged, this, &WindowModel::pageChanged);
+    connect(model.selection(), &Selection::periodChanged, this, &WindowModel::periodChanged);
+    connect(model.selection(), &Selection::todayChanged, this, &WindowModel::periodChanged);
+    connect(model.updates(), &UpdateController::changed, this, &WindowModel::updatesChanged);
+    connect(&model, &AppModel::noted, this, &WindowModel::tell);
+    connect(model.exporter(), &StatementExporter::nothingToExport, this, &WindowModel::tell);
+}
+
+WindowModel::Screen WindowModel::screen() const {
+    const auto* plain = std::get_if<PlainMode>(&model_.mode());
+    if (plain == nullptr) return Unavailable;
+    switch (*plain) {
+        case PlainMode::starting:
+            return Starting;
+        case PlainMode::onboarding:
+        case PlainMode::setup:
+            return FirstRun;
+        case PlainMode::example:
+        case PlainMode::tracking:
+            break;
+    }
+    return Pages;
+}
+
+QString WindowModel::unavailableReason() const {
+    const auto* unavailable = std::get_if<ModeUnavailable>(&model_.mode());
+    return unavailable != nullptr ? text(unavailable->message) : QString();
+}
+
+bool WindowModel::isExample() const {
+    return model_.mode() == AppMode(PlainMode::example);
+}
+
+void WindowModel::setPage(int page) {
+    if (page >= 0 && page < pageTitles().size())
+        model_.selection()->setDestination(static_cast<Destination>(page));
+}
+
+QStringList WindowModel::pageTitles() const {
+    return {translated("Overview"), translated("Activity"), translated("Storage history"),
+            translated("Trends"), translated("Drives & folders")};
+}
+
+bool WindowModel::canCheckNow() const {
+    return model_.mode() == AppMode(PlainMode::tracking) && !isChecking() &&
+           std::ranges::any_of(model_.records(),
+                               [](const LocationRecord& record) { return !record.removedAt; });
+}
+
+QString WindowModel::checkNowTitle() const {
+    return isChecking() ? translated("Checking…") : translated("Check Now");
+}
+
+QString WindowModel::pauseTitle() const {
+    return model_.settings()->checksPaused() ? translated("Resume Automatic Checks")
+                                             : translated("Pause Automatic Checks");
+}
+
+QString WindowModel::locationCount() const {
+    const auto count = static_cast<std::int64_t>(model_.locations()->rows().size());
+    return text(
+        fmt::format(fmt::runtime(translatedCount("{} location included", "{} locations included", count)),
+                    groupedNumber(count)));
+}
+
+QString WindowModel::checkState() const {
+    if (isChecking()) return model_.checkingText();
+    const auto latest = model_.history().latestCheck({});
+    if (!latest) return translated("Not checked yet");
+    return text(
+        fmt::format(fmt::runtime(translated("Last checked {}")), model_.calendar().timeLabel(*latest)));
+}
+
+QString WindowModel::schedule() const {
+    if (model_.settings()->checksPaused()) return translated("Checks paused.");
+    return text(
+        fmt::format(fmt::runtime(translated("Checks every {} min")), model_.settings()->checkInterval()));
+}
+
+void WindowModel::togglePause() {
+    model_.settings()->setChecksPaused(!model_.settings()->checksPaused());
+}
+
+void WindowModel::searchActivity() {
+    model_.selection()->setDestination(Destination::activity);
+    model_.selection()->requestSearchFocus();
+}
+
+void WindowModel::showToday() {
+    model_.selection()->setDay(model_.selection()->today());
+}
+
+void WindowModel::showHistoryFolder() {
+    Q_EMIT revealRequested(model_.options().dataDirectory);
+}
+
+void WindowModel::dismissNote() {
+    tell({});
+}
+
+void WindowModel::tell(const QString& sentence) {
+    if (note_ == sentence) return;
+    note_ = sentence;
+    Q_EMIT noteChanged();
+}
+
+}  // namespace brindle

@@ -1,0 +1,14 @@
+#include "ui/windows/QmlModules.h"
+
+#include <QtPlugin>
+
+Q_IMPORT_PLUGIN(Brindle_ModelsPlugin)
+Q_IMPORT_PLUGIN(Brindle_ThemePlugin)
+Q_IMPORT_PLUGIN(Brindle_WindowsPlugin)
+
+namespace brindle {
+
+// The imports above do the work, in whatever program holds this file.
+void registerQmlModules() {}
+
+}  // namespace brindle
