@@ -1,4 +1,5 @@
 #include "app/CoarseAlarm.h"
+#include "app/desktop/AppearanceWatch.h"
 #include "app/desktop/DesktopProgram.h"
 #include "app/desktop/Reveal.h"
 #include "app/desktop/StopSignals.h"
@@ -107,6 +108,9 @@ int run(int argc, char** argv, const StopSignals& signals) {
 
     Reveal reveal(QDBusConnection::sessionBus());
     MainWindow window(model, reveal);
+    const AppearanceWatch desktop(QDBusConnection::sessionBus());
+    QObject::connect(&desktop, &AppearanceWatch::appearanceChanged,
+                     [&] { window.appearance().setSystem(desktop.appearance()); });
     QObject::connect(&program, &DesktopProgram::showWindowRequested, &window, &MainWindow::show);
     QObject::connect(&window, &MainWindow::quitRequested, &program, &DesktopProgram::requestQuit);
     QObject::connect(&program, &DesktopProgram::quitBegan, &window, &MainWindow::hide);

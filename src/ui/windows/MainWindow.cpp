@@ -8,7 +8,17 @@
 namespace brindle {
 
 MainWindow::MainWindow(AppModel& model, Reveal& reveal, QObject* parent)
-    : QObject(parent), app_(model), windowModel_(model) {
+    : QObject(parent),
+      app_(model),
+      appearance_(*model.settings()),
+      windowModel_(model),
+      overview_(model),
+      activity_(model),
+      storageHistory_(model),
+      trends_(model),
+      drives_(model),
+      exporter_(model),
+      about_(model) {
     connect(&windowModel_, &WindowModel::revealRequested, &reveal, &Reveal::show);
     connect(&windowModel_, &WindowModel::quitRequested, this, &MainWindow::quitRequested);
 }
@@ -34,7 +44,14 @@ void MainWindow::hide() {
 void MainWindow::create() {
     registerQmlModules();
     engine_ = std::make_unique<QQmlApplicationEngine>();
-    engine_->setInitialProperties({{"model", QVariant::fromValue(&windowModel_)}});
+    engine_->setInitialProperties({{"model", QVariant::fromValue(&windowModel_)},
+                                   {"overview", QVariant::fromValue(&overview_)},
+                                   {"activity", QVariant::fromValue(&activity_)},
+                                   {"storageHistory", QVariant::fromValue(&storageHistory_)},
+                                   {"trends", QVariant::fromValue(&trends_)},
+                                   {"drives", QVariant::fromValue(&drives_)},
+                                   {"exporter", QVariant::fromValue(&exporter_)},
+                                   {"about", QVariant::fromValue(&about_)}});
     engine_->load(QUrl("qrc:/qt/qml/Brindle/Windows/MainWindow.qml"));
     window_ = engine_->rootObjects().isEmpty() ? nullptr
                                                : qobject_cast<QQuickWindow*>(engine_->rootObjects().first());

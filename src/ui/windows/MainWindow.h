@@ -2,7 +2,15 @@
 
 #include "app/AppModel.h"
 #include "app/desktop/Reveal.h"
+#include "app/pages/AboutModel.h"
+#include "app/pages/ActivityModel.h"
+#include "app/pages/DrivesModel.h"
+#include "app/pages/ExportModel.h"
+#include "app/pages/OverviewModel.h"
+#include "app/pages/StorageHistoryModel.h"
+#include "app/pages/TrendsModel.h"
 #include "app/pages/WindowModel.h"
+#include "ui/theme/Appearance.h"
 #include "ui/windows/FrameKeeper.h"
 
 #include <QObject>
@@ -31,7 +39,7 @@ public:
     [[nodiscard]] bool isVisible() const { return window_ != nullptr && window_->isVisible(); }
     /// Null before the window was first shown.
     [[nodiscard]] QQuickWindow* window() const { return window_; }
-    [[nodiscard]] WindowModel& model() { return windowModel_; }
+    [[nodiscard]] Appearance& appearance() { return appearance_; }
 
 Q_SIGNALS:
     /// The user wants the program to end.
@@ -41,7 +49,15 @@ private:
     void create();
 
     AppModel& app_;
+    Appearance appearance_;
     WindowModel windowModel_;
+    OverviewModel overview_;
+    ActivityModel activity_;
+    StorageHistoryModel storageHistory_;
+    TrendsModel trends_;
+    DrivesModel drives_;
+    ExportModel exporter_;
+    AboutModel about_;
     std::unique_ptr<QQmlApplicationEngine> engine_;  // goes before the models that its objects show
     QQuickWindow* window_ = nullptr;                 // the engine's
     std::unique_ptr<FrameKeeper> frame_;

@@ -17,6 +17,7 @@ Window {
     required property TrendsModel trends
     required property DrivesModel drives
     required property ExportModel exporter
+    required property AboutModel about
 
     readonly property int widthClass: width < 1100 ? 0 : width < 1440 ? 1 : 2
 
@@ -32,7 +33,7 @@ Window {
     Commands {
         id: commands
         model: root.model
-        onAboutRequested: about.open()
+        onAboutRequested: aboutSheet.open()
         onCloseRequested: root.close()
         onMenuRequested: navigation.openMenu()
     }
@@ -140,7 +141,7 @@ Window {
         model: root.exporter
     }
     AboutSheet {
-        id: about
-        model: root.model
+        id: aboutSheet
+        model: root.about
     }
 }
