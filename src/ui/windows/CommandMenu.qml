@@ -19,7 +19,8 @@ Menu {
     dim: false
     onAboutToShow: contentItem.implicitWidth = widest()
 
-    delegate: CommandMenuItem {}
+    delegate: CommandMenuItem {
+    }
     background: Rectangle {
         color: Theme.raised
         radius: Theme.radius

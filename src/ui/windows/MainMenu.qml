@@ -19,7 +19,8 @@ CommandMenu {
     CommandMenuItem {
         action: root.commands.pause
     }
-    CommandMenuSeparator {}
+    CommandMenuSeparator {
+    }
     CommandMenuItem {
         action: root.commands.exportStatement
     }
@@ -52,7 +53,8 @@ CommandMenu {
             }
         }
     }
-    CommandMenuSeparator {}
+    CommandMenuSeparator {
+    }
     CommandMenuItem {
         action: root.commands.history
     }
@@ -62,7 +64,8 @@ CommandMenu {
     CommandMenuItem {
         action: root.commands.about
     }
-    CommandMenuSeparator {}
+    CommandMenuSeparator {
+    }
     CommandMenuItem {
         action: root.commands.close
     }
