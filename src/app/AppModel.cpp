@@ -159,8 +159,7 @@ void AppModel::take(const HistoryFigures& figures) {
 
 void AppModel::show(HistorySnapshot snapshot) {
     history_ = std::move(snapshot);
-    locations_->replaceRows(
-        locationRows(history_, isExampleShown() ? nullptr : &own_, sessionParts_.calendar()));
+    locations_->replaceRows(locationRows(history_, figures(), sessionParts_.calendar()));
     drives_->replaceRows(driveRows(history_));
     Q_EMIT historyChanged();
     reloadDetails();

@@ -82,6 +82,8 @@ public:
     [[nodiscard]] std::shared_ptr<HistorySource> source() const;
     [[nodiscard]] const OwnToday& ownToday() const { return ownToday_; }
     [[nodiscard]] const std::vector<LocationRecord>& records() const { return own_.records; }
+    /// What is known beyond the history that is shown; null while that is the example.
+    [[nodiscard]] const HistoryFigures* figures() const { return isExampleShown() ? nullptr : &own_; }
 
     /// Rows for views: the tracked locations and the drives of the history that is shown, and the folders
     /// that contributed most to the selected range.
