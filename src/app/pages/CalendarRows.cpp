@@ -20,7 +20,7 @@ CalendarDayRow rowOf(const MonthDay& cell, int week, int place, const HistorySna
                        .net = {},
                        .step = cell.step.value_or(0),
                        .isToday = figures.day == snapshot.today,
-                       .reading = dayReading(calendar.mediumLabel(figures.day), figures, snapshot)};
+                       .reading = dayReading(calendar.mediumLabel(figures.day), figures)};
     const auto* recorded = figures.recorded();
     if (recorded != nullptr) row.net = QString::fromStdString(signedByteAmount(recorded->totals.net()));
     if (figures.estimated() != nullptr || (recorded != nullptr && recorded->partial))

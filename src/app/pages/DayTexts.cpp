@@ -35,7 +35,7 @@ QStringList dayNotes(const DayFigures& figures, const HistorySnapshot& snapshot,
     if (figures.estimated() != nullptr)
         return {translated("An estimate from the dates of files: no check covers this day.")};
     QStringList notes;
-    for (const std::string& reason : partialReasons(snapshot, scope, figures.day))
+    for (const std::string& reason : partialSentences(snapshot, scope, figures.day))
         notes.push_back(QString::fromStdString(reason));
     return notes;
 }
@@ -51,8 +51,7 @@ QString dayReading(const std::string& label, const DayFigures& figures, const Hi
     if (const auto* estimated = figures.estimated())
         return pageText(translated("{0}: about {1} came, estimated from file dates"), label,
                         byteAmount(estimated->totals.bytes));
-    return pageText(translated("{0}: {1}"), label,
-                    sentence(figures.gap.value_or(DayGap::noCheck), snapshot));
+    return pageText(translated("{0}: {1}"), label, sentence(figures.gap.value_or(DayGap::noCheck), snapshot));
 }
 
 }  // namespace brindle

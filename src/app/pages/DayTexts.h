@@ -23,7 +23,6 @@ namespace brindle {
 
 /// The day in one line, as a screen reader reads it: "Saturday, March 7: net change +1.2 GB, 1.5 GB added,
 /// 300.0 MB freed, partial".
-[[nodiscard]] QString dayReading(const std::string& label, const DayFigures& figures,
-                                 const HistorySnapshot& snapshot);
+[[nodiscard]] QString dayReading(const std::string& label, const DayFigures& figures);
 
 }  // namespace brindle

@@ -9,6 +9,9 @@
 #include <QString>
 #include <QStringList>
 #include <memory>
+#include <optional>
+#include <string>
+#include <utility>
 
 namespace brindle {
 
@@ -25,8 +28,6 @@ class StorageHistoryModel : public QObject {
     Q_PROPERTY(bool hasPreviousMonth READ hasPreviousMonth NOTIFY changed)
     Q_PROPERTY(bool hasNextMonth READ hasNextMonth NOTIFY changed)
     Q_PROPERTY(QAbstractListModel* legend READ legend CONSTANT)
-    Q_PROPERTY(QString mostFreedText READ mostFreedText NOTIFY changed)
-    Q_PROPERTY(QString mostAddedText READ mostAddedText NOTIFY changed)
     Q_PROPERTY(QAbstractListModel* monthFigures READ monthFigures CONSTANT)
     Q_PROPERTY(QString monthCoverage READ monthCoverage NOTIFY changed)
     Q_PROPERTY(QString day READ day NOTIFY changed)
@@ -53,9 +54,6 @@ public:
     [[nodiscard]] bool hasPreviousMonth() const { return hasPreviousMonth_; }
     [[nodiscard]] bool hasNextMonth() const { return hasNextMonth_; }
     [[nodiscard]] LegendList* legend() { return legend_.get(); }
-    /// What the ends of the legend stand for; empty where no day has such a change.
-    [[nodiscard]] const QString& mostFreedText() const { return mostFreedText_; }
-    [[nodiscard]] const QString& mostAddedText() const { return mostAddedText_; }
     /// Of the month's recorded days, and its estimated ones for themselves.
     [[nodiscard]] FigureList* monthFigures() { return monthFigures_.get(); }
     [[nodiscard]] const QString& monthCoverage() const { return monthCoverage_; }
@@ -91,15 +89,25 @@ Q_SIGNALS:
     void daySentenceChanged();
 
 private:
-    void update();
-    void takeMonth(const MonthCalendar& month, const Calendar& calendar);
+    enum class Changed { history, selection };
+    struct Shown {
+        LocalDay day;
+        LocalDay month;
+        LocationScope scope;
+
+        bool operator==(const Shown&) const = default;
+    };
+
+    void update(Changed what);
+    void takeMonth(const Calendar& calendar);
     void takeDay(const Calendar& calendar);
     void askForSentence();
     void setSentence(const QString& sentence);
     void moveInWeek(bool toStart);
 
     AppModel& model_;
-    bool isStale_ = true;
+    std::optional<Shown> shown_;  // absent while the history is another one than what is shown
+    std::optional<std::pair<LocalDay, LocationScope>> described_;  // what the sentence is of
     QString month_;
     QStringList weekdayNames_;
     int weekCount_ = 0;
@@ -108,8 +116,6 @@ private:
     bool hasPreviousMonth_ = false;
     bool hasNextMonth_ = false;
     std::unique_ptr<LegendList> legend_ = makeLegendList();
-    QString mostFreedText_;
-    QString mostAddedText_;
     std::unique_ptr<FigureList> monthFigures_ = makeFigureList();
     QString monthCoverage_;
     QString day_;
