@@ -2,7 +2,9 @@
 
 #include <QtPlugin>
 
+Q_IMPORT_PLUGIN(Brindle_MarksPlugin)
 Q_IMPORT_PLUGIN(Brindle_ModelsPlugin)
+Q_IMPORT_PLUGIN(Brindle_PartsPlugin)
 Q_IMPORT_PLUGIN(Brindle_ThemePlugin)
 Q_IMPORT_PLUGIN(Brindle_WindowsPlugin)
 
