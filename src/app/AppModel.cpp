@@ -86,6 +86,7 @@ void AppModel::connectParts() {
     });
     connect(&dayDetails_, &DayDetails::failed, this, [this](const std::exception& error) {
         Q_EMIT noted(QString::fromStdString(failureSentence(error, options_.dataDirectory)));
+        Q_EMIT detailsFailed();
     });
 }
 

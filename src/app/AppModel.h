@@ -93,6 +93,7 @@ public:
 
     /// The lists of the selected period. Another list has another revision.
     [[nodiscard]] const Details& details() const { return *details_; }
+    [[nodiscard]] std::shared_ptr<const Details> sharedDetails() const { return details_; }
     [[nodiscard]] int dayChangesRevision() const { return dayChangesRevision_; }
 
     [[nodiscard]] const std::optional<CheckActivity>& checking() const { return session_.activity(); }
@@ -136,6 +137,8 @@ Q_SIGNALS:
     void ownTodayChanged();
     void recordsChanged();
     void detailsChanged();
+    /// What was selected could not be read: the lists are still those before it.
+    void detailsFailed();
     void checkingChanged();
     void lastRunChanged();
     void loginItemStatusChanged();

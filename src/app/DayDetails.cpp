@@ -14,6 +14,7 @@ constexpr std::size_t contributorsShown = 50;
 Details detailsFrom(HistorySource& source, const DetailsRequest& request) {
     const auto& [first, last, contributorsFirst, scope, withEstimates] = request;
     Details details{
+        .request = request,
         .changes = first == last ? source.dayChanges(first, scope).get()
                                  : source.periodChanges(first, last, scope).get(),
         .contributors = source.periodContributors(contributorsFirst, last, scope, contributorsShown).get(),

@@ -23,6 +23,7 @@ struct DetailsRequest {
 
 /// The lists themselves, of one request.
 struct Details {
+    DetailsRequest request;
     std::vector<FileChange> changes;
     std::vector<FolderSummary> contributors;  // in the order of largestFirst()
     std::vector<FileChange> estimates;

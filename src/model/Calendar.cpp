@@ -195,6 +195,9 @@ std::string Calendar::dateLabel(const LocalDay& day) const {
 std::string Calendar::monthLabel(const LocalDay& day) const {
     return parts_->label(time(day), "yMMMM");
 }
+std::string Calendar::clockLabel(UnixTime at) const {
+    return parts_->label(at, "jm");
+}
 std::string Calendar::timeLabel(UnixTime at) const {
     return parts_->label(at, "yMMMdjm");
 }

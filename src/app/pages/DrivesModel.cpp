@@ -139,11 +139,8 @@ void DrivesModel::showUnreadable() {
     if (figures != nullptr && !openLocation_.empty()) {
         const auto found = figures->unreadable.find(LocationID{openLocation_});
         if (found != figures->unreadable.end()) {
-            // One path may have failed in more than one way.
             for (const UnreadableFolder& folder : found->second) {
                 if (rows.size() == unreadableShown) break;
-                if (std::ranges::find(rows, folder.relativePath, &UnreadableRow::relativePath) != rows.end())
-                    continue;
                 rows.push_back({.relativePath = folder.relativePath,
                                 .path = shownName(folder.relativePath),
                                 .reason = folder.isPermission ? translated("Access was refused")
