@@ -29,10 +29,12 @@ QString gapSentence(const PeriodOf& period, const Calendar& calendar, bool isChe
     const RangeFigures range = rangeFigures(history, scope, first, last, calendar);
     if (isKnown(range, withEstimates)) return {};
     if (!history.hasAnyCheck())
-        return isChecking ? translated("The first check is running. It sets the starting point; what changes "
-                                       "after it is listed here.")
-                          : translated("Nothing has been checked yet. What changes between checks is listed "
-                                       "here.");
+        return isChecking ? translated(
+                                "The first check is running. It sets the starting point; what changes "
+                                "after it is listed here.")
+                          : translated(
+                                "Nothing has been checked yet. What changes between checks is listed "
+                                "here.");
     if (!period.isDay()) return translated("No check covers these days.");
     const DayFigures day = dayFigures(history, scope, first, calendar);
     return QString::fromStdString(sentence(day.gap.value_or(DayGap::noCheck), history));

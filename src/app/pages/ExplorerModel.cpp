@@ -221,8 +221,8 @@ void ExplorerModel::change(const std::function<void(ExplorerState&)>& how) {
 void ExplorerModel::rememberPlace() {
     const auto& rows = rows_->rows();
     if (rows.empty() || !isAnswered()) return;
-    const auto current = static_cast<std::size_t>(
-        std::clamp<std::ptrdiff_t>(currentRow_, 0, std::ssize(rows) - 1));
+    const auto current =
+        static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(currentRow_, 0, std::ssize(rows) - 1));
     places_.keep(answer_->state, {.page = answer_->recorded.page,
                                   .estimatesPage = answer_->estimated.page,
                                   .row = rows[current].key,
@@ -276,8 +276,7 @@ void ExplorerModel::take(const std::shared_ptr<const ExplorerAnswer>& answer) {
 }
 
 void ExplorerModel::updateCrumbs() {
-    crumbs_->replaceRows(
-        crumbsTo(state().folder, model_.selection()->scope(), model_.history().locations));
+    crumbs_->replaceRows(crumbsTo(state().folder, model_.selection()->scope(), model_.history().locations));
     Q_EMIT stateChanged();
 }
 

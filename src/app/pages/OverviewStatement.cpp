@@ -68,8 +68,9 @@ QStringList troublesOf(const HistorySnapshot& snapshot, const LocationScope& sco
             troubles += pageText(translated("“{}” is disconnected. Its record goes on when it is back."),
                                  fileNameText(location.name));
         else if (location.status == LocationStatus::needsAccess)
-            troubles += pageText(translated("“{}” can't be read. Its record goes on when Brindle has access."),
-                                 fileNameText(location.name));
+            troubles +=
+                pageText(translated("“{}” can't be read. Its record goes on when Brindle has access."),
+                         fileNameText(location.name));
     }
     return troubles;
 }
@@ -85,7 +86,8 @@ OverviewStatement overviewStatement(const HistorySnapshot& snapshot, const Locat
     statement.state = OverviewStatement::NoCheck;
     const DayState today = dayState(snapshot, snapshot.today, scope);
     if (const auto* recorded = std::get_if<DayRecorded>(&today)) tellRecorded(statement, recorded->totals);
-    if (const auto* estimated = std::get_if<DayEstimated>(&today)) tellEstimated(statement, estimated->totals);
+    if (const auto* estimated = std::get_if<DayEstimated>(&today))
+        tellEstimated(statement, estimated->totals);
     statement.partial = QString::fromStdString(
         fmt::format("{}", fmt::join(partialSentences(snapshot, scope, snapshot.today), " ")));
     statement.lastCheck = lastCheckText(snapshot, scope, calendar);

@@ -23,7 +23,7 @@ public:
     Q_ENUM(State)
 
     State state = NothingYet;
-    QString day;  // "Saturday, March 7, 2026"
+    QString day;           // "Saturday, March 7, 2026"
     int netDirection = 0;  // of today's net change: -1, 0 or 1
     QString net;
     QString netExact;  // to the byte, like the others
@@ -31,10 +31,10 @@ public:
     QString addedExact;
     QString freed;
     QString freedExact;
-    QString files;         // "1,240 files changed"
-    QString partial;       // why the day is partial; empty when it is not
-    QString lastCheck;     // what the last check saw; empty before one
-    QString weekAdded;     // of the recorded days; empty when there is none
+    QString files;      // "1,240 files changed"
+    QString partial;    // why the day is partial; empty when it is not
+    QString lastCheck;  // what the last check saw; empty before one
+    QString weekAdded;  // of the recorded days; empty when there is none
     QString weekAddedExact;
     QString weekFreed;
     QString weekFreedExact;
