@@ -19,6 +19,8 @@ inline constexpr const char* noProgramToOpen =
     isMac ? "macOS can't find Brindle to open at login. Move it to the Applications folder and try again."
           : "Brindle's program file can't be found to open at login. Install Brindle and try again.";
 
+inline constexpr const char* showInFiles = isMac ? "Show in Finder" : "Show in Files";
+
 inline constexpr const char* purgeable =
     isMac ? "{} of the used space is purgeable: macOS frees it when space is needed, from Time Machine "
             "snapshots, "

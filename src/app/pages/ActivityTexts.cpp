@@ -1,9 +1,11 @@
 #include "app/pages/ActivityTexts.h"
 
 #include "analysis/PartialDay.h"
+#include "app/pages/PageText.h"
 #include "model/NumberText.h"
 #include "model/Translation.h"
 
+#include <fmt/format.h>
 #include <fmt/ranges.h>
 
 namespace brindle {
@@ -18,10 +20,10 @@ bool isKnown(const RangeFigures& range, bool withEstimates) {
 QString periodTitle(const PeriodOf& period, const Calendar& calendar) {
     const std::string last = calendar.longLabel(period.last);
     if (period.isDay()) return QString::fromStdString(last);
-    return shown(translated("{0} to {1}"),
-                 period.first.year == period.last.year ? calendar.mediumLabel(period.first)
-                                                       : calendar.longLabel(period.first),
-                 last);
+    return pageText(translated("{0} to {1}"),
+                    period.first.year == period.last.year ? calendar.mediumLabel(period.first)
+                                                          : calendar.longLabel(period.first),
+                    last);
 }
 
 QString gapSentence(const PeriodOf& period, const Calendar& calendar, bool isChecking) {
@@ -29,10 +31,12 @@ QString gapSentence(const PeriodOf& period, const Calendar& calendar, bool isChe
     const RangeFigures range = rangeFigures(history, scope, first, last, calendar);
     if (isKnown(range, withEstimates)) return {};
     if (!history.hasAnyCheck())
-        return isChecking ? translated("The first check is running. It sets the starting point; what changes "
-                                       "after it is listed here.")
-                          : translated("Nothing has been checked yet. What changes between checks is listed "
-                                       "here.");
+        return isChecking ? translated(
+                                "The first check is running. It sets the starting point; what changes "
+                                "after it is listed here.")
+                          : translated(
+                                "Nothing has been checked yet. What changes between checks is listed "
+                                "here.");
     if (!period.isDay()) return translated("No check covers these days.");
     const DayFigures day = dayFigures(history, scope, first, calendar);
     return QString::fromStdString(sentence(day.gap.value_or(DayGap::noCheck), history));
@@ -50,7 +54,7 @@ QString coverageSentence(const PeriodOf& period, const Calendar& calendar) {
     if (period.isDay())
         return QString::fromStdString(
             fmt::format("{}", fmt::join(partialSentences(history, scope, first), " ")));
-    return shown("{}.", coverageText(range.days));
+    return pageText("{}.", coverageText(range.days));
 }
 
 QString totalsText(const ChangeTotals& totals) {

@@ -10,8 +10,8 @@ namespace brindle {
 namespace {
 
 /// Appends the page's rows of one kind.
-ExplorerSection addPage(std::vector<ExplorerRow>& rows, const ExplorerCache::Output& output, ExplorerMode mode,
-                        int page, ChangeSource source, ExplorerRowMaker& maker) {
+ExplorerSection addPage(std::vector<ExplorerRow>& rows, const ExplorerCache::Output& output,
+                        ExplorerMode mode, int page, ChangeSource source, ExplorerRowMaker& maker) {
     const auto& folders = output.level.folders;
     const ChosenChanges& files = mode == ExplorerMode::folders ? output.level.files : output.files;
     ExplorerSection section{.passing = output.filteredTotals,

@@ -34,8 +34,7 @@ public:
 
     [[nodiscard]] std::optional<ExplorerPlace> of(ExplorerState state) const {
         state.page = 0;
-        const auto kept =
-            std::ranges::find_if(places_, [&](const auto& one) { return one.first == state; });
+        const auto kept = std::ranges::find_if(places_, [&](const auto& one) { return one.first == state; });
         return kept == places_.end() ? std::nullopt : std::optional(kept->second);
     }
 

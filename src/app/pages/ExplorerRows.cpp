@@ -1,12 +1,13 @@
 #include "app/pages/ExplorerRows.h"
 
-#include "model/FileNameText.h"
+#include "app/pages/PageText.h"
 #include "model/NumberText.h"
 #include "model/Translation.h"
 
 #include <algorithm>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
+#include <iterator>
 
 namespace brindle {
 namespace {
@@ -21,7 +22,8 @@ std::string keyOf(const FolderRef& folder, ChangeSource source) {
 }
 
 QString filesText(std::int64_t count) {
-    return text(fmt::format(fmt::runtime(translatedCount("{} file", "{} files", count)), groupedNumber(count)));
+    return text(
+        fmt::format(fmt::runtime(translatedCount("{} file", "{} files", count)), groupedNumber(count)));
 }
 
 QString actionText(ChangeAction action) {
@@ -36,10 +38,6 @@ QString actionText(ChangeAction action) {
             break;
     }
     return translated("Removed");
-}
-
-double share(std::int64_t part, std::int64_t whole) {
-    return whole > 0 ? static_cast<double>(part) / static_cast<double>(whole) : 0;
 }
 
 void setAmounts(ExplorerRow& row, std::int64_t added, std::int64_t freed) {
@@ -80,32 +78,33 @@ ExplorerRow ExplorerRowMaker::row(const FolderSummary& summary, std::int64_t lar
     ExplorerRow row{.key = keyOf(ref, source), .folder = ref};
     row.isFolder = true;
     row.isEstimated = source == ChangeSource::estimated;
-    row.name =
-        text(ref.components.empty() ? location : fileNameText(ref.components.begin()[ref.components.size() - 1]));
+    row.name = text(ref.components.empty() ? location : fileNameText(*std::prev(ref.components.end())));
     row.description = filesText(totals.count);
-    row.path = text(fmt::format("{}/{}", location, fileNameText(fmt::format("{}", fmt::join(ref.components, "/")))));
+    row.path =
+        text(fmt::format("{}/{}", location, fileNameText(fmt::format("{}", fmt::join(ref.components, "/")))));
     setAmounts(row, totals.added, totals.freed);
-    row.addedShare = share(totals.added, largestVolume);
-    row.freedShare = share(totals.freed, largestVolume);
+    row.addedShare = shareOf(totals.added, largestVolume);
+    row.freedShare = shareOf(totals.freed, largestVolume);
     return row;
 }
 
 ExplorerRow ExplorerRowMaker::row(const FileChange& change) {
     const std::string name = fileNameText(displayName(change));
-    ExplorerRow row{.key = fmt::format("{}{}", change.source == ChangeSource::estimated ? "e" : "m", change.id),
-                    .folder = {change.locationID, change.folder}};
+    ExplorerRow row{
+        .key = fmt::format("{}{}", change.source == ChangeSource::estimated ? "e" : "m", change.id),
+        .folder = {change.locationID, change.folder}};
     row.isEstimated = change.source == ChangeSource::estimated;
     row.name = text(name);
     const QString time = timeText(change);
     const QString place = placeText(change);
-    row.description =
-        time.isEmpty() || place.isEmpty() ? time + place : time + QStringLiteral(" · ") + place;
+    row.description = time.isEmpty() || place.isEmpty() ? time + place : time + QStringLiteral(" · ") + place;
     std::vector<std::string> path{shownLocationName(locations_, change.locationID)};
     for (const std::string& component : change.folder) path.push_back(fileNameText(component));
     path.push_back(name);
     row.path = text(fmt::format("{}", fmt::join(path, "/")));
     row.action = actionText(change.action);
-    setAmounts(row, std::max<std::int64_t>(change.byteDelta, 0), std::max<std::int64_t>(-change.byteDelta, 0));
+    setAmounts(row, std::max<std::int64_t>(change.byteDelta, 0),
+               std::max<std::int64_t>(-change.byteDelta, 0));
     return row;
 }
 
@@ -115,10 +114,9 @@ QString ExplorerRowMaker::timeText(const FileChange& change) {
     const auto found = times_.find(change.observedAt);
     if (found != times_.end()) return found->second;
     const std::string clock = calendar_.clockLabel(change.observedAt);
-    return times_[change.observedAt] =
-               text(hasDays_ ? fmt::format(fmt::runtime(translated("{0}, {1}")),
-                                           calendar_.shortLabel(change.day), clock)
-                             : clock);
+    return times_[change.observedAt] = text(hasDays_ ? fmt::format(fmt::runtime(translated("{0}, {1}")),
+                                                                   calendar_.shortLabel(change.day), clock)
+                                                     : clock);
 }
 
 QString ExplorerRowMaker::placeText(const FileChange& change) const {

@@ -44,8 +44,8 @@ using ExplorerList = ListModel<ExplorerRow, std::string>;
 /// Makes the rows of one explorer.
 class ExplorerRowMaker {
 public:
-    /// `folder`: the one that the rows are listed in; absent at the top. `hasDays`: whether the changes are of
-    /// several days, so that a file tells its own.
+    /// `folder`: the one that the rows are listed in; absent at the top. `hasDays`: whether the changes are
+    /// of several days, so that a file tells its own.
     ExplorerRowMaker(const std::vector<TrackedLocation>& locations, const std::optional<FolderRef>& folder,
                      const Calendar& calendar, bool hasDays)
         : locations_(locations), folder_(folder), calendar_(calendar), hasDays_(hasDays) {}
