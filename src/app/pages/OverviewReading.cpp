@@ -35,7 +35,8 @@ OverviewReading readOverview(HistorySource& source, const HistorySnapshot& snaps
     const LocalDay& today = snapshot.today;
     OverviewReading reading{
         .sentence = {},
-        .contributors = source.periodContributors(weekFirst, today, scope, contributors).get()};
+        .contributors = source.periodContributors(weekFirst, today, scope, contributors).get(),
+        .isComplete = true};
     if (const auto kind = kindOf(dayState(snapshot, today, scope))) {
         FolderSums sums(std::numeric_limits<std::size_t>::max());
         source.streamChanges(today, today, scope, *kind,

@@ -3,7 +3,6 @@
 #include "model/Calendar.h"
 #include "model/HistorySnapshot.h"
 
-#include <QObject>
 #include <QString>
 #include <QStringList>
 
@@ -11,19 +10,15 @@ namespace brindle {
 
 /// What the Overview says of today and the week, ready to be shown.
 struct OverviewStatement {
-    Q_GADGET
-
-public:
-    enum State {
-        NothingYet,  // no location of the scope was ever checked
-        Recorded,
-        Estimated,
-        NoCheck,
+    enum class State {
+        nothingYet,  // no location of the scope was ever checked
+        recorded,
+        estimated,
+        noCheck,
     };
-    Q_ENUM(State)
 
-    State state = NothingYet;
-    QString day;  // "Saturday, March 7, 2026"
+    State state = State::nothingYet;
+    QString day;           // "Saturday, March 7, 2026"
     int netDirection = 0;  // of today's net change: -1, 0 or 1
     QString net;
     QString netExact;  // to the byte, like the others
@@ -31,10 +26,10 @@ public:
     QString addedExact;
     QString freed;
     QString freedExact;
-    QString files;         // "1,240 files changed"
-    QString partial;       // why the day is partial; empty when it is not
-    QString lastCheck;     // what the last check saw; empty before one
-    QString weekAdded;     // of the recorded days; empty when there is none
+    QString files;      // "1,240 files changed"
+    QString partial;    // why the day is partial; empty when it is not
+    QString lastCheck;  // what the last check saw; empty before one
+    QString weekAdded;  // of the recorded days; empty when there is none
     QString weekAddedExact;
     QString weekFreed;
     QString weekFreedExact;
