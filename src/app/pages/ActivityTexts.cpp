@@ -39,7 +39,9 @@ QString gapSentence(const PeriodOf& period, const Calendar& calendar, bool isChe
                                 "here.");
     if (!period.isDay()) return translated("No check covers these days.");
     const DayFigures day = dayFigures(history, scope, first, calendar);
-    return QString::fromStdString(sentence(day.gap.value_or(DayGap::noCheck), history));
+    // A day whose estimates nobody wants has no gap of its own.
+    const DayGap unwanted = isTracked(history, scope, first) ? DayGap::noCheck : DayGap::notTracked;
+    return QString::fromStdString(sentence(day.gap.value_or(unwanted), history));
 }
 
 QString coverageSentence(const PeriodOf& period, const Calendar& calendar) {
