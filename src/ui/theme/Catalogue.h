@@ -1,7 +1,5 @@
 #pragma once
 
-#include "model/Translation.h"
-
 #include <QObject>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
@@ -17,9 +15,10 @@ class Catalogue : public QObject {
 public:
     using QObject::QObject;
 
-    [[nodiscard]] Q_INVOKABLE QString translated(const QString& text) const {
-        return QString::fromUtf8(brindle::translated(text.toUtf8().constData()));
-    }
+    [[nodiscard]] Q_INVOKABLE QString translated(const QString& text) const;
+    /// The form that fits `count`, with the count in it where the text has "{}".
+    [[nodiscard]] Q_INVOKABLE QString translatedCount(const QString& one, const QString& many,
+                                                      qint64 count) const;
 };
 
 }  // namespace brindle
