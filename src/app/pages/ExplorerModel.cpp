@@ -182,6 +182,11 @@ void ExplorerModel::setScroll(double scroll) {
     if (std::exchange(scroll_, scroll) != scroll) Q_EMIT scrollChanged();
 }
 
+bool ExplorerModel::takeSearchFocus() {
+    const int asked = model_.selection()->searchFocusRequest();
+    return std::exchange(searchFocusTaken_, asked) != asked;
+}
+
 void ExplorerModel::open(int row) {
     if (row < 0 || std::cmp_greater_equal(row, rows_->rows().size())) return;
     const ExplorerRow& opened = rows_->rows()[static_cast<std::size_t>(row)];

@@ -51,7 +51,7 @@ class ExplorerModel : public QObject {
     Q_PROPERTY(QString emptyActionText READ emptyActionText NOTIFY answerChanged)
     Q_PROPERTY(int currentRow READ currentRow WRITE setCurrentRow NOTIFY currentRowChanged)
     Q_PROPERTY(double scroll READ scroll WRITE setScroll NOTIFY scrollChanged)
-    Q_PROPERTY(int searchFocusRequest READ searchFocusRequest NOTIFY searchFocusRequested)
+    Q_PROPERTY(int firstEstimatedRow READ firstEstimatedRow NOTIFY answerChanged)
 
 public:
     explicit ExplorerModel(AppModel& model, QObject* parent = nullptr);
@@ -110,7 +110,11 @@ public:
     [[nodiscard]] double scroll() const { return scroll_; }
     void setScroll(double scroll);
 
-    [[nodiscard]] int searchFocusRequest() const { return model_.selection()->searchFocusRequest(); }
+    /// The number of rows where there is none.
+    [[nodiscard]] int firstEstimatedRow() const { return static_cast<int>(answer_->recorded.rowsShown); }
+
+    /// Whether the search field is to take the keyboard; once for each time that the user asks for it.
+    Q_INVOKABLE bool takeSearchFocus();
 
     /// Goes into the row's folder; nothing for a file.
     Q_INVOKABLE void open(int row);
@@ -150,6 +154,7 @@ private:
     ExplorerPlaces places_;
     int currentRow_ = 0;
     double scroll_ = 0;
+    int searchFocusTaken_ = 0;
     QTimer patience_;
     bool isLoading_ = false;
     bool hasFailed_ = false;

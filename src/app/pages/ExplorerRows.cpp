@@ -4,6 +4,7 @@
 #include "model/NumberText.h"
 #include "model/Translation.h"
 
+#include <QStringList>
 #include <algorithm>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -51,6 +52,14 @@ void setAmounts(ExplorerRow& row, std::int64_t added, std::int64_t freed) {
     }
 }
 
+QString spokenOf(const ExplorerRow& row) {
+    QStringList parts{row.name, row.isFolder ? QString(translated("folder")) : row.action, row.description,
+                      row.added, row.freed};
+    if (row.isEstimated) parts.push_back(translated("estimated"));
+    parts.removeAll(QString());
+    return parts.join(QStringLiteral(", "));
+}
+
 }  // namespace
 
 std::unique_ptr<ExplorerList> makeExplorerList() {
@@ -68,7 +77,8 @@ std::unique_ptr<ExplorerList> makeExplorerList() {
             {"freed", [](const ExplorerRow& row) { return row.freed; }},
             {"freedExact", [](const ExplorerRow& row) { return row.freedExact; }},
             {"addedShare", [](const ExplorerRow& row) { return row.addedShare; }},
-            {"freedShare", [](const ExplorerRow& row) { return row.freedShare; }}});
+            {"freedShare", [](const ExplorerRow& row) { return row.freedShare; }},
+            {"spoken", [](const ExplorerRow& row) { return row.spoken; }}});
 }
 
 ExplorerRow ExplorerRowMaker::row(const FolderSummary& summary, std::int64_t largestVolume,
@@ -85,6 +95,7 @@ ExplorerRow ExplorerRowMaker::row(const FolderSummary& summary, std::int64_t lar
     setAmounts(row, totals.added, totals.freed);
     row.addedShare = shareOf(totals.added, largestVolume);
     row.freedShare = shareOf(totals.freed, largestVolume);
+    row.spoken = spokenOf(row);
     return row;
 }
 
@@ -105,6 +116,7 @@ ExplorerRow ExplorerRowMaker::row(const FileChange& change) {
     row.action = actionText(change.action);
     setAmounts(row, std::max<std::int64_t>(change.byteDelta, 0),
                std::max<std::int64_t>(-change.byteDelta, 0));
+    row.spoken = spokenOf(row);
     return row;
 }
 
