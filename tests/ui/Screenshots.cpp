@@ -117,7 +117,8 @@ Scene firstWeekScene() {
         history.include("Photos with a name that is much longer than names usually are");
         Files files{{"Letters/a", 1'000'000}, {"Letters/b", 25'000'000}};
         const auto check = [&](ScanReport report = {}) {
-            for (const char* id : {"Documents", "Photos with a name that is much longer than names usually are"})
+            for (const char* id :
+                 {"Documents", "Photos with a name that is much longer than names usually are"})
                 history.check(id, files, report);
             history.now += 86'400;
         };
@@ -193,8 +194,8 @@ void render(const Scene& scene, const fs::path& folder) {
                     stage.model().settings()->setAppearance(appearance);
                     stage.model().settings()->setTextSize(text);
                     stage.settle();
-                    const std::string name = fmt::format("{}-{}-{}-{}-{}.png", scene.name, view.name, size.width(),
-                                                         rawText(appearance), rawText(text));
+                    const std::string name = fmt::format("{}-{}-{}-{}-{}.png", scene.name, view.name,
+                                                         size.width(), rawText(appearance), rawText(text));
                     if (!stage.picture().save(QString::fromStdString((folder / name).string())))
                         throw std::runtime_error("can't write " + (folder / name).string());
                 }

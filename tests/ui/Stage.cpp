@@ -51,14 +51,12 @@ Stage::Stage(StageSettings settings) : reveal_(QDBusConnection("no bus"), "true"
             [this](std::function<bool()> isBusy) {
                 return std::make_unique<UpdateController>(
                     false, SettingValues(),
-                    UpdateServices{
-                        .runningVersion = *ProgramVersion::from("1.0"),
-                        .settings = SettingValues(),
-                        .settingsFile = SettingsFile((folder_.path() / "updates.json").string())},
+                    UpdateServices{.runningVersion = *ProgramVersion::from("1.0"),
+                                   .settings = SettingValues(),
+                                   .settingsFile = SettingsFile((folder_.path() / "updates.json").string())},
                     std::move(isBusy));
             },
-        .example =
-            [settings] { return std::make_shared<ExampleHistory>(settings.calendar, settings.now); }});
+        .example = [settings] { return std::make_shared<ExampleHistory>(settings.calendar, settings.now); }});
     mainWindow_ = std::make_unique<MainWindow>(*model_, reveal_);
     model_->start();
     mainWindow_->show();

@@ -2,6 +2,7 @@
 
 #include "analysis/EstimateSummary.h"
 #include "analysis/RangeFigures.h"
+#include "app/pages/DayTexts.h"
 #include "app/pages/PageText.h"
 #include "checks/Failures.h"
 #include "model/NumberText.h"
@@ -17,29 +18,12 @@ namespace {
 constexpr int daysOfWeek = 7;
 constexpr std::size_t contributorsShown = 5;
 
-const char* stateName(const DayFigures& figures) {
-    if (figures.estimated() != nullptr) return "estimated";
-    if (figures.recorded() == nullptr) return "noCheck";
-    return figures.recorded()->partial ? "partial" : "recorded";
-}
-
 /// The larger of what came and what went on the day.
 std::int64_t largestAmount(const DayFigures& figures) {
     if (const auto* estimated = figures.estimated()) return estimated->totals.bytes;
     if (const auto* recorded = figures.recorded())
         return std::max(recorded->totals.added, recorded->totals.freed);
     return 0;
-}
-
-QString accessibleText(const DayFigures& figures, const HistorySnapshot& snapshot, const Calendar& calendar) {
-    const std::string label = calendar.mediumLabel(figures.day);
-    if (const auto* estimated = figures.estimated())
-        return pageText(translated("{0}: Estimated, {1} added"), label, byteAmount(estimated->totals.bytes));
-    const auto* recorded = figures.recorded();
-    if (recorded == nullptr) return pageText(translated("{0}: {1}"), label, sentence(*figures.gap, snapshot));
-    return pageText(recorded->partial ? translated("{0}: {1} added, {2} freed, partial")
-                                      : translated("{0}: {1} added, {2} freed"),
-                    label, byteAmount(recorded->totals.added), byteAmount(recorded->totals.freed));
 }
 
 std::vector<WeekDayRow> weekRows(const HistorySnapshot& snapshot, const LocationScope& scope,
@@ -56,8 +40,8 @@ std::vector<WeekDayRow> weekRows(const HistorySnapshot& snapshot, const Location
         const auto place = static_cast<std::size_t>(calendar.placeInWeek(figures.day));
         WeekDayRow row{.day = figures.day,
                        .label = QString::fromStdString(names.at(place)),
-                       .state = stateName(figures),
-                       .accessibleText = accessibleText(figures, snapshot, calendar)};
+                       .state = drawnState(figures),
+                       .accessibleText = dayReading(calendar.mediumLabel(figures.day), figures)};
         if (const auto* estimated = figures.estimated())
             row.addedShare = shareOf(estimated->totals.bytes, largest);
         if (const auto* recorded = figures.recorded()) {
@@ -93,6 +77,7 @@ std::vector<DriveUseRow> driveUseRows(const HistorySnapshot& snapshot, const Loc
 OverviewModel::OverviewModel(AppModel& model, QObject* parent)
     : QObject(parent),
       model_(model),
+      scopes_(model),
       week_([](const WeekDayRow& row) { return row.day; },
             {{"label", [](const WeekDayRow& row) { return row.label; }},
              {"state", [](const WeekDayRow& row) { return row.state; }},

@@ -6,6 +6,7 @@
 #include "app/PageLists.h"
 #include "app/pages/OverviewReading.h"
 #include "app/pages/OverviewStatement.h"
+#include "app/pages/ScopeModel.h"
 
 #include <QAbstractListModel>
 #include <QObject>
@@ -44,6 +45,7 @@ struct DriveUseRow {
 /// Thread: main.
 class OverviewModel : public QObject {
     Q_OBJECT
+    Q_PROPERTY(brindle::ScopeModel* scopes READ scopes CONSTANT)
     Q_PROPERTY(State state READ state NOTIFY changed)
     Q_PROPERTY(QString stateSentence READ stateSentence NOTIFY changed)
     Q_PROPERTY(QString day READ day NOTIFY changed)
@@ -82,6 +84,7 @@ public:
 
     explicit OverviewModel(AppModel& model, QObject* parent = nullptr);
 
+    [[nodiscard]] ScopeModel* scopes() { return &scopes_; }
     [[nodiscard]] State state() const;
     /// In the place of figures, where there are none; else empty.
     [[nodiscard]] QString stateSentence() const;
@@ -156,6 +159,7 @@ private:
                      std::optional<FolderRef> folder = {});
 
     AppModel& model_;
+    ScopeModel scopes_;
     OverviewStatement statement_;
     QString estimates_;
     QString sentence_;

@@ -48,8 +48,8 @@ FrameKeeper::FrameKeeper(QWindow& window, const std::string& stored,
     timer_.setSingleShot(true);
     timer_.setInterval(std::chrono::milliseconds(500));
     connect(&timer_, &QTimer::timeout, this, &FrameKeeper::storeNow);
-    for (const auto signal : {&QWindow::xChanged, &QWindow::yChanged, &QWindow::widthChanged,
-                              &QWindow::heightChanged})
+    for (const auto signal :
+         {&QWindow::xChanged, &QWindow::yChanged, &QWindow::widthChanged, &QWindow::heightChanged})
         connect(&window, signal, this, &FrameKeeper::changed);
     connect(&window, &QWindow::visibleChanged, this, [this] {
         if (timer_.isActive()) storeNow();

@@ -1,4 +1,5 @@
 #include "app/pages/FixedHistory.h"
+#include "app/pages/ListColumns.h"
 #include "app/pages/OverviewModel.h"
 #include "app/pages/ShownHistory.h"
 
@@ -17,21 +18,6 @@ constexpr LocalDay today{2026, 3, 7};
 constexpr LocalDay yesterday{2026, 3, 6};
 constexpr LocalDay weekFirst{2026, 3, 1};
 constexpr std::int64_t GB = 1'000'000'000;
-
-/// The texts of a list's rows in one role.
-std::vector<std::string> column(QAbstractListModel& list, const QByteArray& role) {
-    std::vector<std::string> texts;
-    for (int row = 0; row < list.rowCount(); ++row)
-        texts.push_back(list.data(list.index(row), list.roleNames().key(role)).toString().toStdString());
-    return texts;
-}
-
-std::vector<double> shares(QAbstractListModel& list, const QByteArray& role) {
-    std::vector<double> values;
-    for (int row = 0; row < list.rowCount(); ++row)
-        values.push_back(list.data(list.index(row), list.roleNames().key(role)).toDouble());
-    return values;
-}
 
 class OverviewModelTest : public testing::Test {
 protected:
@@ -128,20 +114,20 @@ TEST_F(OverviewModelTest, TheWeekShowsMeasuredAndEstimatedDaysAndGaps) {
     history_->known.partialDays[{"home"}].insert(yesterday);
     check("home", today, {}, 0);
     ASSERT_TRUE(show());
-    EXPECT_THAT(column(*overview_.week(), "label"),
+    EXPECT_THAT(texts(*overview_.week(), "label"),
                 ElementsAre("Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"));
-    EXPECT_THAT(column(*overview_.week(), "state"),
+    EXPECT_THAT(texts(*overview_.week(), "state"),
                 ElementsAre("noCheck", "estimated", "recorded", "noCheck", "noCheck", "partial", "recorded"));
-    EXPECT_THAT(shares(*overview_.week(), "addedShare"), ElementsAre(0, 0.5, 1, 0, 0, 0, 0));
-    EXPECT_THAT(shares(*overview_.week(), "freedShare"), ElementsAre(0, 0, 0.25, 0, 0, 0.75, 0));
-    EXPECT_THAT(column(*overview_.week(), "accessibleText"),
+    EXPECT_THAT(numbers(*overview_.week(), "addedShare"), ElementsAre(0, 0.5, 1, 0, 0, 0, 0));
+    EXPECT_THAT(numbers(*overview_.week(), "freedShare"), ElementsAre(0, 0, 0.25, 0, 0, 0.75, 0));
+    EXPECT_THAT(texts(*overview_.week(), "accessibleText"),
                 ElementsAre("Sunday, March 1: Nothing was tracked on this day.",
-                            "Monday, March 2: Estimated, 2.0 GB added",
-                            "Tuesday, March 3: 4.0 GB added, 1.0 GB freed",
+                            "Monday, March 2: about 2.0 GB came, estimated from file dates",
+                            "Tuesday, March 3: net change +3.0 GB, 4.0 GB added, 1.0 GB freed",
                             "Wednesday, March 4: No check covers this day.",
                             "Thursday, March 5: No check covers this day.",
-                            "Friday, March 6: 0 bytes added, 3.0 GB freed, partial",
-                            "Saturday, March 7: 0 bytes added, 0 bytes freed"));
+                            "Friday, March 6: net change \u22123.0 GB, 0 bytes added, 3.0 GB freed, partial",
+                            "Saturday, March 7: net change 0 bytes, 0 bytes added, 0 bytes freed"));
     EXPECT_EQ(overview_.weekAdded(), "+4.0 GB") << "what is estimated is no part of it";
     EXPECT_EQ(overview_.weekFreed(), "\u22124.0 GB");
     EXPECT_EQ(overview_.weekCoverage(),
@@ -161,15 +147,15 @@ TEST_F(OverviewModelTest, FoldersAndDrivesAreThoseOfTheScope) {
     check("other", today, {"Elsewhere"}, 3 * GB);
     ASSERT_TRUE(show());
     ASSERT_TRUE(isRead());
-    EXPECT_THAT(column(*overview_.contributors(), "place"), ElementsAre("Home/Big/Deep", "Other/Elsewhere"));
+    EXPECT_THAT(texts(*overview_.contributors(), "place"), ElementsAre("Home/Big/Deep", "Other/Elsewhere"));
     EXPECT_EQ(overview_.sentence(), "3.0 GB came, all of it in Other/Elsewhere.");
-    EXPECT_THAT(column(*overview_.drives(), "used"), ElementsAre("750.0 GB of 1.0 TB used"));
-    EXPECT_THAT(shares(*overview_.drives(), "share"), ElementsAre(0.75));
+    EXPECT_THAT(texts(*overview_.drives(), "used"), ElementsAre("750.0 GB of 1.0 TB used"));
+    EXPECT_THAT(numbers(*overview_.drives(), "share"), ElementsAre(0.75));
 
     selection().setScope({LocationID{"other"}});
     EXPECT_EQ(overview_.contributors()->rowCount(), 0) << "those of another scope";
     ASSERT_TRUE(isRead());
-    EXPECT_THAT(column(*overview_.contributors(), "place"), ElementsAre("Other/Elsewhere"));
+    EXPECT_THAT(texts(*overview_.contributors(), "place"), ElementsAre("Other/Elsewhere"));
     EXPECT_EQ(overview_.drives()->rowCount(), 0);
 
     history_->isBroken = true;
