@@ -1,6 +1,10 @@
 #pragma once
 
 #include "app/pages/AboutModel.h"
+#include "app/pages/ActivityModel.h"
+#include "app/pages/ExplorerModel.h"
+#include "app/pages/ExportModel.h"
+#include "app/pages/ScopeModel.h"
 #include "app/pages/WindowModel.h"
 
 #include <QtQml/qqml.h>
@@ -13,6 +17,34 @@ struct AboutModelType {
     Q_GADGET
     QML_FOREIGN(brindle::AboutModel)
     QML_NAMED_ELEMENT(AboutModel)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct ActivityModelType {
+    Q_GADGET
+    QML_FOREIGN(brindle::ActivityModel)
+    QML_NAMED_ELEMENT(ActivityModel)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct ExplorerModelType {
+    Q_GADGET
+    QML_FOREIGN(brindle::ExplorerModel)
+    QML_NAMED_ELEMENT(ExplorerModel)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct ExportModelType {
+    Q_GADGET
+    QML_FOREIGN(brindle::ExportModel)
+    QML_NAMED_ELEMENT(ExportModel)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct ScopeModelType {
+    Q_GADGET
+    QML_FOREIGN(brindle::ScopeModel)
+    QML_NAMED_ELEMENT(ScopeModel)
     QML_UNCREATABLE("made with the program")
 };
 
