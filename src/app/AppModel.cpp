@@ -86,6 +86,7 @@ void AppModel::connectParts() {
     });
     connect(&dayDetails_, &DayDetails::failed, this, [this](const std::exception& error) {
         Q_EMIT noted(QString::fromStdString(failureSentence(error, options_.dataDirectory)));
+        Q_EMIT detailsFailed();
     });
 }
 
@@ -159,8 +160,7 @@ void AppModel::take(const HistoryFigures& figures) {
 
 void AppModel::show(HistorySnapshot snapshot) {
     history_ = std::move(snapshot);
-    locations_->replaceRows(
-        locationRows(history_, isExampleShown() ? nullptr : &own_, sessionParts_.calendar()));
+    locations_->replaceRows(locationRows(history_, figures(), sessionParts_.calendar()));
     drives_->replaceRows(driveRows(history_));
     Q_EMIT historyChanged();
     reloadDetails();

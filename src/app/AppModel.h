@@ -82,6 +82,8 @@ public:
     [[nodiscard]] std::shared_ptr<HistorySource> source() const;
     [[nodiscard]] const OwnToday& ownToday() const { return ownToday_; }
     [[nodiscard]] const std::vector<LocationRecord>& records() const { return own_.records; }
+    /// What is known beyond the history that is shown; null while that is the example.
+    [[nodiscard]] const HistoryFigures* figures() const { return isExampleShown() ? nullptr : &own_; }
 
     /// Rows for views: the tracked locations and the drives of the history that is shown, and the folders
     /// that contributed most to the selected range.
@@ -91,6 +93,7 @@ public:
 
     /// The lists of the selected period. Another list has another revision.
     [[nodiscard]] const Details& details() const { return *details_; }
+    [[nodiscard]] std::shared_ptr<const Details> sharedDetails() const { return details_; }
     [[nodiscard]] int dayChangesRevision() const { return dayChangesRevision_; }
 
     [[nodiscard]] const std::optional<CheckActivity>& checking() const { return session_.activity(); }
@@ -134,6 +137,8 @@ Q_SIGNALS:
     void ownTodayChanged();
     void recordsChanged();
     void detailsChanged();
+    /// What was selected could not be read: the lists are still those before it.
+    void detailsFailed();
     void checkingChanged();
     void lastRunChanged();
     void loginItemStatusChanged();

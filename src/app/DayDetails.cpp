@@ -14,6 +14,7 @@ constexpr std::size_t contributorsShown = 50;
 Details detailsFrom(HistorySource& source, const DetailsRequest& request) {
     const auto& [first, last, contributorsFirst, scope, withEstimates] = request;
     Details details{
+        .request = request,
         .changes = first == last ? source.dayChanges(first, scope).get()
                                  : source.periodChanges(first, last, scope).get(),
         .contributors = source.periodContributors(contributorsFirst, last, scope, contributorsShown).get(),
@@ -29,34 +30,19 @@ Details detailsFrom(HistorySource& source, const DetailsRequest& request) {
 
 }  // namespace
 
+DayDetails::DayDetails(QObject* parent)
+    : QObject(parent),
+      latest_([this](const std::shared_ptr<const Details>& details) { Q_EMIT loaded(details); },
+              [this](const std::exception& error) { Q_EMIT failed(error); }) {}
+
 void DayDetails::load(std::shared_ptr<HistorySource> source, DetailsRequest request) {
-    isWanted_ = false;
-    next_ = Wanted{std::move(source), std::move(request)};
-    if (!isReading_) end();
+    latest_.ask([source = std::move(source), request = std::move(request)] {
+        return freedInBackground(detailsFrom(*source, request));
+    });
 }
 
 void DayDetails::forget() {
-    isWanted_ = false;
-    next_.reset();
-}
-
-void DayDetails::read(const Wanted& wanted) {
-    isReading_ = true;
-    isWanted_ = true;
-    background_.run([wanted] { return freedInBackground(detailsFrom(*wanted.source, wanted.request)); },
-                    [this](const std::shared_ptr<const Details>& details) {
-                        if (isWanted_) Q_EMIT loaded(details);
-                        end();
-                    },
-                    [this](const std::exception& error) {
-                        if (isWanted_) Q_EMIT failed(error);
-                        end();
-                    });
-}
-
-void DayDetails::end() {
-    isReading_ = false;
-    if (next_) read(*std::exchange(next_, std::nullopt));
+    latest_.forget();
 }
 
 }  // namespace brindle

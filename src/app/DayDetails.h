@@ -1,12 +1,11 @@
 #pragma once
 
-#include "app/Background.h"
+#include "app/LatestAnswer.h"
 #include "model/HistorySource.h"
 
 #include <QObject>
 #include <exception>
 #include <memory>
-#include <optional>
 #include <vector>
 
 namespace brindle {
@@ -24,6 +23,7 @@ struct DetailsRequest {
 
 /// The lists themselves, of one request.
 struct Details {
+    DetailsRequest request;
     std::vector<FileChange> changes;
     std::vector<FolderSummary> contributors;  // in the order of largestFirst()
     std::vector<FileChange> estimates;
@@ -37,7 +37,7 @@ class DayDetails : public QObject {
     Q_OBJECT
 
 public:
-    explicit DayDetails(QObject* parent = nullptr) : QObject(parent) {}
+    explicit DayDetails(QObject* parent = nullptr);
 
     void load(std::shared_ptr<HistorySource> source, DetailsRequest request);
 
@@ -50,18 +50,7 @@ Q_SIGNALS:
     void failed(const std::exception& error);
 
 private:
-    struct Wanted {
-        std::shared_ptr<HistorySource> source;
-        DetailsRequest request;
-    };
-
-    void read(const Wanted& wanted);
-    void end();
-
-    std::optional<Wanted> next_;  // what is read after what is being read now
-    bool isReading_ = false;
-    bool isWanted_ = false;  // what is being read now
-    Background background_;  // last, so that it ends first
+    LatestAnswer<std::shared_ptr<const Details>> latest_;  // last, so that it ends first
 };
 
 }  // namespace brindle

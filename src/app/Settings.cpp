@@ -61,4 +61,8 @@ void Settings::setStartupSetupCompleted(bool completed) {
     set(preferenceKeys::startupSetupCompleted, completed, &Settings::startupSetupCompletedChanged);
 }
 
+void Settings::setMainWindowFrame(const std::string& frame) {
+    set(preferenceKeys::mainWindowFrame, frame, &Settings::mainWindowFrameChanged);
+}
+
 }  // namespace brindle

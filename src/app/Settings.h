@@ -40,6 +40,7 @@ public:
     [[nodiscard]] bool opensQuietlyAtLogin() const { return values_.opensQuietlyAtLogin; }
     [[nodiscard]] bool showsEstimates() const { return values_.showsEstimates; }
     [[nodiscard]] bool startupSetupCompleted() const { return values_.startupSetupCompleted; }
+    [[nodiscard]] const std::string& mainWindowFrame() const { return values_.mainWindowFrame; }
 
     void setAppearance(AppearanceMode mode);
     void setTextSize(TextSize size);
@@ -51,6 +52,7 @@ public:
     void setOpensQuietlyAtLogin(bool opensQuietly);
     void setShowsEstimates(bool shows);
     void setStartupSetupCompleted(bool completed);
+    void setMainWindowFrame(const std::string& frame);
 
 Q_SIGNALS:
     void appearanceChanged();
@@ -62,6 +64,7 @@ Q_SIGNALS:
     void opensQuietlyAtLoginChanged();
     void showsEstimatesChanged();
     void startupSetupCompletedChanged();
+    void mainWindowFrameChanged();
     /// Something that the user should know: a setting could not be stored, or what was stored was damaged.
     void noted(const QString& sentence);
 

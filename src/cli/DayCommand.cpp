@@ -1,6 +1,7 @@
 #include "cli/DayCommand.h"
 
 #include "analysis/DaySentence.h"
+#include "analysis/PartialDay.h"
 #include "cli/CSVRows.h"
 #include "cli/ChangeTable.h"
 #include "cli/DayWord.h"
@@ -12,7 +13,6 @@
 #include "model/Translation.h"
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
 namespace brindle {
 namespace {
@@ -62,27 +62,6 @@ std::string stateText(const DayState& state, const Output& output) {
     return translated("no check");
 }
 
-/// What a partial day leaves out, in whole sentences; empty when it is whole.
-std::vector<std::string> gapSentences(const std::vector<LocationOnDay>& locations) {
-    std::vector<std::string> unchecked;
-    std::vector<std::string> unreadable;
-    for (const auto& [location, state] : locations) {
-        const auto* recorded = std::get_if<DayRecorded>(&state);
-        const std::string name = fmt::format("“{}”", fileNameText(location.name));
-        if (recorded == nullptr)
-            unchecked.push_back(name);
-        else if (recorded->partial)
-            unreadable.push_back(name);
-    }
-    std::vector<std::string> sentences;
-    const auto tell = [&sentences](const char* text, const std::vector<std::string>& names) {
-        if (!names.empty()) sentences.push_back(fmt::format(fmt::runtime(text), fmt::join(names, ", ")));
-    };
-    tell(translated("The record is partial: no check of {} on this day."), unchecked);
-    tell(translated("The record is partial: some folders of {} couldn't be read."), unreadable);
-    return sentences;
-}
-
 void printContributors(Output& output, const std::vector<FolderSummary>& folders,
                        const LocationNames& names) {
     if (folders.empty()) return;
@@ -92,13 +71,13 @@ void printContributors(Output& output, const std::vector<FolderSummary>& folders
 }
 
 void print(Output& output, const std::string& dayLabel, const DayState& state, const std::string& sentence,
-           const std::vector<LocationOnDay>& locations) {
+           const std::vector<LocationOnDay>& locations, const std::vector<std::string>& gaps) {
     output.line(fmt::format("{}: {}", output.emphasized(dayLabel), stateText(state, output)));
     if (!sentence.empty()) output.paragraph(sentence);
     if (std::holds_alternative<DayEstimated>(state))
         output.line(translated("An estimate from the dates of files: no check covers this day."));
     else
-        for (const std::string& gap : gapSentences(locations)) output.paragraph(gap);
+        for (const std::string& gap : gaps) output.paragraph(gap);
     output.line();
     for (const LocationOnDay& one : locations)
         output.line(fmt::format("  {}: {}", fileNameText(one.location.name), stateText(one.state, output)));
@@ -152,7 +131,7 @@ ExitCode runDay(const Context& context, const DayOptions& options) {
         json["contributors"] = contributors;
         context.output.json(json);
     } else if (isKnown) {
-        print(context.output, label, state, sentence, locations);
+        print(context.output, label, state, sentence, locations, partialSentences(snapshot, {}, day));
         printContributors(context.output, contributors, names);
     } else {
         context.output.sentence(fmt::format(

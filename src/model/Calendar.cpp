@@ -189,8 +189,14 @@ std::string Calendar::mediumLabel(const LocalDay& day) const {
 std::string Calendar::shortLabel(const LocalDay& day) const {
     return parts_->label(time(day), "MMMEEEd");
 }
+std::string Calendar::dateLabel(const LocalDay& day) const {
+    return parts_->label(time(day), "MMMd");
+}
 std::string Calendar::monthLabel(const LocalDay& day) const {
     return parts_->label(time(day), "yMMMM");
+}
+std::string Calendar::clockLabel(UnixTime at) const {
+    return parts_->label(at, "jm");
 }
 std::string Calendar::timeLabel(UnixTime at) const {
     return parts_->label(at, "yMMMdjm");

@@ -63,7 +63,9 @@ public:
     [[nodiscard]] std::string longLabel(const LocalDay& day) const;    // "Saturday, March 7, 2026"
     [[nodiscard]] std::string mediumLabel(const LocalDay& day) const;  // "Saturday, March 7"
     [[nodiscard]] std::string shortLabel(const LocalDay& day) const;   // "Sat, Mar 7"
+    [[nodiscard]] std::string dateLabel(const LocalDay& day) const;    // "Mar 7"
     [[nodiscard]] std::string monthLabel(const LocalDay& day) const;   // "March 2026"
+    [[nodiscard]] std::string clockLabel(UnixTime at) const;           // "2:05 PM"
     [[nodiscard]] std::string timeLabel(UnixTime at) const;            // "Mar 7, 2026, 2:05 PM"
 
     /// The instant in the form of ISO 8601, in whole seconds, with the zone's offset at that instant,

@@ -3,19 +3,24 @@
 #include "model/Packages.h"
 
 #include <algorithm>
-#include <unordered_map>
 
 namespace brindle {
 
-std::vector<FolderSummary> groupedByFolder(std::span<const FileChange> changes, std::size_t depth) {
-    std::unordered_map<FolderRef, ChangeTotals> totals;
-    for (const FileChange& change : changes) {
-        totals[{change.locationID, change.folder.first(creditedDepth(change.folder, depth))}].add(change);
-    }
+void FolderSums::add(const FileChange& change) {
+    sums_[{change.locationID, change.folder.first(creditedDepth(change.folder, depth_))}].add(change);
+}
+
+std::vector<FolderSummary> FolderSums::summaries() const {
     std::vector<FolderSummary> folders;
-    folders.reserve(totals.size());
-    for (const auto& [ref, sums] : totals) folders.push_back({ref, sums});
+    folders.reserve(sums_.size());
+    for (const auto& [ref, totals] : sums_) folders.push_back({ref, totals});
     return folders;
+}
+
+std::vector<FolderSummary> groupedByFolder(std::span<const FileChange> changes, std::size_t depth) {
+    FolderSums sums(depth);
+    for (const FileChange& change : changes) sums.add(change);
+    return sums.summaries();
 }
 
 std::vector<FolderSummary> largestFirst(std::vector<FolderSummary> folders, std::size_t limit) {

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <span>
+#include <unordered_map>
 #include <vector>
 
 namespace brindle {
@@ -25,7 +26,22 @@ struct EstimatedFolder {
     bool operator==(const EstimatedFolder&) const = default;
 };
 
-/// The changes by folder, cut at `depth` components and never below a package; in no particular order.
+/// Adds changes up by folder, one after the other.
+class FolderSums {
+public:
+    /// Folders are cut at `depth` components and never below a package.
+    explicit FolderSums(std::size_t depth) : depth_(depth) {}
+
+    void add(const FileChange& change);
+    /// In no particular order.
+    [[nodiscard]] std::vector<FolderSummary> summaries() const;
+
+private:
+    std::size_t depth_;
+    std::unordered_map<FolderRef, ChangeTotals> sums_;
+};
+
+/// The changes by folder, as FolderSums adds them up.
 [[nodiscard]] std::vector<FolderSummary> groupedByFolder(std::span<const FileChange> changes,
                                                          std::size_t depth);
 

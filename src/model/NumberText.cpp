@@ -2,6 +2,7 @@
 
 #include "model/UserLocale.h"
 
+#include <algorithm>
 #include <array>
 #include <stdexcept>
 #include <unicode/measunit.h>
@@ -70,6 +71,11 @@ const Formatters& formatters() {
     return made;
 }
 
+/// The text with the minus sign where the amount is negative.
+std::string withSign(std::int64_t bytes, const std::string& text) {
+    return bytes < 0 ? std::string(minusSign) + text : text;
+}
+
 std::string magnitude(double bytes) {
     if (bytes < 1000) return formatted(formatters().bytes, static_cast<std::int64_t>(bytes));
     constexpr double roundsUp = 999.95;
@@ -89,12 +95,29 @@ std::string groupedNumber(std::int64_t number) {
 }
 
 std::string byteAmount(std::int64_t bytes) {
-    const std::string text = magnitude(std::abs(static_cast<double>(bytes)));
-    return bytes < 0 ? std::string(minusSign) + text : text;
+    return withSign(bytes, magnitude(std::abs(static_cast<double>(bytes))));
 }
 
 std::string signedByteAmount(std::int64_t bytes) {
     return bytes > 0 ? "+" + byteAmount(bytes) : byteAmount(bytes);
+}
+
+std::string exactByteAmount(std::int64_t bytes) {
+    return withSign(bytes, formatted(formatters().bytes, std::abs(std::max(bytes, -INT64_MAX))));
+}
+
+std::string scaleAmount(std::int64_t bytes, std::int64_t step, std::int64_t largest) {
+    if (bytes == 0) return groupedNumber(0);
+    std::size_t thousands = 0;
+    std::int64_t unit = 1;
+    for (; thousands < 5 && std::abs(largest) / 1000 >= unit; ++thousands) unit *= 1000;
+    const std::int64_t magnitude = std::abs(bytes);
+    if (thousands == 0) return withSign(bytes, formatted(formatters().bytes, magnitude));
+    int digits = 0;
+    for (std::int64_t smallest = unit; smallest > 1 && step % smallest != 0; smallest /= 10) ++digits;
+    return withSign(bytes,
+                    formatted(formatters().units.at(thousands).precision(Precision::fixedFraction(digits)),
+                              static_cast<double>(magnitude) / static_cast<double>(unit)));
 }
 
 }  // namespace brindle

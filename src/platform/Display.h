@@ -2,7 +2,8 @@
 
 namespace brindle {
 
-/// Whether the environment names a display that a window could open on.
+/// Whether a window could open: the environment names a display, and it takes connections; one that another
+/// computer shows is taken to.
 [[nodiscard]] bool hasDisplay();
 
 }  // namespace brindle

@@ -32,6 +32,10 @@ std::optional<bool> valueOf(const SettingValues& settings, const PreferenceKey<b
                                                        : settings.boolean(key.name);
 }
 
+std::optional<std::string> valueOf(const SettingValues& settings, const PreferenceKey<std::string>& key) {
+    return settings.text(key.name);
+}
+
 }  // namespace
 
 std::string_view rawText(AppearanceMode mode) {
@@ -58,7 +62,7 @@ Preferences readPreferences(const SettingValues& settings) {
     };
     using namespace preferenceKeys;
     read(appearance, textSize, checkInterval, checksPaused, showsMenuBarItem, miniWindowKeepsOnTop,
-         opensQuietlyAtLogin, showsEstimates, startupSetupCompleted);
+         opensQuietlyAtLogin, showsEstimates, startupSetupCompleted, mainWindowFrame);
     return preferences;
 }
 

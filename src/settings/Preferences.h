@@ -35,6 +35,7 @@ struct Preferences {
     bool opensQuietlyAtLogin = false;
     bool showsEstimates = false;
     bool startupSetupCompleted = false;
+    std::string mainWindowFrame;  // "x y width height", as the window was left; empty before it was shown
 
     bool operator==(const Preferences&) const = default;
 };
@@ -59,6 +60,8 @@ inline constexpr PreferenceKey<bool> opensQuietlyAtLogin{"opensQuietlyAtLogin",
 inline constexpr PreferenceKey<bool> showsEstimates{"showsEstimates", &Preferences::showsEstimates};
 inline constexpr PreferenceKey<bool> startupSetupCompleted{"startupSetupCompleted",
                                                            &Preferences::startupSetupCompleted};
+inline constexpr PreferenceKey<std::string> mainWindowFrame{"BrindleMainWindow",
+                                                            &Preferences::mainWindowFrame};
 }  // namespace preferenceKeys
 
 /// Never fails: what is missing, of another type or unknown has its default. For `showsMenuBarItem` an

@@ -1,5 +1,7 @@
 #include "app/CoarseAlarm.h"
+#include "app/desktop/AppearanceWatch.h"
 #include "app/desktop/DesktopProgram.h"
+#include "app/desktop/Reveal.h"
 #include "app/desktop/StopSignals.h"
 #include "example/ExampleHistory.h"
 #include "model/Translation.h"
@@ -9,6 +11,7 @@
 #include "settings/LaunchArguments.h"
 #include "settings/ProgramInformation.h"
 #include "ui/DesktopApplication.h"
+#include "ui/windows/MainWindow.h"
 
 #include <QDBusConnection>
 #include <clocale>
@@ -102,15 +105,26 @@ int run(int argc, char** argv, const StopSignals& signals) {
                      &DesktopProgram::requestQuit);
     QObject::connect(&signals, &StopSignals::quitRequested, &program, &DesktopProgram::requestQuit);
     QObject::connect(&program, &DesktopProgram::ended, &application, &DesktopApplication::quit);
+
+    Reveal reveal(QDBusConnection::sessionBus());
+    MainWindow window(model, reveal);
+    const AppearanceWatch desktop(QDBusConnection::sessionBus());
+    QObject::connect(&desktop, &AppearanceWatch::appearanceChanged,
+                     [&] { window.appearance().setSystem(desktop.appearance()); });
+    QObject::connect(&program, &DesktopProgram::showWindowRequested, &window, &MainWindow::show);
+    QObject::connect(&window, &MainWindow::quitRequested, &program, &DesktopProgram::requestQuit);
+    QObject::connect(&program, &DesktopProgram::quitBegan, &window, &MainWindow::hide);
     QObject::connect(&model, &AppModel::noted,
                      [](const QString& sentence) { fmt::print(stderr, "{}\n", sentence.toStdString()); });
-    if (stored.note) fmt::print(stderr, "{}\n", *stored.note);
+    if (stored.note) Q_EMIT model.noted(QString::fromStdString(*stored.note));
 #ifdef BRINDLE_HANDLER_TIMES
     QObject::connect(&model, &AppModel::modeChanged, [&] {
         if (model.mode() != AppMode(PlainMode::starting)) application.handlerTimes().endStartUp();
     });
 #endif
     model.start();
+    // Without an item in the tray a quiet start would leave nothing to be seen.
+    window.show(QString::fromStdString(activationToken()));
     const int code = DesktopApplication::exec();
 #ifdef BRINDLE_HANDLER_TIMES
     if (const auto path = environmentValue("BRINDLE_HANDLER_TIMES")) application.handlerTimes().write(*path);

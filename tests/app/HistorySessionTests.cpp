@@ -10,6 +10,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <sqlite3.h>
 
 namespace brindle {
 namespace {
@@ -99,6 +100,36 @@ TEST_F(HistorySessionTest, AHistoryThatCannotBeOpenedIsTriedAgainWhenAsked) {
     EXPECT_EQ(open(session), "This history was saved by a newer version of Brindle.");
     EXPECT_FALSE(session.isOpening());
     rowsOf(file.string(), "PRAGMA user_version = 5");
+    EXPECT_EQ(open(session), "");
+    stop(session);
+}
+
+TEST_F(HistorySessionTest, WhatAnotherProgramHoldsIsOpenedOnceItLetsGo) {
+    const std::string file = parts_.dataDirectory + "/History.sqlite";
+    sqlite3* other = nullptr;
+    ASSERT_EQ(sqlite3_open(file.c_str(), &other), SQLITE_OK);
+    ASSERT_EQ(
+        sqlite3_exec(other, "PRAGMA locking_mode = EXCLUSIVE; BEGIN EXCLUSIVE", nullptr, nullptr, nullptr),
+        SQLITE_OK);
+    HistorySession session(parts_);
+    EXPECT_THAT(open(session).toStdString(), HasSubstr("Another program is writing"));
+    sqlite3_close(other);
+    EXPECT_EQ(open(session), "");
+    stop(session);
+}
+
+TEST_F(HistorySessionTest, OnADiskThatIsFullFromTheStartItSaysSoAndOpensOnceThereIsRoom) {
+    SKIP_UNLESS_MOUNTS_WORK();
+    const std::filesystem::path disk = folder_.path() / "disk";
+    std::filesystem::create_directory(disk);
+    const TestMount mount = TestMount::memory(disk, "size=1m");
+    std::ofstream filler(disk / "filler");
+    while (filler.write(std::string(4096, 'x').data(), 4096).flush()) continue;
+    parts_.dataDirectory = (disk / "data").string();
+    HistorySession session(parts_);
+    EXPECT_THAT(open(session).toStdString(), HasSubstr("no room left"));
+    filler.close();
+    std::filesystem::remove(disk / "filler");
     EXPECT_EQ(open(session), "");
     stop(session);
 }

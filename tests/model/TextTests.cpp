@@ -23,6 +23,9 @@ TEST(ByteAmount, ChoosesTheUnitAfterRounding) {
     EXPECT_EQ(signedByteAmount(1000), "+1.0 kB");
     EXPECT_EQ(signedByteAmount(0), "0 bytes");
     EXPECT_EQ(groupedNumber(1'234'567), "1,234,567");
+    EXPECT_EQ(exactByteAmount(12'431'204), "12,431,204 bytes");
+    EXPECT_EQ(exactByteAmount(-1), "\u22121 byte");
+    EXPECT_EQ(exactByteAmount(INT64_MIN), "\u22129,223,372,036,854,775,807 bytes");
 }
 
 TEST(FileNameText, NeverInstructsATerminal) {

@@ -25,6 +25,7 @@ void DesktopProgram::requestQuit() {
     }
     // From here on a later start waits for the end of this one and then begins anew.
     instance_.quit();
+    Q_EMIT quitBegan();
     model_->shutDown();
 }
 

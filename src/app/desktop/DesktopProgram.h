@@ -30,6 +30,8 @@ public:
 Q_SIGNALS:
     /// A later start, or the desktop, wants the window. The token may be empty.
     void showWindowRequested(const QString& activationToken);
+    /// The windows are to go; ended() follows.
+    void quitBegan();
     void ended();
 
 private:

@@ -73,6 +73,7 @@ public:
     Q_INVOKABLE void showHistoryFolder();
     Q_INVOKABLE void checkForUpdates() { model_.updates()->checkForUpdates(); }
     Q_INVOKABLE void dismissNote();
+    Q_INVOKABLE void quit() { Q_EMIT quitRequested(); }
 
 Q_SIGNALS:
     void screenChanged();
@@ -83,6 +84,7 @@ Q_SIGNALS:
     void noteChanged();
     /// A folder or file is to be shown in the file manager.
     void revealRequested(const std::string& path);
+    void quitRequested();
 
 private:
     void tell(const QString& sentence);

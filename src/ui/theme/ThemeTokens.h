@@ -65,6 +65,9 @@ class ThemeTokens : public QObject {
     Q_PROPERTY(int radius READ radius CONSTANT)
     Q_PROPERTY(int borderWidth READ borderWidth CONSTANT)
     Q_PROPERTY(int focusWidth READ focusWidth CONSTANT)
+    Q_PROPERTY(int readingWidth READ readingWidth CONSTANT)
+    Q_PROPERTY(int illustrationSize READ illustrationSize CONSTANT)
+    Q_PROPERTY(double disabledOpacity READ disabledOpacity CONSTANT)
 
 public:
     explicit ThemeTokens(QObject* parent = nullptr);
@@ -122,6 +125,11 @@ public:
     [[nodiscard]] static int radius() { return 8; }
     [[nodiscard]] static int borderWidth() { return 1; }
     [[nodiscard]] static int focusWidth() { return 2; }
+    /// Of a column of prose.
+    [[nodiscard]] static int readingWidth() { return 560; }
+    [[nodiscard]] static int illustrationSize() { return 160; }
+    /// Of what cannot be used now.
+    [[nodiscard]] static double disabledOpacity() { return 0.5; }
 
 Q_SIGNALS:
     void colorsChanged();

@@ -2,6 +2,7 @@
 
 #include <QtPlugin>
 
+Q_IMPORT_PLUGIN(Brindle_ChartsPlugin)
 Q_IMPORT_PLUGIN(Brindle_MarksPlugin)
 Q_IMPORT_PLUGIN(Brindle_ModelsPlugin)
 Q_IMPORT_PLUGIN(Brindle_PartsPlugin)

@@ -1,0 +1,140 @@
+#include "app/pages/ExplorerRows.h"
+
+#include "model/FileNameText.h"
+#include "model/NumberText.h"
+#include "model/Translation.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+namespace brindle {
+namespace {
+
+QString text(const std::string& utf8) {
+    return QString::fromStdString(utf8);
+}
+
+std::string keyOf(const FolderRef& folder, ChangeSource source) {
+    return fmt::format("{}/{}/{}", source == ChangeSource::estimated ? "e" : "m", folder.locationID.rawValue,
+                       fmt::join(folder.components, "/"));
+}
+
+QString filesText(std::int64_t count) {
+    return text(
+        fmt::format(fmt::runtime(translatedCount("{} file", "{} files", count)), groupedNumber(count)));
+}
+
+QString actionText(ChangeAction action) {
+    switch (action) {
+        case ChangeAction::added:
+            return translated("Added");
+        case ChangeAction::grew:
+            return translated("Grew");
+        case ChangeAction::shrank:
+            return translated("Shrank");
+        case ChangeAction::removed:
+            break;
+    }
+    return translated("Removed");
+}
+
+double share(std::int64_t part, std::int64_t whole) {
+    return whole > 0 ? static_cast<double>(part) / static_cast<double>(whole) : 0;
+}
+
+void setAmounts(ExplorerRow& row, std::int64_t added, std::int64_t freed) {
+    if (added > 0 || freed == 0) {
+        row.added = text(signedByteAmount(added));
+        row.addedExact = text(exactByteAmount(added));
+    }
+    if (freed > 0) {
+        row.freed = text(signedByteAmount(-freed));
+        row.freedExact = text(exactByteAmount(-freed));
+    }
+}
+
+}  // namespace
+
+std::unique_ptr<ExplorerList> makeExplorerList() {
+    return std::make_unique<ExplorerList>(
+        [](const ExplorerRow& row) { return row.key; },
+        std::vector<ExplorerList::Role>{
+            {"isFolder", [](const ExplorerRow& row) { return row.isFolder; }},
+            {"isEstimated", [](const ExplorerRow& row) { return row.isEstimated; }},
+            {"name", [](const ExplorerRow& row) { return row.name; }},
+            {"description", [](const ExplorerRow& row) { return row.description; }},
+            {"path", [](const ExplorerRow& row) { return row.path; }},
+            {"action", [](const ExplorerRow& row) { return row.action; }},
+            {"added", [](const ExplorerRow& row) { return row.added; }},
+            {"addedExact", [](const ExplorerRow& row) { return row.addedExact; }},
+            {"freed", [](const ExplorerRow& row) { return row.freed; }},
+            {"freedExact", [](const ExplorerRow& row) { return row.freedExact; }},
+            {"addedShare", [](const ExplorerRow& row) { return row.addedShare; }},
+            {"freedShare", [](const ExplorerRow& row) { return row.freedShare; }}});
+}
+
+ExplorerRow ExplorerRowMaker::row(const FolderSummary& summary, std::int64_t largestVolume,
+                                  ChangeSource source) const {
+    const auto& [ref, totals] = summary;
+    const std::string location = shownLocationName(locations_, ref.locationID);
+    ExplorerRow row{.key = keyOf(ref, source), .folder = ref};
+    row.isFolder = true;
+    row.isEstimated = source == ChangeSource::estimated;
+    row.name = text(ref.components.empty() ? location
+                                           : fileNameText(ref.components.begin()[ref.components.size() - 1]));
+    row.description = filesText(totals.count);
+    row.path =
+        text(fmt::format("{}/{}", location, fileNameText(fmt::format("{}", fmt::join(ref.components, "/")))));
+    setAmounts(row, totals.added, totals.freed);
+    row.addedShare = share(totals.added, largestVolume);
+    row.freedShare = share(totals.freed, largestVolume);
+    return row;
+}
+
+ExplorerRow ExplorerRowMaker::row(const FileChange& change) {
+    const std::string name = fileNameText(displayName(change));
+    ExplorerRow row{
+        .key = fmt::format("{}{}", change.source == ChangeSource::estimated ? "e" : "m", change.id),
+        .folder = {change.locationID, change.folder}};
+    row.isEstimated = change.source == ChangeSource::estimated;
+    row.name = text(name);
+    const QString time = timeText(change);
+    const QString place = placeText(change);
+    row.description = time.isEmpty() || place.isEmpty() ? time + place : time + QStringLiteral(" · ") + place;
+    std::vector<std::string> path{shownLocationName(locations_, change.locationID)};
+    for (const std::string& component : change.folder) path.push_back(fileNameText(component));
+    path.push_back(name);
+    row.path = text(fmt::format("{}", fmt::join(path, "/")));
+    row.action = actionText(change.action);
+    setAmounts(row, std::max<std::int64_t>(change.byteDelta, 0),
+               std::max<std::int64_t>(-change.byteDelta, 0));
+    return row;
+}
+
+QString ExplorerRowMaker::timeText(const FileChange& change) {
+    if (change.source == ChangeSource::estimated)  // told by the day alone
+        return hasDays_ ? text(calendar_.shortLabel(change.day)) : QString();
+    const auto found = times_.find(change.observedAt);
+    if (found != times_.end()) return found->second;
+    const std::string clock = calendar_.clockLabel(change.observedAt);
+    return times_[change.observedAt] = text(hasDays_ ? fmt::format(fmt::runtime(translated("{0}, {1}")),
+                                                                   calendar_.shortLabel(change.day), clock)
+                                                     : clock);
+}
+
+QString ExplorerRowMaker::placeText(const FileChange& change) const {
+    std::vector<std::string> parts;
+    if (!folder_) parts.push_back(shownLocationName(locations_, change.locationID));
+    const std::size_t depth = folder_ ? folder_->components.size() : 0;
+    for (std::size_t i = depth; i < change.folder.size(); ++i)
+        parts.push_back(fileNameText(change.folder.begin()[static_cast<std::ptrdiff_t>(i)]));
+    return text(fmt::format("{}", fmt::join(parts, "/")));
+}
+
+std::string shownLocationName(const std::vector<TrackedLocation>& locations, const LocationID& id) {
+    const auto found = std::ranges::find(locations, id, &TrackedLocation::id);
+    return fileNameText(found == locations.end() ? id.rawValue : found->name);
+}
+
+}  // namespace brindle

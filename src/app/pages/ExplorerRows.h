@@ -1,0 +1,72 @@
+#pragma once
+
+#include "app/ListModel.h"
+#include "model/Calendar.h"
+#include "model/Change.h"
+#include "model/FolderSummary.h"
+#include "model/Location.h"
+
+#include <QString>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace brindle {
+
+/// A folder or a file of an explorer, ready to be shown. Its amounts stand in two columns: what a folder or a
+/// file added in one, what it freed in the other; a column without an amount is empty.
+struct ExplorerRow {
+    std::string key;
+    FolderRef folder;  // the folder itself, or the one that the file lies in
+    bool isFolder = false;
+    bool isEstimated = false;
+    QString name;
+    QString description;  // "1,204 files"; "2:05 PM · Footage/Raw"
+    QString path;         // from the location down
+    QString action;       // of a file: "Grew"
+    QString added;
+    QString addedExact;
+    QString freed;
+    QString freedExact;
+    double addedShare = 0;  // of the largest volume of change among the folders, 0 to 1
+    double freedShare = 0;
+
+    bool operator==(const ExplorerRow&) const = default;
+};
+
+using ExplorerList = ListModel<ExplorerRow, std::string>;
+
+[[nodiscard]] std::unique_ptr<ExplorerList> makeExplorerList();
+
+/// Makes the rows of one explorer.
+class ExplorerRowMaker {
+public:
+    /// `folder`: the one that the rows are listed in; absent at the top. `hasDays`: whether the changes are
+    /// of several days, so that a file tells its own.
+    ExplorerRowMaker(const std::vector<TrackedLocation>& locations, const std::optional<FolderRef>& folder,
+                     const Calendar& calendar, bool hasDays)
+        : locations_(locations), folder_(folder), calendar_(calendar), hasDays_(hasDays) {}
+
+    [[nodiscard]] ExplorerRow row(const FolderSummary& summary, std::int64_t largestVolume,
+                                  ChangeSource source) const;
+    [[nodiscard]] ExplorerRow row(const FileChange& change);
+
+private:
+    [[nodiscard]] QString timeText(const FileChange& change);
+    [[nodiscard]] QString placeText(const FileChange& change) const;
+
+    const std::vector<TrackedLocation>& locations_;
+    const std::optional<FolderRef>& folder_;
+    const Calendar& calendar_;
+    bool hasDays_;
+    std::map<UnixTime, QString> times_;  // a check finds all its changes at one time
+};
+
+/// A location's name as it is shown.
+[[nodiscard]] std::string shownLocationName(const std::vector<TrackedLocation>& locations,
+                                            const LocationID& id);
+
+}  // namespace brindle

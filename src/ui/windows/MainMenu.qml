@@ -1,0 +1,75 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Brindle.Models
+import Brindle.Theme
+
+// Every command of the window, whatever the desktop does with menus.
+CommandMenu {
+    id: root
+
+    required property WindowModel model
+    required property Commands commands
+
+    CommandMenuItem {
+        action: root.commands.checkNow
+    }
+    CommandMenuItem {
+        action: root.commands.stopCheck
+    }
+    CommandMenuItem {
+        action: root.commands.pause
+    }
+    CommandMenuSeparator {
+    }
+    CommandMenuItem {
+        action: root.commands.exportStatement
+    }
+    CommandMenuItem {
+        action: root.commands.search
+    }
+    CommandMenuItem {
+        action: root.commands.today
+    }
+    CommandMenuItem {
+        action: root.commands.previousDay
+    }
+    CommandMenuItem {
+        action: root.commands.nextDay
+    }
+    CommandMenu {
+        id: pages
+        title: Catalogue.translated("Go to")
+
+        Repeater {
+            model: root.model.pageTitles
+
+            CommandMenuItem {
+                required property string modelData
+                required property int index
+                text: modelData
+                shortcutText: Catalogue.translated("Ctrl+") + (index + 1)
+                enabled: root.model.hasPages
+                onTriggered: root.model.page = index
+            }
+        }
+    }
+    CommandMenuSeparator {
+    }
+    CommandMenuItem {
+        action: root.commands.history
+    }
+    CommandMenuItem {
+        action: root.commands.checkForUpdates
+    }
+    CommandMenuItem {
+        action: root.commands.about
+    }
+    CommandMenuSeparator {
+    }
+    CommandMenuItem {
+        action: root.commands.close
+    }
+    CommandMenuItem {
+        action: root.commands.quit
+    }
+}

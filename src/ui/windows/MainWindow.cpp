@@ -1,0 +1,64 @@
+#include "ui/windows/MainWindow.h"
+
+#include "ui/windows/QmlModules.h"
+
+#include <QVariantMap>
+#include <stdexcept>
+
+namespace brindle {
+
+MainWindow::MainWindow(AppModel& model, Reveal& reveal, QObject* parent)
+    : QObject(parent),
+      app_(model),
+      appearance_(*model.settings()),
+      windowModel_(model),
+      overview_(model),
+      activity_(model),
+      storageHistory_(model),
+      trends_(model),
+      drives_(model),
+      exporter_(model),
+      about_(model) {
+    connect(&windowModel_, &WindowModel::revealRequested, &reveal, &Reveal::show);
+    connect(&windowModel_, &WindowModel::quitRequested, this, &MainWindow::quitRequested);
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::show(const QString& activationToken) {
+    if (!engine_) create();
+    // Where the window system knows such tokens, its plug-in takes the next one from the environment.
+    if (!activationToken.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", activationToken.toUtf8());
+    if (window_->visibility() == QWindow::Minimized)
+        window_->showNormal();
+    else
+        window_->show();
+    window_->raise();
+    window_->requestActivate();
+}
+
+void MainWindow::hide() {
+    if (window_ != nullptr) window_->hide();
+}
+
+void MainWindow::create() {
+    registerQmlModules();
+    engine_ = std::make_unique<QQmlApplicationEngine>();
+    engine_->setInitialProperties({{"model", QVariant::fromValue(&windowModel_)},
+                                   {"overview", QVariant::fromValue(&overview_)},
+                                   {"activity", QVariant::fromValue(&activity_)},
+                                   {"storageHistory", QVariant::fromValue(&storageHistory_)},
+                                   {"trends", QVariant::fromValue(&trends_)},
+                                   {"drives", QVariant::fromValue(&drives_)},
+                                   {"exporter", QVariant::fromValue(&exporter_)},
+                                   {"about", QVariant::fromValue(&about_)}});
+    engine_->load(QUrl("qrc:/qt/qml/Brindle/Windows/MainWindow.qml"));
+    window_ = engine_->rootObjects().isEmpty() ? nullptr
+                                               : qobject_cast<QQuickWindow*>(engine_->rootObjects().first());
+    if (window_ == nullptr) throw std::runtime_error("The window's own files are damaged.");
+    frame_ = std::make_unique<FrameKeeper>(
+        *window_, app_.settings()->mainWindowFrame(),
+        [this](const std::string& frame) { app_.settings()->setMainWindowFrame(frame); });
+}
+
+}  // namespace brindle

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "app/AppModel.h"
+#include "app/desktop/Reveal.h"
+#include "app/pages/AboutModel.h"
+#include "app/pages/ActivityModel.h"
+#include "app/pages/DrivesModel.h"
+#include "app/pages/ExportModel.h"
+#include "app/pages/OverviewModel.h"
+#include "app/pages/StorageHistoryModel.h"
+#include "app/pages/TrendsModel.h"
+#include "app/pages/WindowModel.h"
+#include "ui/theme/Appearance.h"
+#include "ui/windows/FrameKeeper.h"
+
+#include <QObject>
+#include <QQmlApplicationEngine>
+#include <QQuickWindow>
+#include <QString>
+#include <memory>
+
+namespace brindle {
+
+/// The main window with the models of its pages. It is made when it is first shown, and hidden rather than
+/// destroyed when it is closed.
+/// Thread: main.
+class MainWindow : public QObject {
+    Q_OBJECT
+
+public:
+    /// Both outlive it.
+    MainWindow(AppModel& model, Reveal& reveal, QObject* parent = nullptr);
+    ~MainWindow() override;
+
+    /// Shows it in front of other windows. `activationToken`: with which the desktop lets a window come to
+    /// the front; may be empty.
+    void show(const QString& activationToken = {});
+    void hide();
+    [[nodiscard]] bool isVisible() const { return window_ != nullptr && window_->isVisible(); }
+    /// Null before the window was first shown.
+    [[nodiscard]] QQuickWindow* window() const { return window_; }
+    [[nodiscard]] Appearance& appearance() { return appearance_; }
+
+Q_SIGNALS:
+    /// The user wants the program to end.
+    void quitRequested();
+
+private:
+    void create();
+
+    AppModel& app_;
+    Appearance appearance_;
+    WindowModel windowModel_;
+    OverviewModel overview_;
+    ActivityModel activity_;
+    StorageHistoryModel storageHistory_;
+    TrendsModel trends_;
+    DrivesModel drives_;
+    ExportModel exporter_;
+    AboutModel about_;
+    std::unique_ptr<QQmlApplicationEngine> engine_;  // goes before the models that its objects show
+    QQuickWindow* window_ = nullptr;                 // the engine's
+    std::unique_ptr<FrameKeeper> frame_;
+};
+
+}  // namespace brindle

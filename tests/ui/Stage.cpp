@@ -1,0 +1,85 @@
+#include "ui/Stage.h"
+
+#include "app/EventLoop.h"
+#include "app/RecordingLoginItem.h"
+#include "example/ExampleHistory.h"
+
+#include <QAccessible>
+#include <QElapsedTimer>
+#include <stdexcept>
+
+namespace brindle {
+namespace {
+
+/// Never rings: no check begins by itself.
+class SilentAlarm final : public Alarm {
+public:
+    void callIn(std::chrono::milliseconds, std::function<void()>) override {}
+    void cancel() override {}
+};
+
+QQuickItem* find(QQuickItem* item, const QString& name) {
+    if (!item->isVisible()) return nullptr;
+    if (auto* reader = QAccessible::queryAccessibleInterface(item);
+        reader != nullptr && reader->text(QAccessible::Name) == name)
+        return item;
+    for (QQuickItem* child : item->childItems())
+        if (QQuickItem* found = find(child, name)) return found;
+    return nullptr;
+}
+
+}  // namespace
+
+Stage::Stage(StageSettings settings) : reveal_(QDBusConnection("no bus"), "true") {
+    const std::string data = (folder_.path() / "data").string();
+    settings.prepare(data);
+    LaunchOptions options;
+    options.dataDirectory = data;
+    options.startInExample = settings.isExample;
+    model_ = std::make_unique<AppModel>(AppParts{
+        .options = options,
+        .preferences = settings.preferences,
+        .settingsFile = SettingsFile((folder_.path() / "preferences.json").string()),
+        .session = {.dataDirectory = data,
+                    .now = [now = settings.now] { return now; },
+                    .calendar = [calendar = settings.calendar] { return calendar; },
+                    .trees = settings.trees},
+        .alarm = std::make_unique<SilentAlarm>(),
+        .uptime = [] { return std::chrono::milliseconds(0); },
+        .loginItem = std::make_unique<RecordingLoginItem>(),
+        .updates =
+            [this](std::function<bool()> isBusy) {
+                return std::make_unique<UpdateController>(
+                    false, SettingValues(),
+                    UpdateServices{.runningVersion = *ProgramVersion::from("1.0"),
+                                   .settings = SettingValues(),
+                                   .settingsFile = SettingsFile((folder_.path() / "updates.json").string())},
+                    std::move(isBusy));
+            },
+        .example = [settings] { return std::make_shared<ExampleHistory>(settings.calendar, settings.now); }});
+    mainWindow_ = std::make_unique<MainWindow>(*model_, reveal_);
+    model_->start();
+    mainWindow_->show();
+    if (!runUntil([this] { return model_->mode() != AppMode(PlainMode::starting); }))
+        throw std::runtime_error("the history doesn't open");
+    settle();
+}
+
+Stage::~Stage() {
+    bool isReady = false;
+    QObject::connect(model_.get(), &AppModel::readyToQuit, [&] { isReady = true; });
+    model_->shutDown();
+    static_cast<void>(runUntil([&] { return isReady; }));
+}
+
+void Stage::settle() {
+    QElapsedTimer time;
+    time.start();
+    while (time.elapsed() < 350) QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+}
+
+QQuickItem* Stage::named(const QString& accessibleName) {
+    return find(window().contentItem(), accessibleName);
+}
+
+}  // namespace brindle

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "app/AppModel.h"
+#include "app/desktop/Reveal.h"
+#include "support/TempFolder.h"
+#include "ui/windows/MainWindow.h"
+
+#include <QImage>
+#include <QString>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace brindle {
+
+/// What a stage begins with. Nothing of it is the user's.
+struct StageSettings {
+    Preferences preferences{.checksPaused = true, .startupSetupCompleted = true};
+    bool isExample = true;
+    /// Fills the data folder before the program opens it.
+    std::function<void(const std::string& dataDirectory)> prepare = [](const std::string&) {};
+    std::function<std::unique_ptr<const TreeSource>()> trees = [] { return makeTreeSource(); };
+    UnixTime now = 1'772'884'800;  // 2026-03-07 12:00 UTC
+    Calendar calendar{"en_US", "UTC"};
+};
+
+/// The main window with everything behind it, at a time and on a history that the test chooses.
+class Stage {
+public:
+    explicit Stage(StageSettings settings = {});
+    ~Stage();
+    Stage(const Stage&) = delete;
+    Stage& operator=(const Stage&) = delete;
+
+    [[nodiscard]] AppModel& model() { return *model_; }
+    [[nodiscard]] MainWindow& mainWindow() { return *mainWindow_; }
+    [[nodiscard]] QQuickWindow& window() { return *mainWindow_->window(); }
+    [[nodiscard]] TempFolder& folder() { return folder_; }
+
+    /// Lets everything that is under way arrive, and the animations end.
+    void settle();
+    /// The window as it is drawn.
+    [[nodiscard]] QImage picture() { return window().grabWindow(); }
+    /// The first item in the window's tree whose accessible name is this; null when there is none.
+    [[nodiscard]] QQuickItem* named(const QString& accessibleName);
+
+private:
+    TempFolder folder_;
+    Reveal reveal_;
+    std::unique_ptr<AppModel> model_;
+    std::unique_ptr<MainWindow> mainWindow_;
+};
+
+}  // namespace brindle
