@@ -40,7 +40,7 @@ QStringList dayNotes(const DayFigures& figures, const HistorySnapshot& snapshot,
     return notes;
 }
 
-QString dayReading(const std::string& label, const DayFigures& figures, const HistorySnapshot& snapshot) {
+QString dayReading(const std::string& label, const DayFigures& figures) {
     if (const auto* recorded = figures.recorded()) {
         const char* text = recorded->partial
                                ? translated("{0}: net change {1}, {2} added, {3} freed, partial")
@@ -51,7 +51,7 @@ QString dayReading(const std::string& label, const DayFigures& figures, const Hi
     if (const auto* estimated = figures.estimated())
         return pageText(translated("{0}: about {1} came, estimated from file dates"), label,
                         byteAmount(estimated->totals.bytes));
-    return pageText(translated("{0}: {1}"), label, sentence(figures.gap.value_or(DayGap::noCheck), snapshot));
+    return pageText(translated("{0}: {1}"), label, stateWord(figures).toStdString());
 }
 
 }  // namespace brindle

@@ -20,13 +20,17 @@ protected:
         history_.include("a");
         history_.check("a", {{"Movies/x", 1000}});
         history_.now = today - aDay;
-        history_.check("a", {{"Movies/x", 1000}, {"Movies/y", 5000}}, {.unreadable = {{.relativePath = "Private"}}});
+        history_.check("a", {{"Movies/x", 1000}, {"Movies/y", 5000}},
+                       {.unreadable = {{.relativePath = "Private"}}});
         history_.now = today;
         history_.check("a", {{"Movies/y", 5000}});
         selection().setDestination(Destination::history);
     }
 
-    [[nodiscard]] bool show() { return shown_.show(std::make_shared<StoredHistory>(history_.sharedStore())); }
+    [[nodiscard]] bool show() {
+        return shown_.show(std::make_shared<StoredHistory>(history_.sharedStore(), history_.calendar,
+                                                           [this] { return history_.now; }));
+    }
     [[nodiscard]] Selection& selection() { return *shown_.model().selection(); }
     [[nodiscard]] std::map<int, std::string> states() {
         std::map<int, std::string> states;

@@ -31,7 +31,10 @@ protected:
         selection().setDestination(Destination::trends);
     }
 
-    [[nodiscard]] bool show() { return shown_.show(std::make_shared<StoredHistory>(history_.sharedStore())); }
+    [[nodiscard]] bool show() {
+        return shown_.show(std::make_shared<StoredHistory>(history_.sharedStore(), history_.calendar,
+                                                           [this] { return history_.now; }));
+    }
     [[nodiscard]] Selection& selection() { return *shown_.model().selection(); }
     [[nodiscard]] std::vector<std::string> figures(FigureList& list) {
         std::vector<std::string> texts;
