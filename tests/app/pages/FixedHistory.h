@@ -5,6 +5,7 @@
 #include "model/Packages.h"
 
 #include <algorithm>
+#include <functional>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -19,7 +20,8 @@ public:
     std::vector<FileChange> changes;  // measured
     std::vector<FileChange> estimates;
     std::vector<VolumeReading> samples;
-    bool isBroken = false;  // every list throws
+    bool isBroken = false;                // every list throws
+    std::function<void()> beforeReading;  // called for every list of changes, on the thread that waits for it
 
     std::future<HistorySnapshot> snapshot() override { return ready(known); }
     std::future<std::vector<FileChange>> dayChanges(LocalDay day, LocationScope scope) override {
@@ -27,6 +29,7 @@ public:
     }
     std::future<std::vector<FileChange>> periodChanges(LocalDay first, LocalDay last,
                                                        LocationScope scope) override {
+        if (beforeReading) beforeReading();
         return ready(chosen(changes, first, last, scope));
     }
     std::future<std::vector<FolderSummary>> periodContributors(LocalDay first, LocalDay last,
@@ -51,6 +54,7 @@ public:
     }
     void streamChanges(LocalDay first, LocalDay last, const LocationScope& scope, ChangeSource kind,
                        const ChangeSink& sink) override {
+        if (beforeReading) beforeReading();
         const auto& all = kind == ChangeSource::measured ? changes : estimates;
         for (const FileChange& change : chosen(all, first, last, scope)) sink(change);
     }
