@@ -14,9 +14,7 @@ Card {
     required property string usedExact
     required property string measured
     required property var spaceParts
-    required property string snapshots
-    required property string purgeable
-    required property string forecast
+    required property list<string> notes
     required property list<string> reconciliation
 
     readonly property bool isWide: root.width >= Theme.scaled(760)
@@ -92,8 +90,8 @@ Card {
         spaceParts: root.spaceParts
     }
     Sentences {
-        sentences: [root.forecast, root.purgeable, root.snapshots]
-        title: Catalogue.translated("What is known")
+        sentences: root.notes
+        title: Catalogue.translated("Outlook")
     }
     Sentences {
         sentences: root.reconciliation
@@ -108,7 +106,7 @@ Card {
 
         Layout.fillWidth: true
         spacing: Theme.gapTiny
-        visible: group.sentences.some(sentence => sentence.length > 0)
+        visible: lines.count > 0
 
         Text {
             Layout.fillWidth: true
@@ -118,6 +116,8 @@ Card {
             wrapMode: Text.Wrap
         }
         Repeater {
+            id: lines
+
             model: group.sentences
 
             Text {
@@ -129,7 +129,6 @@ Card {
                 color: Theme.text
                 font: Theme.body
                 text: line.modelData
-                visible: line.modelData.length > 0
                 wrapMode: Text.Wrap
             }
         }
