@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/AppModel.h"
+#include "app/pages/ScopeModel.h"
 #include "app/pages/TrendRows.h"
 
 #include <QObject>
@@ -16,6 +17,7 @@ namespace brindle {
 /// Thread: main.
 class TrendsModel : public QObject {
     Q_OBJECT
+    Q_PROPERTY(brindle::ScopeModel* scopes READ scopes CONSTANT)
     Q_PROPERTY(QStringList ranges READ ranges CONSTANT)
     Q_PROPERTY(int range READ range NOTIFY changed)
     Q_PROPERTY(bool showsTable READ showsTable WRITE setShowsTable NOTIFY showsTableChanged)
@@ -43,6 +45,8 @@ class TrendsModel : public QObject {
 
 public:
     explicit TrendsModel(AppModel& model, QObject* parent = nullptr);
+
+    [[nodiscard]] ScopeModel* scopes() { return &scopes_; }
 
     /// "Week", "Month", "Quarter".
     [[nodiscard]] QStringList ranges() const;
@@ -117,6 +121,7 @@ private:
     void readCurrent();
 
     AppModel& model_;
+    ScopeModel scopes_{model_};
     std::optional<Shown> shown_;  // absent while the history is another one than what is shown
     std::optional<Shown> read_;   // what currentRow() is a place in
     Trend trend_;

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "app/pages/AboutModel.h"
+#include "app/pages/ScopeModel.h"
+#include "app/pages/StorageHistoryModel.h"
+#include "app/pages/TrendsModel.h"
 #include "app/pages/WindowModel.h"
 
 #include <QtQml/qqml.h>
@@ -13,6 +16,27 @@ struct AboutModelType {
     Q_GADGET
     QML_FOREIGN(brindle::AboutModel)
     QML_NAMED_ELEMENT(AboutModel)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct ScopeModelType {
+    Q_GADGET
+    QML_FOREIGN(brindle::ScopeModel)
+    QML_NAMED_ELEMENT(ScopeModel)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct StorageHistoryModelType {
+    Q_GADGET
+    QML_FOREIGN(brindle::StorageHistoryModel)
+    QML_NAMED_ELEMENT(StorageHistoryModel)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct TrendsModelType {
+    Q_GADGET
+    QML_FOREIGN(brindle::TrendsModel)
+    QML_NAMED_ELEMENT(TrendsModel)
     QML_UNCREATABLE("made with the program")
 };
 

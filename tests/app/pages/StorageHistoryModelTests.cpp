@@ -55,7 +55,7 @@ TEST_F(StorageHistoryModelTest, ShowsTheMonthAndTheStatementOfTheSelectedDay) {
     EXPECT_EQ(found[4], "recorded");
     EXPECT_EQ(found[5], "noCheck");
     EXPECT_EQ(found[6], "partial 3");
-    EXPECT_EQ(found[7], "recorded -2");
+    EXPECT_EQ(found[7], "recorded -1");
     EXPECT_EQ(found[8], "future");
     EXPECT_EQ(page_.monthCoverage(),
               "3 of 31 days recorded, 1 partial, 1 without a check, 3 not tracked, 24 yet to come");
