@@ -40,22 +40,23 @@ private:
         isWorking_ = next_.has_value();
         if (!isWorking_) return;
         isWanted_ = true;
-        background_.run(*std::exchange(next_, std::nullopt),
-                        [this](Answer answer) {
-                            if (isWanted_) taken_(std::move(answer));
-                            workOnNext();
-                        },
-                        [this](const std::exception& error) {
-                            if (isWanted_) failed_(error);
-                            workOnNext();
-                        });
+        background_.run(
+            *std::exchange(next_, std::nullopt),
+            [this](Answer answer) {
+                if (isWanted_) taken_(std::move(answer));
+                workOnNext();
+            },
+            [this](const std::exception& error) {
+                if (isWanted_) failed_(error);
+                workOnNext();
+            });
     }
 
     std::function<void(Answer)> taken_;
     std::function<void(const std::exception&)> failed_;
     std::optional<Question> next_;
     bool isWorking_ = false;
-    bool isWanted_ = false;   // what is being worked on
+    bool isWanted_ = false;  // what is being worked on
     Background background_;  // last, so that it ends first
 };
 

@@ -23,6 +23,17 @@ inline constexpr const char* noProgramToOpen =
     isMac ? "macOS can't find Brindle to open at login. Move it to the Applications folder and try again."
           : "Brindle's program file can't be found to open at login. Install Brindle and try again.";
 
+inline constexpr const char* showInFiles = isMac ? "Show in Finder" : "Show in Files";
+
+inline constexpr const char* notVisible =
+    isMac ? "Snapshots, folders only an administrator can read, and system files such as the Spotlight index."
+          : "Snapshots, folders only an administrator can read, files outside the included locations, and "
+            "what the file system keeps for itself.";
+
+inline constexpr const char* otherVolumesOfStartup =
+    isMac ? "The System, Preboot, Recovery, and VM volumes that share this drive."
+          : "Other volumes that share this drive.";
+
 inline constexpr const char* purgeable =
     isMac ? "{} of the used space is purgeable: macOS frees it when space is needed, from Time Machine "
             "snapshots, "

@@ -1,6 +1,5 @@
 #include "app/pages/ActivityModel.h"
 
-#include "app/pages/ActivityTexts.h"
 #include "model/NumberText.h"
 #include "model/Translation.h"
 

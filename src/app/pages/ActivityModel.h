@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/pages/ActivityTexts.h"
 #include "app/pages/ExplorerModel.h"
 #include "app/pages/ScopeModel.h"
 

@@ -1,9 +1,11 @@
 #include "app/pages/ActivityTexts.h"
 
 #include "analysis/PartialDay.h"
+#include "app/pages/PageText.h"
 #include "model/NumberText.h"
 #include "model/Translation.h"
 
+#include <fmt/format.h>
 #include <fmt/ranges.h>
 
 namespace brindle {
@@ -18,10 +20,10 @@ bool isKnown(const RangeFigures& range, bool withEstimates) {
 QString periodTitle(const PeriodOf& period, const Calendar& calendar) {
     const std::string last = calendar.longLabel(period.last);
     if (period.isDay()) return QString::fromStdString(last);
-    return shown(translated("{0} to {1}"),
-                 period.first.year == period.last.year ? calendar.mediumLabel(period.first)
-                                                       : calendar.longLabel(period.first),
-                 last);
+    return pageText(translated("{0} to {1}"),
+                    period.first.year == period.last.year ? calendar.mediumLabel(period.first)
+                                                          : calendar.longLabel(period.first),
+                    last);
 }
 
 QString gapSentence(const PeriodOf& period, const Calendar& calendar, bool isChecking) {
@@ -37,7 +39,9 @@ QString gapSentence(const PeriodOf& period, const Calendar& calendar, bool isChe
                                 "here.");
     if (!period.isDay()) return translated("No check covers these days.");
     const DayFigures day = dayFigures(history, scope, first, calendar);
-    return QString::fromStdString(sentence(day.gap.value_or(DayGap::noCheck), history));
+    // A day whose estimates nobody wants has no gap of its own.
+    const DayGap unwanted = isTracked(history, scope, first) ? DayGap::noCheck : DayGap::notTracked;
+    return QString::fromStdString(sentence(day.gap.value_or(unwanted), history));
 }
 
 QString coverageSentence(const PeriodOf& period, const Calendar& calendar) {
@@ -52,7 +56,7 @@ QString coverageSentence(const PeriodOf& period, const Calendar& calendar) {
     if (period.isDay())
         return QString::fromStdString(
             fmt::format("{}", fmt::join(partialSentences(history, scope, first), " ")));
-    return shown("{}.", coverageText(range.days));
+    return pageText("{}.", coverageText(range.days));
 }
 
 QString totalsText(const ChangeTotals& totals) {

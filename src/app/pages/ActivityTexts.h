@@ -6,17 +6,10 @@
 #include "model/HistorySnapshot.h"
 
 #include <QString>
-#include <fmt/format.h>
 
 // What the Activity page says of a day or a period.
 
 namespace brindle {
-
-/// A translated text with its values in it.
-template <class... Values>
-[[nodiscard]] QString shown(const char* text, const Values&... values) {
-    return QString::fromStdString(fmt::format(fmt::runtime(text), values...));
-}
 
 /// The days and the scope that are looked at. Refers to the history.
 struct PeriodOf {

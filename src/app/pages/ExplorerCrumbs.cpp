@@ -1,7 +1,7 @@
 #include "app/pages/ExplorerCrumbs.h"
 
 #include "app/pages/ExplorerRows.h"
-#include "model/FileNameText.h"
+#include "app/pages/PageText.h"
 #include "model/Translation.h"
 
 #include <cstddef>
@@ -13,10 +13,6 @@ namespace {
 constexpr std::ptrdiff_t mostSteps = 7;
 constexpr std::ptrdiff_t stepsBefore = 2;  // the middle that is left out
 constexpr std::ptrdiff_t stepsBehind = 4;
-
-QString text(const std::string& utf8) {
-    return QString::fromStdString(utf8);
-}
 
 }  // namespace
 
@@ -34,12 +30,11 @@ std::vector<Crumb> crumbsTo(const std::optional<FolderRef>& folder, const Locati
     if (!scope.location) crumbs.push_back({.name = translated("All locations")});
     if (folder) {
         const auto& [location, components] = *folder;
-        crumbs.push_back(
-            {.name = text(shownLocationName(locations, location)), .folder = FolderRef{location, {}}});
+        crumbs.push_back({.name = QString::fromStdString(shownLocationName(locations, location)),
+                          .folder = FolderRef{location, {}}});
         for (std::size_t depth = 1; depth <= components.size(); ++depth)
-            crumbs.push_back(
-                {.name = text(fileNameText(components.begin()[static_cast<std::ptrdiff_t>(depth) - 1])),
-                 .folder = FolderRef{location, components.first(depth)}});
+            crumbs.push_back({.name = shownName(components.begin()[static_cast<std::ptrdiff_t>(depth) - 1]),
+                              .folder = FolderRef{location, components.first(depth)}});
     }
     if (std::ssize(crumbs) > mostSteps) {
         const auto last = crumbs.end() - stepsBehind - 1;

@@ -1,6 +1,7 @@
 #include "app/pages/ExplorerModel.h"
 
 #include "app/pages/ActivityTexts.h"
+#include "app/pages/PageText.h"
 #include "model/NumberText.h"
 #include "model/TextSearch.h"
 #include "model/Translation.h"
@@ -29,17 +30,21 @@ bool isSameList(ExplorerState a, const ExplorerState& b) {
     return a == b;
 }
 
-QString pageTextOf(const ExplorerSection& section) {
+QString rowsTextOf(const ExplorerSection& section) {
     if (section.pages < 2) return {};
-    return shown(translated("Rows {0} to {1} of {2}"),
-                 groupedNumber(static_cast<std::int64_t>(section.firstRow) + 1),
-                 groupedNumber(static_cast<std::int64_t>(section.firstRow + section.rowsShown)),
-                 groupedNumber(static_cast<std::int64_t>(section.rows)));
+    return pageText(translated("Rows {0} to {1} of {2}"),
+                    groupedNumber(static_cast<std::int64_t>(section.firstRow) + 1),
+                    groupedNumber(static_cast<std::int64_t>(section.firstRow + section.rowsShown)),
+                    groupedNumber(static_cast<std::int64_t>(section.rows)));
 }
 
 }  // namespace
 
-ExplorerModel::ExplorerModel(AppModel& model, QObject* parent) : QObject(parent), model_(model) {
+ExplorerModel::ExplorerModel(AppModel& model, QObject* parent)
+    : QObject(parent),
+      model_(model),
+      latest_([this](const std::shared_ptr<const ExplorerAnswer>& answer) { take(answer); },
+              [this](const std::exception& /*error*/) { setFailed(); }) {
     patience_.setSingleShot(true);
     patience_.setInterval(patience);
     connect(&patience_, &QTimer::timeout, this, [this] {
@@ -57,11 +62,12 @@ ExplorerModel::ExplorerModel(AppModel& model, QObject* parent) : QObject(parent)
         connect(selection, changed, this, &ExplorerModel::awaitPeriod);
     connect(selection, &Selection::scopeChanged, this, &ExplorerModel::updateCrumbs);
     connect(selection, &Selection::searchFocusRequested, this, &ExplorerModel::searchFocusRequested);
-    connect(&model, &AppModel::historyChanged, this, &ExplorerModel::updateCrumbs);
+    connect(&model, &AppModel::historyChanged, this, [this] {
+        leaveUnknownLocation();
+        updateCrumbs();
+    });
     connect(&model, &AppModel::detailsChanged, this, &ExplorerModel::ask);
     connect(&model, &AppModel::detailsFailed, this, &ExplorerModel::setFailed);
-    connect(&reader_, &ExplorerReader::answered, this, &ExplorerModel::take);
-    connect(&reader_, &ExplorerReader::failed, this, &ExplorerModel::setFailed);
     updateCrumbs();
     awaitPeriod();
     if (model.dayChangesRevision() > 0) ask();
@@ -109,24 +115,24 @@ QString ExplorerModel::insideText() const {
 
 QString ExplorerModel::passingText() const {
     if (!isFiltered() || isLoading_) return {};
-    return shown(translated("Matching: {}"), totalsText(answer_->recorded.passing).toStdString());
+    return pageText(translated("Matching: {}"), totalsText(answer_->recorded.passing).toStdString());
 }
 
-QString ExplorerModel::pageText() const {
-    return pageTextOf(answer_->recorded);
+QString ExplorerModel::rowsText() const {
+    return rowsTextOf(answer_->recorded);
 }
 
 QString ExplorerModel::estimatesText() const {
     const ChangeTotals& totals = answer_->estimated.inside;
     if (answer_->estimated.rows == 0) return {};
-    return shown(translatedCount("About {0} in {1} file, from file dates. Not part of the figures above.",
-                                 "About {0} in {1} files, from file dates. Not part of the figures above.",
-                                 totals.count),
-                 byteAmount(totals.added), groupedNumber(totals.count));
+    return pageText(translatedCount("About {0} in {1} file, from file dates. Not part of the figures above.",
+                                    "About {0} in {1} files, from file dates. Not part of the figures above.",
+                                    totals.count),
+                    byteAmount(totals.added), groupedNumber(totals.count));
 }
 
-QString ExplorerModel::estimatesPageText() const {
-    return pageTextOf(answer_->estimated);
+QString ExplorerModel::estimatesRowsText() const {
+    return rowsTextOf(answer_->estimated);
 }
 
 bool ExplorerModel::isAnswered() const {
@@ -174,6 +180,11 @@ void ExplorerModel::setCurrentRow(int row) {
 
 void ExplorerModel::setScroll(double scroll) {
     if (std::exchange(scroll_, scroll) != scroll) Q_EMIT scrollChanged();
+}
+
+bool ExplorerModel::takeSearchFocus() {
+    const int asked = model_.selection()->searchFocusRequest();
+    return std::exchange(searchFocusTaken_, asked) != asked;
 }
 
 void ExplorerModel::open(int row) {
@@ -244,11 +255,14 @@ void ExplorerModel::restorePlace(const std::optional<FolderRef>& from) {
 
 void ExplorerModel::ask() {
     if (model_.dayChangesRevision() == 0) return;
-    reader_.ask({.details = model_.sharedDetails(),
-                 .state = state(),
-                 .estimatesPage = estimatesPage_,
-                 .locations = model_.history().locations,
-                 .calendar = model_.calendar()});
+    ExplorerQuestion question{.details = model_.sharedDetails(),
+                              .state = state(),
+                              .estimatesPage = estimatesPage_,
+                              .locations = model_.history().locations,
+                              .calendar = model_.calendar()};
+    latest_.ask([pages = pages_, question = std::move(question)] {
+        return std::make_shared<const ExplorerAnswer>(pages->answer(question));
+    });
 }
 
 void ExplorerModel::take(const std::shared_ptr<const ExplorerAnswer>& answer) {
@@ -278,6 +292,14 @@ void ExplorerModel::take(const std::shared_ptr<const ExplorerAnswer>& answer) {
 void ExplorerModel::updateCrumbs() {
     crumbs_->replaceRows(crumbsTo(state().folder, model_.selection()->scope(), model_.history().locations));
     Q_EMIT stateChanged();
+}
+
+/// The history that is shown now may be another one.
+void ExplorerModel::leaveUnknownLocation() {
+    const auto& locations = model_.history().locations;
+    const auto& folder = state().folder;
+    if (folder && std::ranges::find(locations, folder->locationID, &TrackedLocation::id) == locations.end())
+        change([](ExplorerState& state) { state.folder.reset(); });
 }
 
 void ExplorerModel::awaitPeriod() {

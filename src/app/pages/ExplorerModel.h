@@ -1,9 +1,10 @@
 #pragma once
 
 #include "app/AppModel.h"
+#include "app/LatestAnswer.h"
 #include "app/pages/ExplorerCrumbs.h"
+#include "app/pages/ExplorerPages.h"
 #include "app/pages/ExplorerPlaces.h"
-#include "app/pages/ExplorerReader.h"
 #include "app/pages/ExplorerRows.h"
 
 #include <QObject>
@@ -36,12 +37,12 @@ class ExplorerModel : public QObject {
     Q_PROPERTY(bool isFiltered READ isFiltered NOTIFY stateChanged)
     Q_PROPERTY(QString insideText READ insideText NOTIFY answerChanged)
     Q_PROPERTY(QString passingText READ passingText NOTIFY answerChanged)
-    Q_PROPERTY(QString pageText READ pageText NOTIFY answerChanged)
+    Q_PROPERTY(QString rowsText READ rowsText NOTIFY answerChanged)
     Q_PROPERTY(bool hasPages READ hasPages NOTIFY answerChanged)
     Q_PROPERTY(bool hasPreviousPage READ hasPreviousPage NOTIFY answerChanged)
     Q_PROPERTY(bool hasNextPage READ hasNextPage NOTIFY answerChanged)
     Q_PROPERTY(QString estimatesText READ estimatesText NOTIFY answerChanged)
-    Q_PROPERTY(QString estimatesPageText READ estimatesPageText NOTIFY answerChanged)
+    Q_PROPERTY(QString estimatesRowsText READ estimatesRowsText NOTIFY answerChanged)
     Q_PROPERTY(bool hasEstimatesPages READ hasEstimatesPages NOTIFY answerChanged)
     Q_PROPERTY(bool hasPreviousEstimatesPage READ hasPreviousEstimatesPage NOTIFY answerChanged)
     Q_PROPERTY(bool hasNextEstimatesPage READ hasNextEstimatesPage NOTIFY answerChanged)
@@ -50,7 +51,7 @@ class ExplorerModel : public QObject {
     Q_PROPERTY(QString emptyActionText READ emptyActionText NOTIFY answerChanged)
     Q_PROPERTY(int currentRow READ currentRow WRITE setCurrentRow NOTIFY currentRowChanged)
     Q_PROPERTY(double scroll READ scroll WRITE setScroll NOTIFY scrollChanged)
-    Q_PROPERTY(int searchFocusRequest READ searchFocusRequest NOTIFY searchFocusRequested)
+    Q_PROPERTY(int firstEstimatedRow READ firstEstimatedRow NOTIFY answerChanged)
 
 public:
     explicit ExplorerModel(AppModel& model, QObject* parent = nullptr);
@@ -81,12 +82,12 @@ public:
     /// What passes the filter in whatever folder; empty without a filter.
     [[nodiscard]] QString passingText() const;
     /// "Rows 201 to 400 of 41,495".
-    [[nodiscard]] QString pageText() const;
+    [[nodiscard]] QString rowsText() const;
     [[nodiscard]] bool hasPages() const { return answer_->recorded.pages > 1; }
     [[nodiscard]] bool hasPreviousPage() const { return answer_->recorded.page > 0; }
     [[nodiscard]] bool hasNextPage() const { return answer_->recorded.page + 1 < answer_->recorded.pages; }
     [[nodiscard]] QString estimatesText() const;
-    [[nodiscard]] QString estimatesPageText() const;
+    [[nodiscard]] QString estimatesRowsText() const;
     [[nodiscard]] bool hasEstimatesPages() const { return answer_->estimated.pages > 1; }
     [[nodiscard]] bool hasPreviousEstimatesPage() const { return answer_->estimated.page > 0; }
     [[nodiscard]] bool hasNextEstimatesPage() const {
@@ -109,7 +110,11 @@ public:
     [[nodiscard]] double scroll() const { return scroll_; }
     void setScroll(double scroll);
 
-    [[nodiscard]] int searchFocusRequest() const { return model_.selection()->searchFocusRequest(); }
+    /// The number of rows where there is none.
+    [[nodiscard]] int firstEstimatedRow() const { return static_cast<int>(answer_->recorded.rowsShown); }
+
+    /// Whether the search field is to take the keyboard; once for each time that the user asks for it.
+    Q_INVOKABLE bool takeSearchFocus();
 
     /// Goes into the row's folder; nothing for a file.
     Q_INVOKABLE void open(int row);
@@ -137,6 +142,7 @@ private:
     void ask();
     void take(const std::shared_ptr<const ExplorerAnswer>& answer);
     void updateCrumbs();
+    void leaveUnknownLocation();
     void awaitPeriod();
     void setFailed();
 
@@ -148,10 +154,12 @@ private:
     ExplorerPlaces places_;
     int currentRow_ = 0;
     double scroll_ = 0;
+    int searchFocusTaken_ = 0;
     QTimer patience_;
     bool isLoading_ = false;
     bool hasFailed_ = false;
-    ExplorerReader reader_;  // last, so that it ends first
+    std::shared_ptr<ExplorerPages> pages_ = std::make_shared<ExplorerPages>();  // of the answer at work
+    LatestAnswer<std::shared_ptr<const ExplorerAnswer>> latest_;                // last, so that it ends first
 };
 
 }  // namespace brindle

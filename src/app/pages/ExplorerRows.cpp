@@ -1,12 +1,14 @@
 #include "app/pages/ExplorerRows.h"
 
-#include "model/FileNameText.h"
+#include "app/pages/PageText.h"
 #include "model/NumberText.h"
 #include "model/Translation.h"
 
+#include <QStringList>
 #include <algorithm>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
+#include <iterator>
 
 namespace brindle {
 namespace {
@@ -39,10 +41,6 @@ QString actionText(ChangeAction action) {
     return translated("Removed");
 }
 
-double share(std::int64_t part, std::int64_t whole) {
-    return whole > 0 ? static_cast<double>(part) / static_cast<double>(whole) : 0;
-}
-
 void setAmounts(ExplorerRow& row, std::int64_t added, std::int64_t freed) {
     if (added > 0 || freed == 0) {
         row.added = text(signedByteAmount(added));
@@ -52,6 +50,14 @@ void setAmounts(ExplorerRow& row, std::int64_t added, std::int64_t freed) {
         row.freed = text(signedByteAmount(-freed));
         row.freedExact = text(exactByteAmount(-freed));
     }
+}
+
+QString spokenOf(const ExplorerRow& row) {
+    QStringList parts{row.name, row.isFolder ? QString(translated("folder")) : row.action, row.description,
+                      row.added, row.freed};
+    if (row.isEstimated) parts.push_back(translated("estimated"));
+    parts.removeAll(QString());
+    return parts.join(QStringLiteral(", "));
 }
 
 }  // namespace
@@ -71,7 +77,8 @@ std::unique_ptr<ExplorerList> makeExplorerList() {
             {"freed", [](const ExplorerRow& row) { return row.freed; }},
             {"freedExact", [](const ExplorerRow& row) { return row.freedExact; }},
             {"addedShare", [](const ExplorerRow& row) { return row.addedShare; }},
-            {"freedShare", [](const ExplorerRow& row) { return row.freedShare; }}});
+            {"freedShare", [](const ExplorerRow& row) { return row.freedShare; }},
+            {"spoken", [](const ExplorerRow& row) { return row.spoken; }}});
 }
 
 ExplorerRow ExplorerRowMaker::row(const FolderSummary& summary, std::int64_t largestVolume,
@@ -81,14 +88,14 @@ ExplorerRow ExplorerRowMaker::row(const FolderSummary& summary, std::int64_t lar
     ExplorerRow row{.key = keyOf(ref, source), .folder = ref};
     row.isFolder = true;
     row.isEstimated = source == ChangeSource::estimated;
-    row.name = text(ref.components.empty() ? location
-                                           : fileNameText(ref.components.begin()[ref.components.size() - 1]));
+    row.name = text(ref.components.empty() ? location : fileNameText(*std::prev(ref.components.end())));
     row.description = filesText(totals.count);
     row.path =
         text(fmt::format("{}/{}", location, fileNameText(fmt::format("{}", fmt::join(ref.components, "/")))));
     setAmounts(row, totals.added, totals.freed);
-    row.addedShare = share(totals.added, largestVolume);
-    row.freedShare = share(totals.freed, largestVolume);
+    row.addedShare = shareOf(totals.added, largestVolume);
+    row.freedShare = shareOf(totals.freed, largestVolume);
+    row.spoken = spokenOf(row);
     return row;
 }
 
@@ -109,6 +116,7 @@ ExplorerRow ExplorerRowMaker::row(const FileChange& change) {
     row.action = actionText(change.action);
     setAmounts(row, std::max<std::int64_t>(change.byteDelta, 0),
                std::max<std::int64_t>(-change.byteDelta, 0));
+    row.spoken = spokenOf(row);
     return row;
 }
 

@@ -33,6 +33,7 @@ struct ExplorerRow {
     QString freedExact;
     double addedShare = 0;  // of the largest volume of change among the folders, 0 to 1
     double freedShare = 0;
+    QString spoken;  // all of it in one line, for those who hear it
 
     bool operator==(const ExplorerRow&) const = default;
 };

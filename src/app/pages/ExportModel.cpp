@@ -1,7 +1,6 @@
 #include "app/pages/ExportModel.h"
 
-#include "app/pages/ActivityTexts.h"
-#include "model/FileNameText.h"
+#include "app/pages/PageText.h"
 #include "model/NumberText.h"
 #include "model/PlatformText.h"
 #include "model/Translation.h"
@@ -52,8 +51,8 @@ QString ExportModel::summary() const {
 QString ExportModel::progressText() const {
     if (!exporter_.plan()) return {};
     const std::int64_t rows = rowsOf(*exporter_.plan());
-    return shown(translatedCount("{0} of {1} row written", "{0} of {1} rows written", rows),
-                 groupedNumber(exporter_.rowsWritten()), groupedNumber(rows));
+    return pageText(translatedCount("{0} of {1} row written", "{0} of {1} rows written", rows),
+                    groupedNumber(exporter_.rowsWritten()), groupedNumber(rows));
 }
 
 double ExportModel::progress() const {
@@ -67,7 +66,7 @@ QString ExportModel::finishedText() const {
 }
 
 QString ExportModel::finishedPath() const {
-    return QString::fromStdString(fileNameText(finished_));
+    return shownName(finished_);
 }
 
 QString ExportModel::revealText() const {

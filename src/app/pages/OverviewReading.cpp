@@ -9,7 +9,8 @@ OverviewReading readOverview(HistorySource& source, const HistorySnapshot& snaps
                              std::size_t contributors) {
     const LocalDay& today = snapshot.today;
     return {.sentence = readDaySentence(source, snapshot, scope, today),
-            .contributors = source.periodContributors(weekFirst, today, scope, contributors).get()};
+            .contributors = source.periodContributors(weekFirst, today, scope, contributors).get(),
+            .isComplete = true};
 }
 
 }  // namespace brindle

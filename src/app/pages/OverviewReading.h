@@ -13,6 +13,7 @@ namespace brindle {
 struct OverviewReading {
     std::string sentence;                     // today's change; empty without a check
     std::vector<FolderSummary> contributors;  // of the week, in the order of largestFirst()
+    bool isComplete = false;                  // it was read
 };
 
 /// Reads it, for as long as that takes, in memory that grows with the folders and not with the changes.

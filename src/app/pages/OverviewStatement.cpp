@@ -14,7 +14,7 @@ namespace brindle {
 namespace {
 
 void tellRecorded(OverviewStatement& statement, const ChangeTotals& totals) {
-    statement.state = OverviewStatement::Recorded;
+    statement.state = OverviewStatement::State::recorded;
     const std::int64_t net = totals.net();
     statement.netDirection = (net > 0) - (net < 0);
     statement.net = QString::fromStdString(signedByteAmount(net));
@@ -28,7 +28,7 @@ void tellRecorded(OverviewStatement& statement, const ChangeTotals& totals) {
 }
 
 void tellEstimated(OverviewStatement& statement, const EstimateTotals& totals) {
-    statement.state = OverviewStatement::Estimated;
+    statement.state = OverviewStatement::State::estimated;
     statement.net = pageText(translated("About {}"), byteAmount(totals.bytes));
     statement.netExact = QString::fromStdString(exactByteAmount(totals.bytes));
     statement.files =
@@ -83,13 +83,16 @@ OverviewStatement overviewStatement(const HistorySnapshot& snapshot, const Locat
     statement.troubles = troublesOf(snapshot, scope);
     if (!snapshot.latestCheck(scope)) return statement;
 
-    statement.state = OverviewStatement::NoCheck;
+    statement.state = OverviewStatement::State::noCheck;
     const DayState today = dayState(snapshot, snapshot.today, scope);
-    if (const auto* recorded = std::get_if<DayRecorded>(&today)) tellRecorded(statement, recorded->totals);
+    if (const auto* recorded = std::get_if<DayRecorded>(&today)) {
+        tellRecorded(statement, recorded->totals);
+        if (recorded->partial)
+            statement.partial =
+                pageText("{}", fmt::join(partialSentences(snapshot, scope, snapshot.today), " "));
+    }
     if (const auto* estimated = std::get_if<DayEstimated>(&today))
         tellEstimated(statement, estimated->totals);
-    statement.partial = QString::fromStdString(
-        fmt::format("{}", fmt::join(partialSentences(snapshot, scope, snapshot.today), " ")));
     statement.lastCheck = lastCheckText(snapshot, scope, calendar);
     tellWeek(statement, rangeFigures(snapshot, scope, weekFirst, snapshot.today, calendar));
     return statement;

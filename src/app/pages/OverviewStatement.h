@@ -3,7 +3,6 @@
 #include "model/Calendar.h"
 #include "model/HistorySnapshot.h"
 
-#include <QObject>
 #include <QString>
 #include <QStringList>
 
@@ -11,18 +10,14 @@ namespace brindle {
 
 /// What the Overview says of today and the week, ready to be shown.
 struct OverviewStatement {
-    Q_GADGET
-
-public:
-    enum State {
-        NothingYet,  // no location of the scope was ever checked
-        Recorded,
-        Estimated,
-        NoCheck,
+    enum class State {
+        nothingYet,  // no location of the scope was ever checked
+        recorded,
+        estimated,
+        noCheck,
     };
-    Q_ENUM(State)
 
-    State state = NothingYet;
+    State state = State::nothingYet;
     QString day;           // "Saturday, March 7, 2026"
     int netDirection = 0;  // of today's net change: -1, 0 or 1
     QString net;

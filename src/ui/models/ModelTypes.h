@@ -1,6 +1,11 @@
 #pragma once
 
 #include "app/pages/AboutModel.h"
+#include "app/pages/ActivityModel.h"
+#include "app/pages/DrivesModel.h"
+#include "app/pages/ExplorerModel.h"
+#include "app/pages/ExportModel.h"
+#include "app/pages/OverviewModel.h"
 #include "app/pages/ScopeModel.h"
 #include "app/pages/StorageHistoryModel.h"
 #include "app/pages/TrendsModel.h"
@@ -19,10 +24,45 @@ struct AboutModelType {
     QML_UNCREATABLE("made with the program")
 };
 
+struct ActivityModelType {
+    Q_GADGET
+    QML_FOREIGN(brindle::ActivityModel)
+    QML_NAMED_ELEMENT(ActivityModel)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct ExplorerModelType {
+    Q_GADGET
+    QML_FOREIGN(brindle::ExplorerModel)
+    QML_NAMED_ELEMENT(ExplorerModel)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct ExportModelType {
+    Q_GADGET
+    QML_FOREIGN(brindle::ExportModel)
+    QML_NAMED_ELEMENT(ExportModel)
+    QML_UNCREATABLE("made with the program")
+};
+
 struct ScopeModelType {
     Q_GADGET
     QML_FOREIGN(brindle::ScopeModel)
     QML_NAMED_ELEMENT(ScopeModel)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct DrivesModelType {
+    Q_GADGET
+    QML_FOREIGN(brindle::DrivesModel)
+    QML_NAMED_ELEMENT(DrivesModel)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct OverviewModelType {
+    Q_GADGET
+    QML_FOREIGN(brindle::OverviewModel)
+    QML_NAMED_ELEMENT(OverviewModel)
     QML_UNCREATABLE("made with the program")
 };
 

@@ -13,7 +13,7 @@ namespace brindle {
 /// of the system whose digits are. Each weight has to be asked for once, and then makes up the same family.
 [[nodiscard]] QString tabularFamily(const QFont& font);
 
-/// Whether a digit is as wide as any other.
+/// Whether each digit is as wide as any other, to half a percent: some fonts round their widths.
 [[nodiscard]] bool hasTabularDigits(const QFont& font);
 
 }  // namespace brindle

@@ -1,5 +1,6 @@
 pragma Singleton
 import QtQuick
+import Brindle.Theme
 
 // Every colour, font and measure of the interface.
 ThemeTokens {

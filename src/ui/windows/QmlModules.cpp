@@ -3,7 +3,10 @@
 #include <QtPlugin>
 
 Q_IMPORT_PLUGIN(Brindle_ChartsPlugin)
+Q_IMPORT_PLUGIN(Brindle_MarksPlugin)
 Q_IMPORT_PLUGIN(Brindle_ModelsPlugin)
+Q_IMPORT_PLUGIN(Brindle_PagesPlugin)
+Q_IMPORT_PLUGIN(Brindle_PartsPlugin)
 Q_IMPORT_PLUGIN(Brindle_ThemePlugin)
 Q_IMPORT_PLUGIN(Brindle_WindowsPlugin)
 

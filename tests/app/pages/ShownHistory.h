@@ -57,7 +57,7 @@ private:
         options.dataDirectory = directory_;
         return std::make_unique<AppModel>(
             AppParts{.options = options,
-                     .preferences = {.startupSetupCompleted = true},
+                     .preferences = {.checksPaused = true, .startupSetupCompleted = true},
                      .settingsFile = SettingsFile(settings),
                      .session = {.dataDirectory = directory_,
                                  .now = [this] { return now_; },

@@ -1,0 +1,11 @@
+import QtQuick
+import Brindle.Theme
+
+// What a group of things is called.
+Text {
+    font: Theme.section
+    color: Theme.text
+    wrapMode: Text.Wrap
+    Accessible.role: Accessible.Heading
+    Accessible.name: text
+}
