@@ -33,8 +33,7 @@ class TrendsModel : public QObject {
     Q_PROPERTY(QList<qreal> sizeShares READ sizeShares NOTIFY changed)
     Q_PROPERTY(QAbstractListModel* figures READ figures CONSTANT)
     Q_PROPERTY(QString coverage READ coverage NOTIFY changed)
-    Q_PROPERTY(QString periodBefore READ periodBefore NOTIFY changed)
-    Q_PROPERTY(QString noComparison READ noComparison NOTIFY changed)
+    Q_PROPERTY(QString comparison READ comparison NOTIFY changed)
     Q_PROPERTY(QStringList notes READ notes NOTIFY changed)
     Q_PROPERTY(int currentRow READ currentRow WRITE setCurrentRow NOTIFY currentChanged)
     Q_PROPERTY(QString currentDay READ currentDay NOTIFY currentChanged)
@@ -71,10 +70,8 @@ public:
 
     [[nodiscard]] FigureList* figures() { return figures_.get(); }
     [[nodiscard]] const QString& coverage() const { return coverage_; }
-    /// The days that the range is compared with; empty when there is no comparison, and then the sentence
-    /// says why.
-    [[nodiscard]] const QString& periodBefore() const { return periodBefore_; }
-    [[nodiscard]] const QString& noComparison() const { return noComparison_; }
+    /// Which days the range is compared with, and on what their figures rest; or why with none.
+    [[nodiscard]] const QString& comparison() const { return comparison_; }
     /// What is to be known of the figures: locations that came and went, a sentence each.
     [[nodiscard]] const QStringList& notes() const { return notes_; }
 
@@ -137,8 +134,7 @@ private:
     QList<qreal> sizeShares_;
     std::unique_ptr<FigureList> figures_ = makeFigureList();
     QString coverage_;
-    QString periodBefore_;
-    QString noComparison_;
+    QString comparison_;
     QStringList notes_;
     int currentRow_ = -1;
     QString currentDay_;

@@ -69,7 +69,7 @@ TEST_F(TrendsModelTest, AWeekHasItsBarsItsGapsAndTheSizeCarriedOver) {
 
     EXPECT_THAT(figures(*page_.figures()), ElementsAre("Net change +27.0 kB ()", "Added +28.0 kB ()",
                                                        "Freed \u22121.0 kB ()", "Tracked size 40.0 kB ()"));
-    EXPECT_EQ(page_.noComparison(),
+    EXPECT_EQ(page_.comparison(),
               "There is nothing to compare with: tracking began on Wednesday, February 25.");
     EXPECT_EQ(page_.coverage(), "6 of 7 days recorded, 1 without a check");
 }
