@@ -2,9 +2,13 @@
 
 #include "app/pages/AboutModel.h"
 #include "app/pages/ActivityModel.h"
+#include "app/pages/DrivesModel.h"
 #include "app/pages/ExplorerModel.h"
 #include "app/pages/ExportModel.h"
+#include "app/pages/OverviewModel.h"
 #include "app/pages/ScopeModel.h"
+#include "app/pages/StorageHistoryModel.h"
+#include "app/pages/TrendsModel.h"
 #include "app/pages/WindowModel.h"
 
 #include <QtQml/qqml.h>
@@ -45,6 +49,34 @@ struct ScopeModelType {
     Q_GADGET
     QML_FOREIGN(brindle::ScopeModel)
     QML_NAMED_ELEMENT(ScopeModel)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct DrivesModelType {
+    Q_GADGET
+    QML_FOREIGN(brindle::DrivesModel)
+    QML_NAMED_ELEMENT(DrivesModel)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct OverviewModelType {
+    Q_GADGET
+    QML_FOREIGN(brindle::OverviewModel)
+    QML_NAMED_ELEMENT(OverviewModel)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct StorageHistoryModelType {
+    Q_GADGET
+    QML_FOREIGN(brindle::StorageHistoryModel)
+    QML_NAMED_ELEMENT(StorageHistoryModel)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct TrendsModelType {
+    Q_GADGET
+    QML_FOREIGN(brindle::TrendsModel)
+    QML_NAMED_ELEMENT(TrendsModel)
     QML_UNCREATABLE("made with the program")
 };
 
