@@ -17,7 +17,7 @@ Scene::Scene(const Preferences& preferences)
 
 Scene::~Scene() = default;
 
-QQuickItem& Scene::show(const QByteArray& qml, QSize size) {
+QQuickItem& Scene::show(const QByteArray& qml, QSize size, const QVariantMap& properties) {
     shown_.reset();
     QQmlComponent component(&engine_);
     component.setData(
@@ -25,7 +25,8 @@ QQuickItem& Scene::show(const QByteArray& qml, QSize size) {
         "import Brindle.Parts\n" +
             qml,
         QUrl());
-    shown_.reset(qobject_cast<QQuickItem*>(component.create()));
+    if (component.isError()) throw std::runtime_error(component.errorString().toStdString());
+    shown_.reset(qobject_cast<QQuickItem*>(component.createWithInitialProperties(properties)));
     if (!shown_) throw std::runtime_error(component.errorString().toStdString());
     shown_->setParentItem(window_.contentItem());
     shown_->setSize(size);
