@@ -21,8 +21,8 @@ QQuickItem& Scene::show(const QByteArray& qml, QSize size) {
     shown_.reset();
     QQmlComponent component(&engine_);
     component.setData(
-        "import QtQuick\nimport QtQuick.Layouts\nimport Brindle.Theme\nimport Brindle.Marks\n"
-        "import Brindle.Parts\n" +
+        "import QtQuick\nimport QtQuick.Layouts\nimport Brindle.Marks\nimport Brindle.Parts\n"
+        "import Brindle.Theme\n" +
             qml,
         QUrl());
     shown_.reset(qobject_cast<QQuickItem*>(component.create()));
