@@ -20,13 +20,11 @@ std::vector<ListModel<DriveSpaceRow, std::string>::Role> driveRoles() {
     return {{"name", [](const Row& row) { return row.drive.name; }},
             {"mountPath", [](const Row& row) { return row.drive.mountPath; }},
             {"available", [](const Row& row) { return row.drive.available; }},
-            {"snapshots", [](const Row& row) { return row.drive.snapshots; }},
-            {"purgeable", [](const Row& row) { return row.drive.purgeable; }},
             {"used", [](const Row& row) { return row.used; }},
             {"usedExact", [](const Row& row) { return row.usedExact; }},
             {"measured", [](const Row& row) { return row.measured; }},
             {"spaceParts", [](const Row& row) { return row.parts; }},
-            {"forecast", [](const Row& row) { return row.outlook.forecast; }},
+            {"notes", [](const Row& row) { return row.notes; }},
             {"reconciliation", [](const Row& row) { return row.outlook.reconciliation; }}};
 }
 
@@ -104,6 +102,8 @@ void DrivesModel::showDrives() {
             row.parts = spaceParts(found->second, reading);
         if (const auto found = outlooks_.find(drive.id); found != outlooks_.end())
             row.outlook = found->second;
+        for (const QString& note : {row.outlook.forecast, drive.purgeable, drive.snapshots})
+            if (!note.isEmpty()) row.notes += note;
         row.drive = std::move(drive);
         rows.push_back(std::move(row));
     }

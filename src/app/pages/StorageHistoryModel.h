@@ -4,6 +4,7 @@
 #include "app/LatestAnswer.h"
 #include "app/pages/CalendarRows.h"
 #include "app/pages/FigureList.h"
+#include "app/pages/ScopeModel.h"
 
 #include <QObject>
 #include <QString>
@@ -20,6 +21,7 @@ namespace brindle {
 /// Thread: main.
 class StorageHistoryModel : public QObject {
     Q_OBJECT
+    Q_PROPERTY(brindle::ScopeModel* scopes READ scopes CONSTANT)
     Q_PROPERTY(QString month READ month NOTIFY changed)
     Q_PROPERTY(QStringList weekdayNames READ weekdayNames NOTIFY changed)
     Q_PROPERTY(int weekCount READ weekCount NOTIFY changed)
@@ -41,6 +43,8 @@ class StorageHistoryModel : public QObject {
 
 public:
     explicit StorageHistoryModel(AppModel& model, QObject* parent = nullptr);
+
+    [[nodiscard]] ScopeModel* scopes() { return &scopes_; }
 
     /// "March 2026".
     [[nodiscard]] const QString& month() const { return month_; }
@@ -106,6 +110,7 @@ private:
     void moveInWeek(bool toStart);
 
     AppModel& model_;
+    ScopeModel scopes_{model_};
     std::optional<Shown> shown_;  // absent while the history is another one than what is shown
     std::optional<std::pair<LocalDay, LocationScope>> described_;  // what the sentence is of
     QString month_;

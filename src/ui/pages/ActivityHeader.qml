@@ -36,12 +36,8 @@ Column {
             visible: !root.model.isToday
             onClicked: root.model.showToday()
         }
-        ChoiceBox {
-            label: Catalogue.translated("Locations")
-            options: root.model.scopes.options
-            currentIndex: root.model.scopes.currentIndex
-            visible: root.model.scopes.hasChoice
-            onChosen: index => root.model.scopes.choose(index)
+        ScopeChoice {
+            scopes: root.model.scopes
         }
         PushButton {
             text: Catalogue.translated("Export…")
