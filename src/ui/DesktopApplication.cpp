@@ -1,10 +1,16 @@
 #include "ui/DesktopApplication.h"
 
+#include "ui/windows/QmlModules.h"
+
 #include <QEvent>
+#include <QQuickStyle>
 
 namespace brindle {
 
 DesktopApplication::DesktopApplication(int& argc, char** argv) : QApplication(argc, argv) {
+    registerQmlModules();
+    // What is stock follows the theme, which has been made for this style.
+    QQuickStyle::setStyle("Basic");
     setApplicationName("Brindle");
     setDesktopFileName("org.brindle.brindle");
     setQuitOnLastWindowClosed(false);

@@ -21,8 +21,8 @@ QQuickItem& Scene::show(const QByteArray& qml, QSize size, const QVariantMap& pr
     shown_.reset();
     QQmlComponent component(&engine_);
     component.setData(
-        "import QtQuick\nimport QtQuick.Layouts\nimport Brindle.Theme\nimport Brindle.Marks\n"
-        "import Brindle.Parts\n" +
+        "import QtQuick\nimport QtQuick.Layouts\nimport Brindle.Marks\nimport Brindle.Parts\n"
+        "import Brindle.Theme\n" +
             qml,
         QUrl());
     if (component.isError()) throw std::runtime_error(component.errorString().toStdString());

@@ -6,6 +6,7 @@
 
 #include <QAccessible>
 #include <QElapsedTimer>
+#include <QQuickItem>
 #include <stdexcept>
 
 namespace brindle {

@@ -5,10 +5,11 @@ import Brindle.Parts
 import Brindle.Theme
 
 // Where the space of every drive is, and how every location fares.
-PageScroll {
+ScrollArea {
     id: root
 
     required property DrivesModel model
+    required property int widthClass
 
     PageHeader {
         Layout.fillWidth: true

@@ -61,6 +61,7 @@ Card {
         }
         ColumnLayout {
             Layout.alignment: Qt.AlignTop
+            Layout.fillWidth: !root.isWide
             Layout.preferredWidth: root.isWide ? Theme.scaled(240) : -1
             spacing: Theme.gapTiny
 
@@ -89,10 +90,10 @@ Card {
         }
         ByteAmount {
             Layout.alignment: Qt.AlignTop
-            Layout.preferredWidth: root.isWide ? Theme.scaled(96) : -1
+            Layout.preferredWidth: root.isWide ? Theme.scaled(104) : -1
             amount: root.size
             exact: root.sizeExact
-            visible: root.size.length > 0
+            visible: root.isWide || root.size.length > 0
         }
     }
     Text {

@@ -6,10 +6,11 @@ import Brindle.Parts
 import Brindle.Theme
 
 // Today's statement, the last seven days, the folders behind them, and the drives.
-PageScroll {
+ScrollArea {
     id: root
 
     required property OverviewModel model
+    required property int widthClass
 
     readonly property bool hasFigures: root.model.state !== OverviewModel.NothingYet && root.model.state !== OverviewModel.FirstCheck
 
@@ -18,8 +19,13 @@ PageScroll {
         subtitle: root.model.day
         title: Catalogue.translated("Overview")
 
-        ScopeChoice {
-            scopes: root.model.scopes
+        ChoiceBox {
+            currentIndex: root.model.scopes.currentIndex
+            label: Catalogue.translated("Locations")
+            options: root.model.scopes.options
+            visible: root.model.scopes.hasChoice
+
+            onChosen: index => root.model.scopes.choose(index)
         }
     }
     Repeater {
@@ -64,24 +70,28 @@ PageScroll {
 
         OverviewToday {
             Layout.fillHeight: true
+            Layout.fillWidth: true
             Layout.preferredWidth: cards.cardWidth
             model: root.model
             visible: root.hasFigures
         }
         OverviewWeek {
             Layout.fillHeight: true
+            Layout.fillWidth: true
             Layout.preferredWidth: cards.cardWidth
             model: root.model
             visible: root.hasFigures
         }
         OverviewFolders {
             Layout.fillHeight: true
+            Layout.fillWidth: true
             Layout.preferredWidth: cards.cardWidth
             model: root.model
             visible: root.hasFigures
         }
         OverviewDrives {
             Layout.fillHeight: true
+            Layout.fillWidth: true
             Layout.preferredWidth: cards.cardWidth
             model: root.model
         }

@@ -4,7 +4,7 @@ import QtQuick.Templates as T
 import Brindle.Theme
 
 // A page that is higher than the window: its content stands in a column and says with Layout how wide it is. What
-// the keyboard comes to is brought into sight.
+// the keyboard comes to is brought into sight; Page Up and Page Down reach what it does not come to.
 Flickable {
     id: root
 
@@ -22,6 +22,10 @@ Flickable {
         else if (bottom > root.contentY + root.height)
             root.contentY = Math.min(Math.max(0, root.contentHeight - root.height), bottom - root.height);
     }
+    function turnPage(direction: int) {
+        const lowest = Math.max(0, root.contentHeight - root.height);
+        root.contentY = Math.max(0, Math.min(root.contentY + direction * (root.height - Theme.margin), lowest));
+    }
     function holds(item: Item): bool {
         let place = item;
         while (place !== null && place !== column)
@@ -33,6 +37,11 @@ Flickable {
     boundsBehavior: Flickable.StopAtBounds
     contentWidth: width
     contentHeight: column.implicitHeight + 2 * Theme.gapLarge
+    Keys.onPressed: event => {
+        event.accepted = event.key === Qt.Key_PageDown || event.key === Qt.Key_PageUp;
+        if (event.accepted)
+            root.turnPage(event.key === Qt.Key_PageDown ? 1 : -1);
+    }
     onFocusedItemChanged: {
         if (root.focusedItem !== null && root.holds(root.focusedItem))
             root.reveal(root.focusedItem);

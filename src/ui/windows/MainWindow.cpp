@@ -1,6 +1,5 @@
 #include "ui/windows/MainWindow.h"
 
-#include "ui/windows/QmlModules.h"
 
 #include <QVariantMap>
 #include <stdexcept>
@@ -42,8 +41,8 @@ void MainWindow::hide() {
 }
 
 void MainWindow::create() {
-    registerQmlModules();
     engine_ = std::make_unique<QQmlApplicationEngine>();
+    engine_->addImportPath("qrc:/qt/qml");
     engine_->setInitialProperties({{"model", QVariant::fromValue(&windowModel_)},
                                    {"overview", QVariant::fromValue(&overview_)},
                                    {"activity", QVariant::fromValue(&activity_)},
