@@ -25,6 +25,8 @@ Card {
 
     readonly property bool isWide: root.width >= Theme.scaled(760)
 
+    padding: Theme.gapLarge
+
     GridLayout {
         Layout.fillWidth: true
         columnSpacing: Theme.gapLarge
@@ -106,6 +108,7 @@ Card {
     }
     Flow {
         Layout.fillWidth: true
+        Layout.topMargin: Theme.gapTiny
         spacing: Theme.gapSmall
         visible: root.canShow || root.unreadable.length > 0
 

@@ -15,7 +15,7 @@ Card {
     SectionTitle {
         Layout.bottomMargin: Theme.gapSmall
         Layout.fillWidth: true
-        text: Catalogue.translated("Folders that changed most this week")
+        text: Catalogue.translated("Largest contributors, last seven days")
     }
     Repeater {
         model: root.model.contributors
