@@ -16,6 +16,7 @@ ScrollArea {
         title: Catalogue.translated("Drives & folders")
     }
     EmptyState {
+        Layout.alignment: Qt.AlignHCenter
         Layout.fillWidth: true
         Layout.topMargin: Theme.margin
         sentence: root.model.emptySentence
