@@ -5,11 +5,10 @@ import Brindle.Parts
 import Brindle.Theme
 
 // Where the space of every drive is, and how every location fares.
-ScrollArea {
+PageScroll {
     id: root
 
     required property DrivesModel model
-    required property int widthClass
 
     PageHeader {
         Layout.fillWidth: true

@@ -6,11 +6,10 @@ import Brindle.Parts
 import Brindle.Theme
 
 // Today's statement, the last seven days, the folders behind them, and the drives.
-ScrollArea {
+PageScroll {
     id: root
 
     required property OverviewModel model
-    required property int widthClass
 
     readonly property bool hasFigures: root.model.state !== OverviewModel.NothingYet && root.model.state !== OverviewModel.FirstCheck
 
@@ -19,13 +18,8 @@ ScrollArea {
         subtitle: root.model.day
         title: Catalogue.translated("Overview")
 
-        ChoiceBox {
-            currentIndex: root.model.scopes.currentIndex
-            label: Catalogue.translated("Locations")
-            options: root.model.scopes.options
-            visible: root.model.scopes.hasChoice
-
-            onChosen: index => root.model.scopes.choose(index)
+        ScopeChoice {
+            scopes: root.model.scopes
         }
     }
     Repeater {

@@ -5,11 +5,10 @@ import Brindle.Parts
 import Brindle.Theme
 
 // The days that are kept as calendars of their months, and beside them what is known of the selected one.
-ScrollArea {
+PageScroll {
     id: root
 
     required property StorageHistoryModel model
-    required property int widthClass
 
     readonly property bool isBeside: width >= Theme.scaled(880)
 
@@ -17,12 +16,8 @@ ScrollArea {
         title: Catalogue.translated("Storage history")
         Layout.fillWidth: true
 
-        ChoiceBox {
-            label: Catalogue.translated("Locations")
-            options: root.model.scopes.options
-            currentIndex: root.model.scopes.currentIndex
-            visible: root.model.scopes.hasChoice
-            onChosen: index => root.model.scopes.choose(index)
+        ScopeChoice {
+            scopes: root.model.scopes
         }
     }
     GridLayout {

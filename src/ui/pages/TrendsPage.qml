@@ -7,11 +7,10 @@ import Brindle.Theme
 
 // A week, a month or a quarter as a chart or as a table, with the figures of the whole and the folders that
 // contributed most.
-ScrollArea {
+PageScroll {
     id: root
 
     required property TrendsModel model
-    required property int widthClass
 
     readonly property bool isBeside: width >= Theme.scaled(1000)
 
@@ -43,12 +42,8 @@ ScrollArea {
             currentIndex: root.model.range
             onChosen: index => root.model.chooseRange(index)
         }
-        ChoiceBox {
-            label: Catalogue.translated("Locations")
-            options: root.model.scopes.options
-            currentIndex: root.model.scopes.currentIndex
-            visible: root.model.scopes.hasChoice
-            onChosen: index => root.model.scopes.choose(index)
+        ScopeChoice {
+            scopes: root.model.scopes
         }
     }
     Card {
