@@ -1,4 +1,5 @@
 import QtQuick
+import Brindle.Charts
 import Brindle.Theme
 
 // Days as bars of what came, above a zero line, and what went, below it, under the line of the tracked size. One

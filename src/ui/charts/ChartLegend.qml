@@ -1,4 +1,5 @@
 import QtQuick
+import Brindle.Charts
 import Brindle.Theme
 
 // What the bars of a chart of days mean.
