@@ -22,10 +22,9 @@ QQuickItem& Scene::show(const QByteArray& qml, QSize size, const QVariantMap& pr
     QQmlComponent component(&engine_);
     component.setData(
         "import QtQuick\nimport QtQuick.Layouts\nimport Brindle.Theme\nimport Brindle.Marks\n"
-        "import Brindle.Parts\n" +
+        "import Brindle.Parts\nimport Brindle.Pages\n" +
             qml,
         QUrl());
-    if (component.isError()) throw std::runtime_error(component.errorString().toStdString());
     shown_.reset(qobject_cast<QQuickItem*>(component.createWithInitialProperties(properties)));
     if (!shown_) throw std::runtime_error(component.errorString().toStdString());
     shown_->setParentItem(window_.contentItem());

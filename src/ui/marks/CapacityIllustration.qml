@@ -59,13 +59,13 @@ Item {
         GridPath {
             required property int index
             required property string modelData
-            readonly property Layer layer: root.layers[index] as Layer
+            readonly property var tones: root.layers[index]
 
             anchors.fill: parent
             path: modelData
             grid: MarkPaths.capacityGrid
-            fill: layer.fill
-            outline: layer.outline
+            fill: tones.fill
+            outline: tones.outline
             lineWidth: 1.5
         }
     }

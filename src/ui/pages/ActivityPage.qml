@@ -44,13 +44,14 @@ FocusScope {
             top: parent.top
             leftMargin: Theme.margin
             rightMargin: Theme.margin
-            topMargin: Theme.gapLarge
+            topMargin: root.isLow ? 0 : Theme.gapLarge
         }
 
         ColumnLayout {
             id: top
 
             parent: root.isLow && list.headerItem ? list.headerItem : fixedPlace
+            y: root.isLow ? Theme.gapLarge : 0
             width: parent.width
             spacing: Theme.gap
 
@@ -76,7 +77,7 @@ FocusScope {
 
         explorer: root.explorer
         widthClass: root.widthClass
-        headerHeight: root.isLow ? top.implicitHeight + Theme.gap : 0
+        headerHeight: root.isLow ? top.implicitHeight + Theme.gapLarge + Theme.gapSmall : 0
         focus: true
         anchors {
             left: parent.left

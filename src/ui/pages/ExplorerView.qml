@@ -7,6 +7,8 @@ import Brindle.Theme
 ListView {
     id: root
 
+    objectName: "changes"
+
     required property ExplorerModel explorer
     required property int widthClass
     required property real headerHeight

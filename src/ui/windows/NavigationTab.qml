@@ -56,7 +56,7 @@ T.AbstractButton {
             }
         }
         FocusRing {
-            visible: root.visualFocus
+            isShown: root.visualFocus
         }
     }
 }
