@@ -8,7 +8,7 @@ import unittest
 from pathlib import Path
 
 TOOLS = Path(__file__).resolve().parent
-CHECKS = ("check_layers.py", "check_tests_built.py", "check_words.py", "check_docs.py")
+CHECKS = ("check_layers.py", "check_tests_built.py", "check_words.py", "check_docs.py", "check_qml.py")
 
 SOUND = {
     "CMakeLists.txt": "add_subdirectory(src)\nadd_subdirectory(tests)\n",
@@ -19,12 +19,21 @@ SOUND = {
     "src/model/linux/Clock.cpp": "",
     "src/store/CMakeLists.txt": "brindle_layer(store SOURCES Store.cpp LAYERS model LIBRARIES SQLite::SQLite3)\n",
     "src/store/Store.cpp": '#include "model/Day.h"\n#include <sqlite3.h>\n',
+    "src/ui/parts/CMakeLists.txt": "brindle_qml_module(parts QML_FILES Bar.qml MODULES theme)\n",
+    "src/ui/parts/Bar.qml": "import QtQuick\n\nRectangle {\n    width: 2 * Theme.gap\n    height: Theme.scaled(48)\n"
+                            "    x: parent.width / 2\n    color: flat ? \"transparent\" : Theme.line\n}\n",
     "tests/CMakeLists.txt": "brindle_test(model_tests SOURCES DayTests.cpp LAYERS model)\n",
     "tests/DayTests.cpp": '// "/home/ann/Music" has one part 2 folders deep\n',
     "README.md": "See [the layers](docs/ARCHITECTURE.md#layers) and [elsewhere](https://example.org).\n",
     "docs/ARCHITECTURE.md": "| layer | may include | what it is for |\n|---|---|---|\n"
                             "| `model/` | nothing | values |\n| `store/` | `model` | rows |\n",
 }
+
+
+
+def bar(line):
+    return f"import QtQuick\n\nRectangle {{\n    {line}\n}}\n"
+
 
 # The check that must find it, the file that is planted, its text, and how the finding begins.
 PLANTED = (
@@ -54,6 +63,13 @@ PLANTED = (
     ("check_docs.py", "src/scan/CMakeLists.txt", "brindle_layer(scan SOURCES)\n",
      "docs/ARCHITECTURE.md:1: the layer scan is missing"),
     ("check_docs.py", "src/store/CMakeLists.txt", "", "docs/ARCHITECTURE.md:4: store is no layer"),
+    ("check_qml.py", "src/ui/parts/Bar.qml", bar("width: parent.width - 12"), "src/ui/parts/Bar.qml:4: a length"),
+    ("check_qml.py", "src/ui/parts/Bar.qml", bar("anchors.leftMargin: 3"), "src/ui/parts/Bar.qml:4: a length"),
+    ("check_qml.py", "src/ui/parts/Bar.qml", bar('color: "#203040"'), "src/ui/parts/Bar.qml:4: a colour"),
+    ("check_qml.py", "src/ui/parts/Bar.qml", bar('border.color: "red"'), "src/ui/parts/Bar.qml:4: a colour"),
+    ("check_qml.py", "src/ui/parts/Bar.qml", bar("font.pixelSize: 12"), "src/ui/parts/Bar.qml:4: a font size"),
+    ("check_qml.py", "src/ui/parts/Bar.qml", bar("visible:true"), "src/ui/parts/Bar.qml:1: is not formatted"),
+    ("check_qml.py", "src/ui/parts/Late.qml", bar("visible: true"), "src/ui/parts/Late.qml:1: is in no module"),
 )
 
 SKIPPING = """<testsuite><testcase name="Ran" status="run"/>

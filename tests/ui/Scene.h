@@ -11,6 +11,7 @@
 #include <QStringList>
 #include <QVariantMap>
 #include <memory>
+#include <string>
 
 namespace brindle {
 
@@ -32,7 +33,7 @@ public:
     /// What was last shown, or an item in it, by its objectName. Throws when there is none.
     [[nodiscard]] QQuickItem& item(const QString& name = {});
     /// What the engine warned of since the scene was made.
-    [[nodiscard]] const QStringList& warnings() const { return warnings_; }
+    [[nodiscard]] std::string warnings() const { return warnings_.join('\n').toStdString(); }
 
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
     void click(QQuickItem& item);

@@ -45,7 +45,7 @@ TEST(Theme, FollowsTheSettingsAndTheSystemAtOnce) {
     EXPECT_GT(shown.property("motion").toInt(), 0);
     scene.appearance().setSystem({.isMotionReduced = true});
     EXPECT_EQ(shown.property("motion").toInt(), 0);
-    EXPECT_EQ(scene.warnings(), QStringList());
+    EXPECT_EQ(scene.warnings(), "");
 }
 
 TEST(Theme, FramesThatHoldTextGrowWithIt) {

@@ -8,46 +8,8 @@ Item {
 
     // By path: the box, its guides and brackets, the floor, the slab's side and top, its lights, and the layers
     // on it.
-    readonly property list<QtObject> layers: [
-        Layer {
-            outline: Theme.controlLine
-        },
-        Layer {
-            outline: Theme.line
-        },
-        Layer {
-            outline: Theme.accent
-        },
-        Layer {
-            fill: Theme.raised
-            outline: Theme.line
-        },
-        Layer {
-            fill: Theme.notVisibleTone
-        },
-        Layer {
-            fill: Theme.surface
-            outline: Theme.controlLine
-        },
-        Layer {
-            outline: Theme.surface
-        },
-        Layer {
-            fill: Theme.barTrack
-            outline: Theme.controlLine
-        },
-        Layer {
-            fill: Theme.accent
-        },
-        Layer {
-            fill: Theme.surface
-        }
-    ]
-
-    component Layer: QtObject {
-        property color fill: "transparent"
-        property color outline: "transparent"
-    }
+    readonly property var outlines: [Theme.controlLine, Theme.line, Theme.accent, Theme.line, "transparent", Theme.controlLine, Theme.surface, Theme.controlLine, "transparent", "transparent"]
+    readonly property var fills: ["transparent", "transparent", "transparent", Theme.raised, Theme.notVisibleTone, Theme.surface, "transparent", Theme.barTrack, Theme.accent, Theme.surface]
 
     implicitWidth: Theme.scaled(MarkPaths.capacityGrid.width)
     implicitHeight: Theme.scaled(MarkPaths.capacityGrid.height)
@@ -59,13 +21,12 @@ Item {
         GridPath {
             required property int index
             required property string modelData
-            readonly property var tones: root.layers[index]
 
             anchors.fill: parent
             path: modelData
             grid: MarkPaths.capacityGrid
-            fill: tones.fill
-            outline: tones.outline
+            fill: root.fills[index]
+            outline: root.outlines[index]
             lineWidth: 1.5
         }
     }

@@ -24,7 +24,7 @@ Item {
 
     signal activated
 
-    implicitWidth: texts.implicitWidth
+    implicitWidth: Math.max(captionText.implicitWidth, amountText.implicitWidth)
     implicitHeight: texts.implicitHeight
     Accessible.role: Accessible.StaticText
     Accessible.name: root.spoken
@@ -62,12 +62,12 @@ Item {
     Column {
         id: texts
 
-        anchors.left: parent.left
-        anchors.right: parent.right
         spacing: Theme.gapTiny
 
         Text {
-            width: parent.width
+            id: captionText
+
+            width: root.width
             text: root.caption
             font: Theme.caption
             color: Theme.textSecondary
@@ -75,11 +75,11 @@ Item {
             Accessible.ignored: true
         }
         Text {
-            width: parent.width
+            id: amountText
+
+            width: root.width
             text: root.amount
             font: root.isLarge ? Theme.figureLarge : Theme.figure
-            fontSizeMode: Text.HorizontalFit
-            minimumPixelSize: Theme.figureSmall.pixelSize
             color: [Theme.text, Theme.added, Theme.freed, Theme.estimated][root.tone]
             Accessible.ignored: true
         }

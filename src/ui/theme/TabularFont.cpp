@@ -126,7 +126,7 @@ bool hasTabularDigits(const QFont& font) {
     const QFontMetricsF metrics(font);
     const double width = metrics.horizontalAdvance("0000000000");
     for (const char digit : {'1', '2', '3', '4', '5', '6', '7', '8', '9'})
-        if (std::abs(metrics.horizontalAdvance(QString(10, QChar(digit))) - width) > width / 500)
+        if (std::abs(metrics.horizontalAdvance(QString(10, QChar(digit))) - width) > width / 200)
             return false;
     return true;
 }
