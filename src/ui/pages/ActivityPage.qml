@@ -1,7 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
 import Brindle.Models
-import Brindle.Parts
 import Brindle.Theme
 
 // A day or a period: its figures, and the folders and files behind them. Where the window is low, what stands
@@ -64,7 +63,7 @@ FocusScope {
                 id: toolbar
                 explorer: root.explorer
                 Layout.fillWidth: true
-                onLeft: list.forceActiveFocus(Qt.TabFocusReason)
+                onSearched: list.forceActiveFocus(Qt.TabFocusReason)
             }
             ExplorerTrail {
                 explorer: root.explorer

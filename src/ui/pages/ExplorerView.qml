@@ -42,7 +42,8 @@ ListView {
     Accessible.role: Accessible.List
     Accessible.name: Catalogue.translated("Changes")
 
-    Component.onCompleted: root.restorePlace()
+    // Once it has its size.
+    Component.onCompleted: Qt.callLater(root.restorePlace)
     onCurrentIndexChanged: if (root.isPlaceKept)
         root.explorer.currentRow = root.currentIndex
     onContentYChanged: if (root.isPlaceKept)
