@@ -25,7 +25,8 @@ QQuickItem& Scene::show(const QByteArray& qml, QSize size, const QVariantMap& pr
         "import Brindle.Parts\nimport Brindle.Pages\n" +
             qml,
         QUrl());
-    shown_.reset(qobject_cast<QQuickItem*>(component.createWithInitialProperties(properties)));
+    if (component.isReady())
+        shown_.reset(qobject_cast<QQuickItem*>(component.createWithInitialProperties(properties)));
     if (!shown_) throw std::runtime_error(component.errorString().toStdString());
     shown_->setParentItem(window_.contentItem());
     shown_->setSize(size);

@@ -1,7 +1,5 @@
 import QtQuick
-import QtQuick.Layouts
 import Brindle.Models
-import Brindle.Parts
 import Brindle.Theme
 
 // A day or a period: its figures, and the folders and files behind them. Where the window is low, what stands
@@ -47,7 +45,7 @@ FocusScope {
             topMargin: root.isLow ? 0 : Theme.gapLarge
         }
 
-        ColumnLayout {
+        Column {
             id: top
 
             parent: root.isLow && list.headerItem ? list.headerItem : fixedPlace
@@ -56,19 +54,23 @@ FocusScope {
             spacing: Theme.gap
 
             ActivityHeader {
+                width: top.width
                 model: root.model
-                Layout.fillWidth: true
                 onEstimatesRequested: list.showEstimates()
             }
             ExplorerToolbar {
                 id: toolbar
+                width: top.width
                 explorer: root.explorer
-                Layout.fillWidth: true
-                onLeft: list.forceActiveFocus(Qt.TabFocusReason)
+                onSearched: list.forceActiveFocus(Qt.TabFocusReason)
             }
             ExplorerTrail {
+                width: top.width
                 explorer: root.explorer
-                Layout.fillWidth: true
+            }
+            ExplorerColumns {
+                width: top.width
+                explorer: root.explorer
             }
         }
     }
