@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Layouts
 import Brindle.Models
 import Brindle.Theme
 
@@ -46,7 +45,7 @@ FocusScope {
             topMargin: root.isLow ? 0 : Theme.gapLarge
         }
 
-        ColumnLayout {
+        Column {
             id: top
 
             parent: root.isLow && list.headerItem ? list.headerItem : fixedPlace
@@ -55,19 +54,23 @@ FocusScope {
             spacing: Theme.gap
 
             ActivityHeader {
+                width: top.width
                 model: root.model
-                Layout.fillWidth: true
                 onEstimatesRequested: list.showEstimates()
             }
             ExplorerToolbar {
                 id: toolbar
+                width: top.width
                 explorer: root.explorer
-                Layout.fillWidth: true
                 onSearched: list.forceActiveFocus(Qt.TabFocusReason)
             }
             ExplorerTrail {
+                width: top.width
                 explorer: root.explorer
-                Layout.fillWidth: true
+            }
+            ExplorerColumns {
+                width: top.width
+                explorer: root.explorer
             }
         }
     }

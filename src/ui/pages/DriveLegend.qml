@@ -11,10 +11,10 @@ GridLayout {
 
     function toneOf(part: string): color {
         return ({
-                files: Theme.filesTone,
-                trash: Theme.trashTone,
-                notVisible: Theme.notVisibleTone,
-                otherVolumes: Theme.otherVolumesTone
+                "files": Theme.filesTone,
+                "trash": Theme.trashTone,
+                "notVisible": Theme.notVisibleTone,
+                "otherVolumes": Theme.otherVolumesTone
             })[part];
     }
 

@@ -43,15 +43,20 @@ ListRow {
             color: Theme.text
             elide: Text.ElideMiddle
             textFormat: Text.PlainText
+            horizontalAlignment: Text.AlignLeft
             Layout.fillWidth: true
             Accessible.ignored: true
 
             HoverHandler {
                 id: pointer
             }
-            Tooltip {
-                text: root.path
-                visible: pointer.hovered
+            Loader {
+                anchors.fill: parent
+                active: pointer.hovered
+                sourceComponent: Tooltip {
+                    text: root.path
+                    visible: true
+                }
             }
         }
         Text {
@@ -60,6 +65,7 @@ ListRow {
             color: Theme.textSecondary
             elide: Text.ElideMiddle
             textFormat: Text.PlainText
+            horizontalAlignment: Text.AlignLeft
             Layout.fillWidth: true
             Accessible.ignored: true
         }

@@ -35,6 +35,7 @@ ListView {
 
     model: root.explorer.rows
     clip: true
+    reuseItems: true
     activeFocusOnTab: true
     boundsBehavior: Flickable.StopAtBounds
     highlightMoveDuration: 0
@@ -42,8 +43,10 @@ ListView {
     Accessible.role: Accessible.List
     Accessible.name: Catalogue.translated("Changes")
 
-    // Once it has its size.
-    Component.onCompleted: Qt.callLater(root.restorePlace)
+    onHeaderHeightChanged: {
+        root.isPlaceKept = false;
+        settling.restart();
+    }
     onCurrentIndexChanged: if (root.isPlaceKept)
         root.explorer.currentRow = root.currentIndex
     onContentYChanged: if (root.isPlaceKept)
@@ -67,6 +70,14 @@ ListView {
             event.accepted = false;
     }
 
+    // The place is found once the view has its size.
+    Timer {
+        id: settling
+
+        interval: 0
+        running: true
+        onTriggered: root.restorePlace()
+    }
     Connections {
         target: root.explorer
         function onPlaceRestored() {
