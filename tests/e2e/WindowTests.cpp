@@ -1,0 +1,90 @@
+#include "app/EventLoop.h"
+#include "e2e/Screen.h"
+
+#include <csignal>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace brindle {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+
+/// A person with the real program on a screen of their own.
+class Person : public testing::Test {
+protected:
+    Desktop desktop;
+    Screen screen{desktop};
+
+    void startInExample() {
+        ProgramLaunch launch = screen.launch();
+        launch.arguments.insert(launch.arguments.end(), {"-BrindleExample", "YES"});
+        desktop.program = std::make_unique<RunningProgram>(launch);
+    }
+};
+
+TEST_F(Person, WalksFromTheExampleToAFileAndExportsWhatTheySee) {
+    startInExample();
+    ASSERT_TRUE(screen.shows("Example history — your files haven't been scanned."));
+    EXPECT_TRUE(screen.shows("Today"));
+
+    // Into the day, by the keyboard.
+    screen.press("ctrl+2");
+    ASSERT_TRUE(screen.shows("Search names"));
+    screen.press("alt+Left");
+    EXPECT_TRUE(screen.shows("Today"));
+
+    // A folder by mouse, and back by the keyboard.
+    screen.click("Home…");
+    EXPECT_TRUE(screen.shows("Pictures…"));
+    screen.press("alt+Up");
+    EXPECT_TRUE(screen.hides("Pictures…"));
+
+    screen.press("ctrl+f");
+    screen.type("no such name at all");
+    EXPECT_TRUE(screen.shows("No changes match…"));
+    screen.press("Escape");
+    EXPECT_TRUE(screen.hides("No changes match…"));
+
+    screen.press("ctrl+e");
+    ASSERT_TRUE(screen.shows("Includes…"));
+    screen.press("Escape");
+    EXPECT_TRUE(screen.hides("Includes…"));
+
+    screen.press("ctrl+w");
+    EXPECT_TRUE(screen.hides("Example history — your files haven't been scanned."));
+    EXPECT_TRUE(desktop.program->isRunning()) << "closing the window leaves the program running";
+    const RunningProgram second(screen.launch());
+    EXPECT_TRUE(screen.shows("Example history — your files haven't been scanned.")) << "a second start shows it";
+    screen.press("ctrl+q");
+    EXPECT_EQ(std::exchange(desktop.program, nullptr)->wait().exitCode, 0);
+}
+
+TEST_F(Person, SeesTheirOwnHistoryAndWhatAScreenReaderDoes) {
+    const fs::path files = desktop.brindle.home() / "files";
+    writeFile(files / "Letters/a", 4'000'000);
+    desktop.track({files});
+    writeFile(files / "Letters/b", 1'500'000);
+    (void)desktop.terminal({"check"});
+    screen.start();
+    ASSERT_TRUE(screen.shows("1 location included"));
+    EXPECT_TRUE(screen.shows("Net change +1.5 MB"));
+
+    for (const char* page : {"Activity", "Storage history", "Trends", "Drives & folders", "Overview"}) {
+        EXPECT_TRUE(screen.activate(page)) << page;
+        EXPECT_TRUE(eventually([&] {
+            const auto tab = screen.named(page);
+            return tab && tab->role == "page tab" && tab->is("selected");
+        })) << page;
+        // Nothing that can be used is without a name.
+        for (const Screen::Element& element : screen.elements())
+            if (element.is("focusable") && element.is("enabled")) {
+                EXPECT_NE(element.name, "") << page << ": " << element.role;
+            }
+    }
+}
+
+}  // namespace
+}  // namespace brindle
