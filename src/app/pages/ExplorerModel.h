@@ -156,6 +156,7 @@ private:
     double scroll_ = 0;
     int searchFocusTaken_ = 0;
     QTimer patience_;
+    bool hadHeading_ = false;  // above estimated rows
     bool isLoading_ = false;
     bool hasFailed_ = false;
     std::shared_ptr<ExplorerPages> pages_ = std::make_shared<ExplorerPages>();  // of the answer at work
