@@ -113,9 +113,10 @@ void DrivesModel::showDrives() {
 void DrivesModel::showLocations() {
     const HistorySnapshot& history = model_.history();
     const HistoryFigures* figures = model_.figures();
+    const Calendar calendar = model_.calendar();
     const auto tracked = history.currentlyTracked();
     std::vector<LocationDetailRow> rows;
-    for (LocationRow& location : locationRows(history, figures, model_.calendar())) {
+    for (LocationRow& location : locationRows(history, figures, calendar)) {
         const auto& known = *std::ranges::find(tracked, LocationID{location.id}, &TrackedLocation::id);
         const auto drive = std::ranges::find(history.volumes, known.volumeID, &VolumeReading::id);
         LocationDetailRow row{
@@ -125,7 +126,10 @@ void DrivesModel::showLocations() {
                 known.status == LocationStatus::disconnected || known.status == LocationStatus::needsAccess,
             .canShow = !history.isExample && known.status != LocationStatus::disconnected,
             .isOpen = location.id == openLocation_ && !location.unreadable.isEmpty()};
-        if (known.lastCheck) row.sizeExact = QString::fromStdString(exactByteAmount(known.trackedBytes));
+        if (known.lastCheck) {
+            row.sizeExact = QString::fromStdString(exactByteAmount(known.trackedBytes));
+            location.lastCheck = pageText(translated("Checked {}"), calendar.timeLabel(*known.lastCheck));
+        }
         row.location = std::move(location);
         rows.push_back(std::move(row));
     }

@@ -91,17 +91,16 @@ Card {
     }
     Sentences {
         sentences: root.notes
-        title: Catalogue.translated("Outlook")
     }
     Sentences {
         sentences: root.reconciliation
-        title: Catalogue.translated("How its use moved")
+        title: Catalogue.translated("Last seven days")
     }
 
     component Sentences: ColumnLayout {
         id: group
 
-        required property string title
+        property string title: ""
         required property list<string> sentences
 
         Layout.fillWidth: true
@@ -113,6 +112,7 @@ Card {
             color: Theme.textSecondary
             font: Theme.label
             text: group.title
+            visible: text.length > 0
             wrapMode: Text.Wrap
         }
         Repeater {

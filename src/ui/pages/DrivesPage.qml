@@ -15,6 +15,7 @@ PageScroll {
         title: Catalogue.translated("Drives & folders")
     }
     EmptyState {
+        Layout.alignment: Qt.AlignHCenter
         Layout.fillWidth: true
         Layout.topMargin: Theme.margin
         sentence: root.model.emptySentence

@@ -25,6 +25,8 @@ Card {
 
     readonly property bool isWide: root.width >= Theme.scaled(760)
 
+    padding: Theme.gapLarge
+
     GridLayout {
         Layout.fillWidth: true
         columnSpacing: Theme.gapLarge
@@ -61,6 +63,7 @@ Card {
         }
         ColumnLayout {
             Layout.alignment: Qt.AlignTop
+            Layout.fillWidth: !root.isWide
             Layout.preferredWidth: root.isWide ? Theme.scaled(240) : -1
             spacing: Theme.gapTiny
 
@@ -89,10 +92,10 @@ Card {
         }
         ByteAmount {
             Layout.alignment: Qt.AlignTop
-            Layout.preferredWidth: root.isWide ? Theme.scaled(96) : -1
+            Layout.preferredWidth: root.isWide ? Theme.scaled(104) : -1
             amount: root.size
             exact: root.sizeExact
-            visible: root.size.length > 0
+            visible: root.isWide || root.size.length > 0
         }
     }
     Text {
@@ -105,6 +108,7 @@ Card {
     }
     Flow {
         Layout.fillWidth: true
+        Layout.topMargin: Theme.gapTiny
         spacing: Theme.gapSmall
         visible: root.canShow || root.unreadable.length > 0
 

@@ -15,7 +15,7 @@ Card {
     SectionTitle {
         Layout.bottomMargin: Theme.gapSmall
         Layout.fillWidth: true
-        text: Catalogue.translated("Folders that changed most this week")
+        text: Catalogue.translated("Largest contributors, last seven days")
     }
     Repeater {
         model: root.model.contributors
@@ -42,21 +42,37 @@ Card {
                 Layout.fillWidth: true
                 spacing: Theme.gapTiny
 
-                Text {
-                    id: name
-
+                RowLayout {
                     Layout.fillWidth: true
-                    color: Theme.text
-                    elide: Text.ElideMiddle
-                    font: Theme.body
-                    text: folder.place
+                    spacing: Theme.gap
 
-                    HoverHandler {
-                        id: pointer
-                    }
-                    Tooltip {
+                    Text {
+                        id: name
+
+                        Accessible.ignored: true
+                        Layout.fillWidth: true
+                        color: Theme.text
+                        elide: Text.ElideMiddle
+                        font: Theme.body
                         text: folder.place
-                        visible: name.truncated && pointer.hovered
+
+                        HoverHandler {
+                            id: pointer
+                        }
+                        Tooltip {
+                            text: folder.place
+                            visible: name.truncated && pointer.hovered
+                        }
+                    }
+                    ByteAmount {
+                        amount: folder.added
+                        tone: Figure.Added
+                        visible: folder.addedShare > 0
+                    }
+                    ByteAmount {
+                        amount: folder.freed
+                        tone: Figure.Freed
+                        visible: folder.freedShare > 0
                     }
                 }
                 ProportionBar {
@@ -64,16 +80,6 @@ Card {
                     addedShare: folder.addedShare
                     freedShare: folder.freedShare
                 }
-            }
-            ByteAmount {
-                Layout.preferredWidth: Theme.scaled(80)
-                amount: folder.added
-                tone: Figure.Added
-            }
-            ByteAmount {
-                Layout.preferredWidth: Theme.scaled(80)
-                amount: folder.freed
-                tone: Figure.Freed
             }
         }
     }

@@ -43,6 +43,7 @@ PageScroll {
         }
     }
     EmptyState {
+        Layout.alignment: Qt.AlignHCenter
         Layout.bottomMargin: Theme.margin
         Layout.fillWidth: true
         Layout.topMargin: Theme.margin
@@ -64,39 +65,51 @@ PageScroll {
 
         OverviewToday {
             Layout.fillHeight: true
+            Layout.fillWidth: true
             Layout.preferredWidth: cards.cardWidth
             model: root.model
             visible: root.hasFigures
         }
         OverviewWeek {
             Layout.fillHeight: true
+            Layout.fillWidth: true
             Layout.preferredWidth: cards.cardWidth
             model: root.model
             visible: root.hasFigures
         }
         OverviewFolders {
+            Layout.columnSpan: drives.visible ? 1 : cards.columns
             Layout.fillHeight: true
-            Layout.preferredWidth: cards.cardWidth
+            Layout.fillWidth: true
+            Layout.preferredWidth: drives.visible ? cards.cardWidth : cards.width
             model: root.model
             visible: root.hasFigures
         }
         OverviewDrives {
+            id: drives
+
             Layout.fillHeight: true
+            Layout.fillWidth: true
             Layout.preferredWidth: cards.cardWidth
             model: root.model
         }
     }
-    RowLayout {
+    Row {
+        id: estimates
+
         Layout.fillWidth: true
         spacing: Theme.gapSmall
         visible: root.model.estimates.length > 0
 
         Rectangle {
+            id: swatch
+
+            anchors.verticalCenter: parent.verticalCenter
             border.color: Theme.estimated
             border.width: Theme.borderWidth
             color: "transparent"
-            implicitHeight: Theme.scaled(Theme.gap)
-            implicitWidth: Theme.scaled(Theme.gap)
+            height: Theme.scaled(Theme.gap)
+            width: height
 
             HatchPattern {
                 anchors.fill: parent
@@ -106,20 +119,20 @@ PageScroll {
             }
         }
         Text {
-            Layout.fillWidth: true
-            Layout.maximumWidth: implicitWidth
+            anchors.verticalCenter: parent.verticalCenter
             color: Theme.textSecondary
             font: Theme.secondary
             text: root.model.estimates
+            width: Math.min(implicitWidth, estimates.width - swatch.width - link.width - 2 * estimates.spacing)
             wrapMode: Text.Wrap
         }
         LinkButton {
+            id: link
+
+            anchors.verticalCenter: parent.verticalCenter
             text: Catalogue.translated("Show estimates")
 
             onClicked: root.model.openEstimates()
-        }
-        Item {
-            Layout.fillWidth: true
         }
     }
 }

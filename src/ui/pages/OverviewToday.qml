@@ -55,25 +55,28 @@ Card {
 
             onActivated: root.model.openToday()
         }
-        Figure {
-            amount: root.model.added
-            caption: Catalogue.translated("Added")
-            exact: root.model.addedExact
-            isClickable: true
-            tone: Figure.Added
+        Row {
+            spacing: Theme.gapLarge
             visible: root.isRecorded
 
-            onActivated: root.model.openTodayAdded()
-        }
-        Figure {
-            amount: root.model.freed
-            caption: Catalogue.translated("Freed")
-            exact: root.model.freedExact
-            isClickable: true
-            tone: Figure.Freed
-            visible: root.isRecorded
+            Figure {
+                amount: root.model.added
+                caption: Catalogue.translated("Added")
+                exact: root.model.addedExact
+                isClickable: true
+                tone: Figure.Added
 
-            onActivated: root.model.openTodayFreed()
+                onActivated: root.model.openTodayAdded()
+            }
+            Figure {
+                amount: root.model.freed
+                caption: Catalogue.translated("Freed")
+                exact: root.model.freedExact
+                isClickable: true
+                tone: Figure.Freed
+
+                onActivated: root.model.openTodayFreed()
+            }
         }
     }
     Text {

@@ -9,7 +9,7 @@ Flickable {
 
     required property int widthClass
     default property alias content: column.data
-    readonly property int pageMargin: root.widthClass === 0 ? Theme.gapLarge : Theme.margin
+    readonly property int pageMargin: Theme.margin
     readonly property Item focused: root.Window.activeFocusItem
 
     // Page Up and Page Down reach what no button stands near.
@@ -58,13 +58,9 @@ Flickable {
     ColumnLayout {
         id: column
 
-        // A line of text that is too long is hard to read, and a figure far from its caption hard to find.
-        readonly property real room: root.width - 2 * root.pageMargin
-        readonly property real most: Theme.scaled(1280)
-
-        spacing: Theme.gapLarge
-        width: Math.min(column.room, column.most)
-        x: root.pageMargin + (column.room - column.width) / 2
+        spacing: Theme.gap
+        width: root.width - 2 * root.pageMargin
+        x: root.pageMargin
         y: root.pageMargin
     }
 }
