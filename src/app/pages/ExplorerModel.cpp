@@ -110,7 +110,7 @@ bool ExplorerModel::isFiltered() const {
 }
 
 QString ExplorerModel::insideText() const {
-    return totalsText(answer_->recorded.inside);
+    return answer_->recorded.rows > 0 ? totalsText(answer_->recorded.inside) : QString();
 }
 
 QString ExplorerModel::passingText() const {

@@ -77,7 +77,8 @@ public:
     [[nodiscard]] QStringList sorts() const;
     [[nodiscard]] bool isFiltered() const;
 
-    /// What is in the folder and below it: "1,204 files, 1.2 GB added, 300.0 MB freed".
+    /// What is in the folder and below it: "1,204 files, 1.2 GB added, 300.0 MB freed"; empty when nothing
+    /// is.
     [[nodiscard]] QString insideText() const;
     /// What passes the filter in whatever folder; empty without a filter.
     [[nodiscard]] QString passingText() const;

@@ -21,7 +21,10 @@ ListView {
         root.isPlaceKept = false;
         root.forceLayout();
         root.currentIndex = root.explorer.currentRow;
-        root.contentY = root.originY + root.explorer.scroll;
+        if (root.explorer.scroll > 0)
+            root.contentY = root.originY + root.explorer.scroll;
+        else
+            root.positionViewAtBeginning();
         root.returnToBounds();
         root.isPlaced = true;
         root.isPlaceKept = true;
