@@ -6,6 +6,7 @@
 #include <QVariant>
 #include <algorithm>
 #include <functional>
+#include <iterator>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -32,6 +33,25 @@ public:
     void replaceRows(std::vector<Row> rows) {
         removeRowsNotIn(rows);
         for (std::size_t i = 0; i < rows.size(); ++i) put(std::move(rows[i]), i);
+    }
+
+    /// Puts other rows into the places of these, for a list that has nothing in common with the one before:
+    /// the views keep their delegates and only fill them anew.
+    void refill(std::vector<Row> rows) {
+        const std::size_t kept = std::min(rows.size(), rows_.size());
+        if (kept < rows_.size()) {
+            beginRemoveRows({}, static_cast<int>(kept), static_cast<int>(rows_.size()) - 1);
+            rows_.resize(kept);
+            endRemoveRows();
+        }
+        std::move(rows.begin(), rows.begin() + static_cast<std::ptrdiff_t>(kept), rows_.begin());
+        if (kept > 0) Q_EMIT dataChanged(index(0), index(static_cast<int>(kept) - 1));
+        if (kept < rows.size()) {
+            beginInsertRows({}, static_cast<int>(kept), static_cast<int>(rows.size()) - 1);
+            rows_.insert(rows_.end(), std::move_iterator(rows.begin() + static_cast<std::ptrdiff_t>(kept)),
+                         std::move_iterator(rows.end()));
+            endInsertRows();
+        }
     }
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override {

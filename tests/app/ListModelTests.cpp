@@ -42,11 +42,14 @@ public:
                          [this](const QModelIndex&, int from, int, const QModelIndex&, int to) {
                              std::rotate(rows_.begin() + to, rows_.begin() + from, rows_.begin() + from + 1);
                          });
-        QObject::connect(&model, &Model::dataChanged, [this](const QModelIndex& first) {
-            const auto place = static_cast<std::size_t>(first.row());
-            rows_[place] = model_.rows()[place];
-            ++changes;
-        });
+        QObject::connect(&model, &Model::dataChanged,
+                         [this](const QModelIndex& first, const QModelIndex& last) {
+                             for (int row = first.row(); row <= last.row(); ++row) {
+                                 const auto place = static_cast<std::size_t>(row);
+                                 rows_[place] = model_.rows()[place];
+                                 ++changes;
+                             }
+                         });
         QObject::connect(&model, &Model::modelReset, [] { ADD_FAILURE() << "views lose their place"; });
     }
 
@@ -80,6 +83,22 @@ TEST(ListModel, TellsViewsExactlyWhatIsDifferent) {
     model.replaceRows({{7, 70}});
     EXPECT_EQ(model.data(model.index(0), model.roleNames().key("value")), 70);
     EXPECT_FALSE(model.data(model.index(0), Qt::DisplayRole).isValid());
+}
+
+TEST(ListModel, ARefilledListKeepsAsManyDelegatesAsItNeeds) {
+    Model model([](const Row& row) { return row.id; }, {{"id", [](const Row& row) { return row.id; }}});
+    const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    Mirror mirror(model);
+    std::mt19937 random(5);
+    for (int round = 0; round < 200; ++round) {
+        const std::size_t before = model.rows().size();
+        const auto rows = randomRows(random);
+        mirror.changes = 0;
+        model.refill(rows);
+        ASSERT_EQ(model.rows(), rows);
+        ASSERT_EQ(mirror.rows(), rows);
+        ASSERT_EQ(mirror.changes, static_cast<int>(std::min(before, rows.size())));
+    }
 }
 
 }  // namespace

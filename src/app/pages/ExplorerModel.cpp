@@ -110,7 +110,7 @@ bool ExplorerModel::isFiltered() const {
 }
 
 QString ExplorerModel::insideText() const {
-    return totalsText(answer_->recorded.inside);
+    return answer_->recorded.rows > 0 ? totalsText(answer_->recorded.inside) : QString();
 }
 
 QString ExplorerModel::passingText() const {
@@ -278,7 +278,13 @@ void ExplorerModel::take(const std::shared_ptr<const ExplorerAnswer>& answer) {
         isLoading_ = false;
     }
     hasFailed_ = false;
-    rows_->replaceRows(answer->rows);
+    // A heading between the kinds moves only with the rows that it stands between.
+    const bool hasHeading = answer->estimated.rows > 0 || std::exchange(hadHeading_, false);
+    hadHeading_ = answer->estimated.rows > 0;
+    if ((isOtherList || isOtherPage) && !hasHeading)
+        rows_->refill(answer->rows);
+    else
+        rows_->replaceRows(answer->rows);
     if (isOtherList) {
         restorePlace(from);
     } else if (isOtherPage) {

@@ -77,7 +77,8 @@ public:
     [[nodiscard]] QStringList sorts() const;
     [[nodiscard]] bool isFiltered() const;
 
-    /// What is in the folder and below it: "1,204 files, 1.2 GB added, 300.0 MB freed".
+    /// What is in the folder and below it: "1,204 files, 1.2 GB added, 300.0 MB freed"; empty when nothing
+    /// is.
     [[nodiscard]] QString insideText() const;
     /// What passes the filter in whatever folder; empty without a filter.
     [[nodiscard]] QString passingText() const;
@@ -156,6 +157,7 @@ private:
     double scroll_ = 0;
     int searchFocusTaken_ = 0;
     QTimer patience_;
+    bool hadHeading_ = false;  // above estimated rows
     bool isLoading_ = false;
     bool hasFailed_ = false;
     std::shared_ptr<ExplorerPages> pages_ = std::make_shared<ExplorerPages>();  // of the answer at work

@@ -41,15 +41,25 @@ QString actionText(ChangeAction action) {
     return translated("Removed");
 }
 
-void setAmounts(ExplorerRow& row, std::int64_t added, std::int64_t freed) {
+/// `name`: as it is shown; empty for the folder itself.
+std::string pathText(const std::string& location, const FolderPath& folder, const std::string& name) {
+    std::string path = location;
+    for (const std::string& component : folder) path += "/" + fileNameText(component);
+    return name.empty() ? path : path + "/" + name;
+}
+
+/// Both are magnitudes. A row without any amount says that it is 0.
+void setAmounts(ExplorerRow& row, const std::string& path, std::int64_t added, std::int64_t freed) {
+    std::vector<std::string> exact;
     if (added > 0 || freed == 0) {
         row.added = text(signedByteAmount(added));
-        row.addedExact = text(exactByteAmount(added));
+        exact.push_back(fmt::format(fmt::runtime(translated("{} added")), exactByteAmount(added)));
     }
     if (freed > 0) {
         row.freed = text(signedByteAmount(-freed));
-        row.freedExact = text(exactByteAmount(-freed));
+        exact.push_back(fmt::format(fmt::runtime(translated("{} freed")), exactByteAmount(freed)));
     }
+    row.hint = text(fmt::format("{}\n{}", path, fmt::join(exact, ", ")));
 }
 
 QString spokenOf(const ExplorerRow& row) {
@@ -70,14 +80,12 @@ std::unique_ptr<ExplorerList> makeExplorerList() {
             {"isEstimated", [](const ExplorerRow& row) { return row.isEstimated; }},
             {"name", [](const ExplorerRow& row) { return row.name; }},
             {"description", [](const ExplorerRow& row) { return row.description; }},
-            {"path", [](const ExplorerRow& row) { return row.path; }},
             {"verb", [](const ExplorerRow& row) { return row.verb; }},
             {"added", [](const ExplorerRow& row) { return row.added; }},
-            {"addedExact", [](const ExplorerRow& row) { return row.addedExact; }},
             {"freed", [](const ExplorerRow& row) { return row.freed; }},
-            {"freedExact", [](const ExplorerRow& row) { return row.freedExact; }},
             {"addedShare", [](const ExplorerRow& row) { return row.addedShare; }},
             {"freedShare", [](const ExplorerRow& row) { return row.freedShare; }},
+            {"hint", [](const ExplorerRow& row) { return row.hint; }},
             {"spoken", [](const ExplorerRow& row) { return row.spoken; }}});
 }
 
@@ -90,9 +98,7 @@ ExplorerRow ExplorerRowMaker::row(const FolderSummary& summary, std::int64_t lar
     row.isEstimated = source == ChangeSource::estimated;
     row.name = text(ref.components.empty() ? location : fileNameText(*std::prev(ref.components.end())));
     row.description = filesText(totals.count);
-    row.path =
-        text(fmt::format("{}/{}", location, fileNameText(fmt::format("{}", fmt::join(ref.components, "/")))));
-    setAmounts(row, totals.added, totals.freed);
+    setAmounts(row, pathText(location, ref.components, {}), totals.added, totals.freed);
     row.addedShare = shareOf(totals.added, largestVolume);
     row.freedShare = shareOf(totals.freed, largestVolume);
     row.spoken = spokenOf(row);
@@ -109,13 +115,9 @@ ExplorerRow ExplorerRowMaker::row(const FileChange& change) {
     const QString time = timeText(change);
     const QString place = placeText(change);
     row.description = time.isEmpty() || place.isEmpty() ? time + place : time + QStringLiteral(" · ") + place;
-    std::vector<std::string> path{shownLocationName(locations_, change.locationID)};
-    for (const std::string& component : change.folder) path.push_back(fileNameText(component));
-    path.push_back(name);
-    row.path = text(fmt::format("{}", fmt::join(path, "/")));
     row.verb = actionText(change.action);
-    setAmounts(row, std::max<std::int64_t>(change.byteDelta, 0),
-               std::max<std::int64_t>(-change.byteDelta, 0));
+    setAmounts(row, pathText(shownLocationName(locations_, change.locationID), change.folder, name),
+               std::max<std::int64_t>(change.byteDelta, 0), std::max<std::int64_t>(-change.byteDelta, 0));
     row.spoken = spokenOf(row);
     return row;
 }

@@ -25,14 +25,12 @@ struct ExplorerRow {
     bool isEstimated = false;
     QString name;
     QString description;  // "1,204 files"; "2:05 PM · Footage/Raw"
-    QString path;         // from the location down
     QString verb;         // of a file: "Grew"
     QString added;
-    QString addedExact;
     QString freed;
-    QString freedExact;
     double addedShare = 0;  // of the largest volume of change among the folders, 0 to 1
     double freedShare = 0;
+    QString hint;    // the path from the location down, and the amounts to the byte
     QString spoken;  // all of it in one line, for those who hear it
 
     bool operator==(const ExplorerRow&) const = default;

@@ -1,10 +1,10 @@
 import QtQuick
-import QtQuick.Layouts
 import Brindle.Models
 import Brindle.Parts
 import Brindle.Theme
 
-// Stands above the estimated rows; above the recorded ones there is nothing to say.
+// Stands above the estimated rows; above the recorded ones there is nothing to say. Its height is known at once,
+// so that the view's place does not move when it comes.
 Item {
     id: root
 
@@ -13,42 +13,54 @@ Item {
 
     readonly property bool isShown: root.section === "true"
 
-    height: isShown ? column.implicitHeight + Theme.gapLarge + Theme.gapSmall : 0
+    height: root.isShown ? Math.ceil(words.y + words.implicitHeight + pager.height) + Theme.gapSmall : 0
 
-    ColumnLayout {
-        id: column
+    SectionTitle {
+        id: title
 
-        spacing: Theme.gapTiny
+        y: Theme.gap
+        text: Catalogue.translated("Estimated")
         visible: root.isShown
         anchors {
             left: parent.left
             right: parent.right
-            bottom: parent.bottom
             leftMargin: Theme.gapSmall
             rightMargin: Theme.gapSmall
-            bottomMargin: Theme.gapSmall
         }
+    }
+    Text {
+        id: words
 
-        SectionTitle {
-            text: Catalogue.translated("Estimated")
-            Layout.fillWidth: true
+        y: title.y + title.implicitHeight + Theme.gapTiny
+        text: root.explorer.estimatesText
+        font: Theme.secondary
+        color: Theme.textSecondary
+        wrapMode: Text.Wrap
+        visible: root.isShown
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+        anchors {
+            left: parent.left
+            right: parent.right
+            leftMargin: Theme.gapSmall
+            rightMargin: Theme.gapSmall
         }
-        Text {
-            text: root.explorer.estimatesText
-            font: Theme.secondary
-            color: Theme.textSecondary
-            wrapMode: Text.Wrap
-            Layout.fillWidth: true
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
-        }
-        RowsPager {
-            text: root.explorer.estimatesRowsText
-            hasPrevious: root.explorer.hasPreviousEstimatesPage
-            hasNext: root.explorer.hasNextEstimatesPage
-            visible: root.explorer.hasEstimatesPages
-            Layout.fillWidth: true
-            onTurned: pages => root.explorer.turnEstimatesPage(pages)
+    }
+    RowsPager {
+        id: pager
+
+        y: words.y + words.implicitHeight
+        height: visible ? implicitHeight : 0
+        text: root.explorer.estimatesRowsText
+        hasPrevious: root.explorer.hasPreviousEstimatesPage
+        hasNext: root.explorer.hasNextEstimatesPage
+        visible: root.isShown && root.explorer.hasEstimatesPages
+        onTurned: pages => root.explorer.turnEstimatesPage(pages)
+        anchors {
+            left: parent.left
+            right: parent.right
+            leftMargin: Theme.gapSmall
+            rightMargin: Theme.gapSmall
         }
     }
 }

@@ -3,7 +3,8 @@ import QtQuick.Layouts
 import Brindle.Parts
 import Brindle.Theme
 
-// A folder with how much of the change is in it, or a file with what happened to it.
+// A folder with how much of the change is in it, or a file with what happened to it. Many are made at once, so
+// that a row is made of as little as it can.
 ListRow {
     id: root
 
@@ -12,14 +13,12 @@ ListRow {
     required property bool isEstimated
     required property string name
     required property string description
-    required property string path
     required property string verb
     required property string added
-    required property string addedExact
     required property string freed
-    required property string freedExact
     required property double addedShare
     required property double freedShare
+    required property string hint
     required property string spoken
 
     property bool isNarrow: false
@@ -29,86 +28,84 @@ ListRow {
     text: root.spoken
     focusPolicy: Qt.ClickFocus
     isSelected: ListView.isCurrentItem && ListView.view.activeFocus
+    Accessible.description: root.hint
 
     Symbol {
         name: root.isFolder ? "folder" : "file"
     }
-    ColumnLayout {
-        spacing: 0
+    Item {
+        implicitHeight: nameText.implicitHeight + detailText.implicitHeight
         Layout.fillWidth: true
 
         Text {
+            id: nameText
+
+            width: parent.width
             text: root.name
             font: Theme.body
             color: Theme.text
             elide: Text.ElideMiddle
             textFormat: Text.PlainText
             horizontalAlignment: Text.AlignLeft
-            Layout.fillWidth: true
             Accessible.ignored: true
-
-            HoverHandler {
-                id: pointer
-            }
-            Loader {
-                anchors.fill: parent
-                active: pointer.hovered
-                sourceComponent: Tooltip {
-                    text: root.path
-                    visible: true
-                }
-            }
         }
         Text {
+            id: detailText
+
+            width: parent.width
+            anchors.bottom: parent.bottom
             text: root.description
             font: Theme.caption
             color: Theme.textSecondary
             elide: Text.ElideMiddle
             textFormat: Text.PlainText
             horizontalAlignment: Text.AlignLeft
-            Layout.fillWidth: true
             Accessible.ignored: true
         }
     }
-    Item {
+    ProportionBar {
+        addedShare: root.addedShare
+        freedShare: root.freedShare
+        isEstimated: root.isEstimated
+        isAnimated: false
+        visible: root.isFolder
         Layout.preferredWidth: Theme.scaled(root.isNarrow ? 72 : 160)
-        implicitHeight: word.implicitHeight
-
-        ProportionBar {
-            width: parent.width
-            anchors.verticalCenter: parent.verticalCenter
-            addedShare: root.addedShare
-            freedShare: root.freedShare
-            isEstimated: root.isEstimated
-            visible: root.isFolder
-        }
-        Text {
-            id: word
-
-            width: parent.width
-            text: root.verb
-            font: Theme.secondary
-            color: Theme.textSecondary
-            elide: Text.ElideRight
-            Accessible.ignored: true
-        }
     }
-    ByteAmount {
-        amount: root.added
-        exact: root.addedExact
-        tone: root.isEstimated ? Figure.Estimated : Figure.Added
-        Layout.preferredWidth: Theme.scaled(88)
+    Text {
+        text: root.verb
+        font: Theme.secondary
+        color: Theme.textSecondary
+        elide: Text.ElideRight
+        visible: !root.isFolder
+        Layout.preferredWidth: Theme.scaled(root.isNarrow ? 72 : 160)
         Accessible.ignored: true
     }
-    ByteAmount {
-        amount: root.freed
-        exact: root.freedExact
-        tone: Figure.Freed
-        Layout.preferredWidth: Theme.scaled(88)
-        Accessible.ignored: true
+    AmountText {
+        text: root.added
+        color: root.isEstimated ? Theme.estimated : Theme.added
+    }
+    AmountText {
+        text: root.freed
+        color: Theme.freed
     }
     Symbol {
         name: "chevron-right"
         opacity: root.isFolder ? 1 : 0
+    }
+    Loader {
+        visible: false
+        active: root.hovered
+        sourceComponent: Tooltip {
+            parent: root
+            text: root.hint
+            visible: true
+        }
+    }
+
+    component AmountText: Text {
+        font: Theme.figureInline
+        horizontalAlignment: Text.AlignRight
+        Layout.preferredWidth: Theme.scaled(88)
+        Accessible.ignored: true
     }
 }

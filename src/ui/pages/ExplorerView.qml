@@ -13,16 +13,26 @@ ListView {
     required property int widthClass
     required property real headerHeight
 
-    // While the rows of another list come in, the view's own place says nothing.
+    // Once the view has found its place, and while where it is scrolled to is the user's doing.
+    property bool isPlaced: false
     property bool isPlaceKept: false
 
     function restorePlace() {
         root.isPlaceKept = false;
         root.forceLayout();
         root.currentIndex = root.explorer.currentRow;
-        root.contentY = root.originY + root.explorer.scroll;
+        if (root.explorer.scroll > 0)
+            root.contentY = root.originY + root.explorer.scroll;
+        else
+            root.positionViewAtBeginning();
         root.returnToBounds();
+        root.isPlaced = true;
         root.isPlaceKept = true;
+    }
+    // What moves because of another size is no move of the user's.
+    function settle() {
+        root.isPlaceKept = false;
+        settling.restart();
     }
     function showEstimates() {
         root.currentIndex = root.explorer.firstEstimatedRow;
@@ -35,7 +45,6 @@ ListView {
 
     model: root.explorer.rows
     clip: true
-    reuseItems: true
     activeFocusOnTab: true
     boundsBehavior: Flickable.StopAtBounds
     highlightMoveDuration: 0
@@ -43,11 +52,9 @@ ListView {
     Accessible.role: Accessible.List
     Accessible.name: Catalogue.translated("Changes")
 
-    onHeaderHeightChanged: {
-        root.isPlaceKept = false;
-        settling.restart();
-    }
-    onCurrentIndexChanged: if (root.isPlaceKept)
+    onHeaderHeightChanged: root.settle()
+    onHeightChanged: root.settle()
+    onCurrentIndexChanged: if (root.isPlaced)
         root.explorer.currentRow = root.currentIndex
     onContentYChanged: if (root.isPlaceKept)
         root.explorer.scroll = root.contentY - root.originY
@@ -70,7 +77,6 @@ ListView {
             event.accepted = false;
     }
 
-    // The place is found once the view has its size.
     Timer {
         id: settling
 

@@ -9,6 +9,8 @@ Item {
     property double addedShare: 0
     property double freedShare: 0
     property bool isEstimated: false
+    // Not in a list whose rows become those of another list.
+    property bool isAnimated: true
 
     implicitWidth: Theme.scaled(120)
     implicitHeight: Theme.gapSmall
@@ -49,6 +51,8 @@ Item {
         border.width: Theme.borderWidth
 
         Behavior on width  {
+            enabled: root.isAnimated
+
             NumberAnimation {
                 duration: Theme.motion
             }

@@ -92,7 +92,7 @@ TEST_F(ExplorerModelTest, ListsFoldersBeforeFilesWithTheirAmountsInColumns) {
     EXPECT_THAT(names(), ElementsAre("Movies", "Mail", "notes.txt"));
     const ExplorerRow& movies = explorer_.rows()->rows()[0];
     EXPECT_EQ(movies.added, "+3.0 kB");
-    EXPECT_EQ(movies.addedExact, "3,000 bytes");
+    EXPECT_EQ(movies.hint, "Home/Movies\n3,000 bytes added, 1,000 bytes freed");
     EXPECT_EQ(movies.freed, "−1.0 kB");
     EXPECT_DOUBLE_EQ(movies.addedShare, 0.75);
     EXPECT_DOUBLE_EQ(movies.freedShare, 0.25);
@@ -103,7 +103,7 @@ TEST_F(ExplorerModelTest, ListsFoldersBeforeFilesWithTheirAmountsInColumns) {
     const ExplorerRow& notes = explorer_.rows()->rows()[2];
     EXPECT_EQ(notes.verb, "Grew");
     EXPECT_EQ(notes.description, "12:00\u202fPM");
-    EXPECT_EQ(notes.path, "Home/notes.txt");
+    EXPECT_EQ(notes.hint, "Home/notes.txt\n20 bytes added");
     EXPECT_EQ(explorer_.insideText(), "4 files, 3.0 kB added, 1.4 kB freed");
 
     explorer_.setMode(static_cast<int>(ExplorerMode::files));

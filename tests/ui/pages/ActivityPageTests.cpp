@@ -33,7 +33,8 @@ protected:
         scene_.show("ActivityPage { widthClass: 1; focus: true }", {1180, 760},
                     {{"model", QVariant::fromValue(&activity_)}});
         list_ = scene_.item().findChild<QQuickItem*>("changes");
-        return list_ != nullptr && listed(61);
+        return list_ != nullptr && listed(61) &&
+               runUntil([&] { return list_->property("isPlaceKept").toBool(); });
     }
     [[nodiscard]] bool listed(int rows) {
         return runUntil([&] { return explorer().rows()->rowCount() == rows; });
@@ -99,13 +100,13 @@ TEST_F(ActivityPageTest, TheSearchTakesTheKeyboardWhenAskedAndEscapeEmptiesIt) {
 TEST_F(ActivityPageTest, ThePageComesBackAsItWasLeft) {
     ASSERT_TRUE(show());
     for (int i = 0; i < 30; ++i) scene_.press(Qt::Key_Down);
+    ASSERT_TRUE(runUntil([&] { return scrolled() > 0; }));
     const double place = scrolled();
     scene_.show("Item {}");
     scene_.show("ActivityPage { widthClass: 1; focus: true }", {1180, 760},
                 {{"model", QVariant::fromValue(&activity_)}});
     list_ = scene_.item().findChild<QQuickItem*>("changes");
-    ASSERT_TRUE(runUntil([&] { return current() == 30; }));
-    EXPECT_EQ(scrolled(), place);
+    EXPECT_TRUE(runUntil([&] { return current() == 30 && scrolled() == place; }));
 }
 
 TEST_F(ActivityPageTest, AnExportIsConfirmedAndLeftByTheKeyboard) {
