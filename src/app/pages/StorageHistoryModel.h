@@ -30,9 +30,13 @@ class StorageHistoryModel : public QObject {
     Q_PROPERTY(bool hasPreviousMonth READ hasPreviousMonth NOTIFY changed)
     Q_PROPERTY(bool hasNextMonth READ hasNextMonth NOTIFY changed)
     Q_PROPERTY(QAbstractListModel* legend READ legend CONSTANT)
+    Q_PROPERTY(QString legendBegin READ legendBegin NOTIFY changed)
+    Q_PROPERTY(QString legendEnd READ legendEnd NOTIFY changed)
+    Q_PROPERTY(bool hasMonthFigures READ hasMonthFigures NOTIFY changed)
     Q_PROPERTY(QAbstractListModel* monthFigures READ monthFigures CONSTANT)
     Q_PROPERTY(QString monthCoverage READ monthCoverage NOTIFY changed)
     Q_PROPERTY(QString day READ day NOTIFY changed)
+    Q_PROPERTY(bool isToday READ isToday NOTIFY changed)
     Q_PROPERTY(QString dayState READ dayState NOTIFY changed)
     Q_PROPERTY(QString dayWord READ dayWord NOTIFY changed)
     Q_PROPERTY(QAbstractListModel* dayFigures READ dayFigures CONSTANT)
@@ -58,12 +62,18 @@ public:
     [[nodiscard]] bool hasPreviousMonth() const { return hasPreviousMonth_; }
     [[nodiscard]] bool hasNextMonth() const { return hasNextMonth_; }
     [[nodiscard]] LegendList* legend() { return legend_.get(); }
+    /// What stands at the ends of the legend: the amounts from which its last colours are given, or a word
+    /// where no day has such a change.
+    [[nodiscard]] QString legendBegin() const;
+    [[nodiscard]] QString legendEnd() const;
+    [[nodiscard]] bool hasMonthFigures() const { return monthFigures_->rowCount() > 0; }
     /// Of the month's recorded days, and its estimated ones for themselves.
     [[nodiscard]] FigureList* monthFigures() { return monthFigures_.get(); }
     [[nodiscard]] const QString& monthCoverage() const { return monthCoverage_; }
 
     /// The selected day: "Saturday, March 7, 2026".
     [[nodiscard]] const QString& day() const { return day_; }
+    [[nodiscard]] bool isToday() const { return !model_.selection()->hasNextDay(); }
     /// See drawnState() and stateWord().
     [[nodiscard]] const QString& dayState() const { return dayState_; }
     [[nodiscard]] const QString& dayWord() const { return dayWord_; }

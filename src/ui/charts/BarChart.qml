@@ -8,6 +8,8 @@ import Brindle.Theme
 FocusScope {
     id: root
 
+    objectName: "barChart"
+
     // Of rows with state, addedLength, freedLength and reading.
     required property QtObject days
     required property QtObject marks

@@ -46,7 +46,7 @@ Flow {
 
         Text {
             anchors.verticalCenter: parent.verticalCenter
-            text: Catalogue.translated("Freed")
+            text: root.model.legendBegin
             font: Theme.caption
             color: Theme.textSecondary
         }
@@ -75,7 +75,7 @@ Flow {
         }
         Text {
             anchors.verticalCenter: parent.verticalCenter
-            text: Catalogue.translated("Added")
+            text: root.model.legendEnd
             font: Theme.caption
             color: Theme.textSecondary
         }

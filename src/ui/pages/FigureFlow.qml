@@ -9,6 +9,7 @@ Flow {
 
     // Of rows with caption, amount, exact, tone and before.
     required property QtObject figures
+    // The first one stands in a line of its own, in large digits where they fit.
     property bool isFirstLarge: false
     property bool isClickable: false
 
@@ -28,32 +29,31 @@ Flow {
             required property string exact
             required property int tone
             required property string before
-            readonly property bool isLarge: root.isFirstLarge && entry.index === 0
+            readonly property bool isFirst: root.isFirstLarge && entry.index === 0
 
-            width: entry.isLarge ? root.width : Math.min(root.width, Math.max(figure.implicitWidth, earlier.implicitWidth))
+            width: entry.isFirst ? root.width : implicitWidth
             spacing: Theme.gapTiny
 
-            Figure {
-                id: figure
+            TextMetrics {
+                id: large
 
-                width: parent.width
+                font: Theme.figureLarge
+                text: entry.amount
+            }
+            Figure {
                 caption: entry.caption
                 amount: entry.amount
                 exact: entry.exact
                 tone: entry.tone
-                isLarge: entry.isLarge
+                isLarge: entry.isFirst && large.advanceWidth <= root.width
                 isClickable: root.isClickable
                 onActivated: root.activated()
             }
             Text {
-                id: earlier
-
-                width: parent.width
                 visible: entry.before !== ""
                 text: Catalogue.translated("before: ") + entry.before
                 font: Theme.caption
                 color: Theme.textSecondary
-                wrapMode: Text.Wrap
             }
         }
     }

@@ -7,6 +7,8 @@ import Brindle.Theme
 FocusScope {
     id: root
 
+    objectName: "monthGrid"
+
     required property StorageHistoryModel model
 
     readonly property bool isMirrored: root.LayoutMirroring.enabled

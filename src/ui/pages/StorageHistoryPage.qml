@@ -41,6 +41,7 @@ PageScroll {
                 }
                 LinkButton {
                     text: Catalogue.translated("Today")
+                    visible: !root.model.isToday
                     onClicked: root.model.showToday()
                 }
                 IconButton {
@@ -65,39 +66,31 @@ PageScroll {
                 model: root.model
                 Layout.fillWidth: true
             }
+            Rectangle {
+                color: Theme.line
+                implicitHeight: Theme.borderWidth
+                Layout.fillWidth: true
+            }
+            FigureFlow {
+                figures: root.model.monthFigures
+                visible: root.model.hasMonthFigures
+                Layout.fillWidth: true
+            }
+            Text {
+                text: root.model.monthCoverage
+                font: Theme.secondary
+                color: Theme.textSecondary
+                wrapMode: Text.Wrap
+                Layout.fillWidth: true
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
         }
-        ColumnLayout {
-            spacing: Theme.gap
+        DayStatement {
+            model: root.model
             Layout.fillWidth: !root.isBeside
             Layout.preferredWidth: Theme.scaled(300)
             Layout.alignment: Qt.AlignTop
-
-            DayStatement {
-                model: root.model
-                Layout.fillWidth: true
-            }
-            Card {
-                spacing: Theme.gap
-                Layout.fillWidth: true
-
-                SectionTitle {
-                    text: root.model.month
-                    Layout.fillWidth: true
-                }
-                FigureFlow {
-                    figures: root.model.monthFigures
-                    Layout.fillWidth: true
-                }
-                Text {
-                    text: root.model.monthCoverage
-                    font: Theme.secondary
-                    color: Theme.textSecondary
-                    wrapMode: Text.Wrap
-                    Layout.fillWidth: true
-                    Accessible.role: Accessible.StaticText
-                    Accessible.name: text
-                }
-            }
         }
     }
 }

@@ -54,7 +54,7 @@ ColumnLayout {
                     text: row.place
                     font: Theme.body
                     color: Theme.text
-                    wrapMode: Text.WrapAnywhere
+                    wrapMode: Text.Wrap
                     maximumLineCount: 2
                     elide: Text.ElideMiddle
                     Layout.fillWidth: true

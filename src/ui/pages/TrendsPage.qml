@@ -67,6 +67,7 @@ PageScroll {
 
             RowLayout {
                 spacing: Theme.gap
+                visible: root.model.hasFigures
                 Layout.fillWidth: true
 
                 TrendsReading {
@@ -81,8 +82,17 @@ PageScroll {
                     onChosen: index => root.model.showsTable = index === 1
                 }
             }
+            EmptyState {
+                sentence: Catalogue.translated("Once a check has recorded one of these days, its changes are here.")
+                actionText: root.model.hasLater ? Catalogue.translated("Today") : ""
+                visible: !root.model.hasFigures
+                Layout.fillWidth: true
+                Layout.margins: Theme.margin
+                onActed: root.model.showToday()
+            }
             Loader {
                 sourceComponent: root.model.showsTable ? table : chart
+                visible: root.model.hasFigures
                 Layout.fillWidth: true
             }
         }

@@ -8,6 +8,8 @@ import Brindle.Theme
 FocusScope {
     id: root
 
+    objectName: "dayTable"
+
     required property TrendsModel model
 
     readonly property real amountWidth: Theme.scaled(96)
@@ -48,6 +50,7 @@ FocusScope {
         Heading {
             text: Catalogue.translated("State")
             horizontalAlignment: Text.AlignLeft
+            Layout.leftMargin: Theme.gap
             Layout.preferredWidth: root.wordWidth
         }
     }
@@ -120,6 +123,7 @@ FocusScope {
             }
             Cell {
                 text: row.word
+                Layout.leftMargin: Theme.gap
                 font: Theme.caption
                 color: row.state === "partial" ? Theme.warning : Theme.textSecondary
                 horizontalAlignment: Text.AlignLeft
