@@ -11,6 +11,7 @@
 namespace brindle {
 namespace {
 
+using testing::AnyOf;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -34,6 +35,15 @@ std::vector<std::string> tabbedNames(Scene& scene) {
         names.push_back(name);
     }
     return names;
+}
+
+/// Moves the keyboard on to the item of this name. False when it does not come there.
+bool tabTo(Scene& scene, const std::string& name) {
+    for (int i = 0; i < 40; ++i) {
+        if (focusedName(scene) == name) return true;
+        scene.press(Qt::Key_Tab);
+    }
+    return false;
 }
 
 TEST(OverviewPage, TheKeyboardComesToEveryFigureInReadingOrderAndToWhatIsBehindIt) {
@@ -60,12 +70,12 @@ TEST(OverviewPage, TheKeyboardComesToEveryFigureInReadingOrderAndToWhatIsBehindI
 
     // Around again, to the freed bytes of today.
     Selection& selection = *shown.model().selection();
-    while (focusedName(scene) != "Freed: \u22121.0 kB") scene.press(Qt::Key_Tab);
+    ASSERT_TRUE(tabTo(scene, "Freed: \u22121.0 kB"));
     scene.press(Qt::Key_Return);
     EXPECT_EQ(selection.destination(), Destination::activity);
     EXPECT_EQ(selection.explorer().direction, DirectionFilter::freed);
     EXPECT_EQ(selection.firstDay(), today);
-    while (focusedName(scene) != "Changes by day") scene.press(Qt::Key_Tab);
+    ASSERT_TRUE(tabTo(scene, "Changes by day"));
     scene.press(Qt::Key_Left);
     scene.press(Qt::Key_Return);
     EXPECT_EQ(selection.day(), (LocalDay{2026, 3, 6}));
@@ -117,7 +127,9 @@ TEST(DrivesPage, ALocationIsShownAndItsUnreadableFoldersAreOpenedByTheKeyboard) 
     scene.press(Qt::Key_Tab);
     scene.press(Qt::Key_Return);
     EXPECT_EQ(drives.unreadable()->rowCount(), 1);
-    EXPECT_THAT(tabbedNames(scene), Contains("Folders that couldn't be read"));
+    // The list, or its row at once where that is there already.
+    EXPECT_THAT(tabbedNames(scene),
+                Contains(AnyOf("Folders that couldn't be read", "Private, Access was refused")));
     EXPECT_THAT(scene.warnings(), IsEmpty());
 }
 
