@@ -158,7 +158,8 @@ FocusScope {
                 x: root.dayBegin(day.index)
                 width: Math.round(root.dayWidth)
                 height: plot.height
-                activeFocusOnTab: day.isCurrent
+                // What has the keyboard cannot cease to be a stop of it.
+                activeFocusOnTab: day.isCurrent || day.activeFocus
                 Accessible.role: Accessible.ListItem
                 Accessible.name: day.reading
                 Accessible.focusable: true
@@ -189,6 +190,7 @@ FocusScope {
             anchors.fill: parent
             hoverEnabled: true
             cursorShape: Qt.PointingHandCursor
+            onEntered: root.chosen(root.rowAt(mouseX))
             onPositionChanged: mouse => root.chosen(root.rowAt(mouse.x))
             onClicked: mouse => root.activated(root.rowAt(mouse.x))
         }

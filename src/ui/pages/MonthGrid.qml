@@ -50,7 +50,7 @@ FocusScope {
         target: root.model
         function onChanged() {
             if (root.activeFocus)
-                cells.itemAt(root.model.selectedRow)?.forceActiveFocus(Qt.TabFocusReason);
+                cells.itemAt(root.model.selectedRow)?.forceActiveFocus();
         }
     }
 
@@ -96,6 +96,7 @@ FocusScope {
             height: root.cellHeight
             dayState: state
             isSelected: index === root.model.selectedRow
+            isStop: isSelected || (root.model.selectedRow < 0 && index === 0)
             onClicked: root.model.selectRow(index)
             onDoubleClicked: root.model.showChanges()
         }
