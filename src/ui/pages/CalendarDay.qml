@@ -23,6 +23,8 @@ Item {
     readonly property color ink: root.isRecorded ? Theme.onNetColor(root.step) : root.dayState === "estimated" ? Theme.text : Theme.textSecondary
     readonly property real room: root.width - 2 * Theme.gapSmall
 
+    readonly property alias isHovered: area.containsMouse
+
     signal clicked
     signal doubleClicked
 
@@ -42,24 +44,30 @@ Item {
         border.width: root.isSelected ? Theme.focusWidth : root.isRecorded || root.dayState === "future" ? 0 : Theme.borderWidth
         radius: Theme.radius / 2
 
-        HatchPattern {
+        Loader {
             anchors.fill: parent
             anchors.margins: Theme.borderWidth
-            visible: root.dayState === "estimated"
-            color: Theme.estimated
-            lineWidth: Theme.borderWidth
-            spacing: Theme.gapSmall
-            opacity: 0.4
+            active: root.dayState === "estimated"
+
+            sourceComponent: HatchPattern {
+                color: Theme.estimated
+                lineWidth: Theme.borderWidth
+                spacing: Theme.gapSmall
+                opacity: 0.4
+            }
         }
-        CornerMark {
+        Loader {
             anchors.right: parent.right
             anchors.top: parent.top
             anchors.margins: Theme.focusWidth
             width: Theme.scaled(Theme.gapSmall + Theme.focusWidth)
             height: width
-            visible: root.dayState === "partial"
-            color: Theme.onNetColor(root.step)
-            isMirrored: root.LayoutMirroring.enabled
+            active: root.dayState === "partial"
+
+            sourceComponent: CornerMark {
+                color: Theme.onNetColor(root.step)
+                isMirrored: root.LayoutMirroring.enabled
+            }
         }
         FocusRing {
             isShown: root.activeFocus
@@ -122,9 +130,5 @@ Item {
         cursorShape: root.dayState === "future" ? Qt.ArrowCursor : Qt.PointingHandCursor
         onClicked: root.clicked()
         onDoubleClicked: root.doubleClicked()
-    }
-    Tooltip {
-        text: root.reading
-        visible: area.containsMouse
     }
 }

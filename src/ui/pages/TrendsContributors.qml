@@ -24,6 +24,7 @@ ColumnLayout {
         font: Theme.body
         color: Theme.textSecondary
         wrapMode: Text.Wrap
+        horizontalAlignment: Text.AlignLeft
         Layout.fillWidth: true
     }
     Repeater {
@@ -55,6 +56,7 @@ ColumnLayout {
                     font: Theme.body
                     color: Theme.text
                     wrapMode: Text.Wrap
+                    horizontalAlignment: Text.AlignLeft
                     maximumLineCount: 2
                     elide: Text.ElideMiddle
                     Layout.fillWidth: true
