@@ -57,8 +57,6 @@ ColumnLayout {
                     color: Theme.text
                     wrapMode: Text.Wrap
                     horizontalAlignment: Text.AlignLeft
-                    maximumLineCount: 2
-                    elide: Text.ElideMiddle
                     Layout.fillWidth: true
                     Accessible.ignored: true
                 }
