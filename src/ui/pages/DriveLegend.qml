@@ -8,6 +8,7 @@ GridLayout {
     id: root
 
     required property var spaceParts
+    readonly property real columnWidth: (root.width - (root.columns - 1) * root.columnSpacing) / root.columns
 
     function toneOf(part: string): color {
         return ({
@@ -31,7 +32,7 @@ GridLayout {
 
             Layout.alignment: Qt.AlignTop
             Layout.fillWidth: true
-            Layout.preferredWidth: (root.width - (root.columns - 1) * root.columnSpacing) / root.columns
+            Layout.preferredWidth: root.columnWidth
             spacing: Theme.gapSmall
 
             Rectangle {
