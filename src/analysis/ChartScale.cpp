@@ -49,6 +49,8 @@ double ChartScale::place(std::int64_t bytes) const {
 }
 
 ChartScale changeScale(std::int64_t mostAdded, std::int64_t mostFreed) {
+    // Without any change there are no amounts to tell.
+    if (mostAdded == 0 && mostFreed == 0) return {{{-1, {}}, {0, groupedNumber(0)}, {1, {}}}};
     return scaleFrom(-std::min(mostFreed, largestShown), std::min(mostAdded, largestShown),
                      intervalsOfChanges, true);
 }

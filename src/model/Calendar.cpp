@@ -6,6 +6,8 @@
 #include <chrono>
 #include <cmath>
 #include <fmt/format.h>
+#include <map>
+#include <mutex>
 #include <stdexcept>
 #include <unicode/calendar.h>
 #include <unicode/datefmt.h>
@@ -76,17 +78,26 @@ struct Calendar::Parts {
     }
 
     [[nodiscard]] std::string label(UnixTime at, const char* skeleton) const {
-        UErrorCode status = U_ZERO_ERROR;
-        const std::unique_ptr<icu::DateFormat> format(
-            icu::DateFormat::createInstanceForSkeleton(skeleton, labels, status));
-        if (U_FAILURE(status)) return {};
-        format->setTimeZone(days->getTimeZone());
+        // Making a format takes a hundred times longer than using it.
+        const std::lock_guard lock(mutex);
+        auto& format = formats[skeleton];
+        if (!format) {
+            UErrorCode status = U_ZERO_ERROR;
+            format.reset(icu::DateFormat::createInstanceForSkeleton(skeleton, labels, status));
+            if (U_FAILURE(status)) {
+                format.reset();
+                return {};
+            }
+            format->setTimeZone(days->getTimeZone());
+        }
         icu::UnicodeString text;
         return utf8(format->format(at * millisecondsPerSecond, text));
     }
 
     std::unique_ptr<icu::Calendar> days;
     icu::Locale labels;
+    mutable std::mutex mutex;
+    mutable std::map<std::string, std::unique_ptr<icu::DateFormat>> formats;  // by skeleton
 };
 
 Calendar::Calendar(std::shared_ptr<const Parts> parts) : parts_(std::move(parts)) {}

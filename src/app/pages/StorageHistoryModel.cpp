@@ -134,9 +134,11 @@ void StorageHistoryModel::moveByMonths(int count) {
 void StorageHistoryModel::moveInWeek(bool toStart) {
     if (selectedRow_ < 0) return;
     const auto& rows = days_->rows();
-    const auto [begin, end] = std::ranges::equal_range(
-        rows, rows[static_cast<std::size_t>(selectedRow_)].week, {}, &CalendarDayRow::week);
-    model_.selection()->setDay(toStart ? begin->day : std::prev(end)->day);
+    const auto isInWeek = [week = rows[static_cast<std::size_t>(selectedRow_)].week](const auto& row) {
+        return row.week == week;
+    };
+    model_.selection()->setDay(toStart ? std::find_if(rows.begin(), rows.end(), isInWeek)->day
+                                       : std::find_if(rows.rbegin(), rows.rend(), isInWeek)->day);
 }
 
 void StorageHistoryModel::showToday() {

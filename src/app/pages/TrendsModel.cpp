@@ -112,7 +112,7 @@ void TrendsModel::chooseRange(int range) {
 
 void TrendsModel::moveByRanges(int count) {
     const Calendar calendar = model_.calendar();
-    const int days = dayCount(model_.selection()->range());
+    const int days = brindle::dayCount(model_.selection()->range());
     const LocalDay earliest = calendar.addingDays(firstKeptDay(model_.history(), calendar), days - 1);
     const LocalDay moved = calendar.addingDays(model_.selection()->day(), count * days);
     model_.selection()->setDay(std::max(moved, earliest));

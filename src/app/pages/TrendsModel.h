@@ -26,6 +26,7 @@ class TrendsModel : public QObject {
     Q_PROPERTY(bool hasLater READ hasLater NOTIFY changed)
     Q_PROPERTY(bool hasFigures READ hasFigures NOTIFY changed)
     Q_PROPERTY(QAbstractListModel* days READ days CONSTANT)
+    Q_PROPERTY(int dayCount READ dayCount NOTIFY changed)
     Q_PROPERTY(QAbstractListModel* dayMarks READ dayMarks CONSTANT)
     Q_PROPERTY(QAbstractListModel* changeLines READ changeLines CONSTANT)
     Q_PROPERTY(double zeroPlace READ zeroPlace NOTIFY changed)
@@ -60,6 +61,8 @@ public:
     [[nodiscard]] bool hasFigures() const { return hasFigures_; }
 
     [[nodiscard]] TrendDayList* days() { return days_.get(); }
+    /// How many days the range has, told once all of them are in the list.
+    [[nodiscard]] int dayCount() const { return days_->rowCount(); }
     [[nodiscard]] DayMarkList* dayMarks() { return dayMarks_.get(); }
     [[nodiscard]] ScaleList* changeLines() { return changeLines_.get(); }
     /// Where the zero line stands: 0 at the lower end of the chart of changes, 1 at the upper.

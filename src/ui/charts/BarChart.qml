@@ -12,6 +12,8 @@ FocusScope {
 
     // Of rows with state, addedLength, freedLength and reading.
     required property QtObject days
+    // Their number, which is told once all of them are there: every bar is as wide as it says.
+    required property int dayCount
     required property QtObject marks
     required property QtObject changeLines
     required property real zeroPlace
@@ -21,7 +23,7 @@ FocusScope {
 
     readonly property bool isMirrored: root.LayoutMirroring.enabled
     readonly property real labelRoom: Math.max(changeScale.labelWidth, sizeScale.labelWidth)
-    readonly property real dayWidth: bars.count > 0 ? plot.width / bars.count : 0
+    readonly property real dayWidth: root.dayCount > 0 ? plot.width / root.dayCount : 0
 
     signal chosen(int row)
     signal activated(int row)
@@ -30,7 +32,7 @@ FocusScope {
         return Math.floor((root.isMirrored ? plot.width - x : x) / root.dayWidth);
     }
     function dayBegin(row: int): real {
-        return Math.round((root.isMirrored ? bars.count - row - 1 : row) * root.dayWidth);
+        return Math.round((root.isMirrored ? root.dayCount - row - 1 : row) * root.dayWidth);
     }
     function chooseNext(step: int) {
         root.chosen(root.currentRow + (root.isMirrored ? -step : step));
@@ -44,7 +46,7 @@ FocusScope {
     Keys.onPressed: event => {
         if (event.key !== Qt.Key_Home && event.key !== Qt.Key_End)
             return;
-        root.chosen(event.key === Qt.Key_Home ? 0 : bars.count - 1);
+        root.chosen(event.key === Qt.Key_Home ? 0 : root.dayCount - 1);
         event.accepted = true;
     }
     Keys.onReturnPressed: root.activated(root.currentRow)
@@ -158,7 +160,8 @@ FocusScope {
                 x: root.dayBegin(day.index)
                 width: Math.round(root.dayWidth)
                 height: plot.height
-                activeFocusOnTab: day.isCurrent
+                // What has the keyboard cannot cease to be a stop of it.
+                activeFocusOnTab: day.isCurrent || day.activeFocus
                 Accessible.role: Accessible.ListItem
                 Accessible.name: day.reading
                 Accessible.focusable: true
@@ -174,21 +177,24 @@ FocusScope {
                     freedLength: day.freedLength
                     zeroPlace: 1 - root.zeroPlace
                 }
-                Rectangle {
-                    anchors.fill: parent
-                    anchors.margins: -Theme.focusWidth
-                    visible: day.activeFocus
-                    color: "transparent"
-                    border.color: Theme.focusRing
-                    border.width: Theme.focusWidth
-                    radius: Theme.radius / 2
-                }
             }
+        }
+        Rectangle {
+            x: root.dayBegin(root.currentRow) - Theme.focusWidth
+            y: -Theme.focusWidth
+            width: Math.round(root.dayWidth) + 2 * Theme.focusWidth
+            height: parent.height + 2 * Theme.focusWidth
+            visible: root.activeFocus
+            color: "transparent"
+            border.color: Theme.focusRing
+            border.width: Theme.focusWidth
+            radius: Theme.radius / 2
         }
         MouseArea {
             anchors.fill: parent
             hoverEnabled: true
             cursorShape: Qt.PointingHandCursor
+            onEntered: root.chosen(root.rowAt(mouseX))
             onPositionChanged: mouse => root.chosen(root.rowAt(mouse.x))
             onClicked: mouse => root.activated(root.rowAt(mouse.x))
         }
@@ -201,6 +207,6 @@ FocusScope {
         anchors.top: plot.bottom
         anchors.topMargin: Theme.gapSmall
         marks: root.marks
-        dayCount: bars.count
+        dayCount: root.dayCount
     }
 }

@@ -34,12 +34,15 @@ Item {
         width: parent.width
         y: root.zeroLine - added.height
 
-        HatchPattern {
+        Loader {
             anchors.fill: parent
-            color: Theme.estimated
-            lineWidth: Theme.borderWidth
-            spacing: Theme.gapTiny
-            visible: added.isEstimated
+            active: added.isEstimated
+
+            sourceComponent: HatchPattern {
+                color: Theme.estimated
+                lineWidth: Theme.borderWidth
+                spacing: Theme.gapTiny
+            }
         }
     }
     Rectangle {
@@ -55,15 +58,18 @@ Item {
         width: parent.width
         y: root.zeroLine - root.leastLength / 2
     }
-    CornerMark {
+    Loader {
         readonly property real side: Math.min(Theme.gapSmall, parent.width)
 
+        active: root.dayState === "partial"
         anchors.right: parent.right
-        color: Theme.warning
         height: side
-        isMirrored: root.LayoutMirroring.enabled
-        visible: root.dayState === "partial"
         width: side
         y: added.y - height - Theme.borderWidth
+
+        sourceComponent: CornerMark {
+            color: Theme.warning
+            isMirrored: root.LayoutMirroring.enabled
+        }
     }
 }

@@ -31,7 +31,7 @@ Item {
             readonly property real labelWidth: label.implicitWidth
 
             width: root.width
-            y: Math.round((1 - line.place) * root.height)
+            y: Math.round(root.height - line.place * root.height)
 
             Text {
                 id: label

@@ -1,12 +1,11 @@
 import QtQuick
-import QtQuick.Templates as T
 import Brindle.Charts
 import Brindle.Parts
 import Brindle.Theme
 
 // A day in the calendar of a month: coloured by its net change, hatched when it is estimated, empty without a
 // check. Texts that do not fit are left away: they stand in the day's statement as well.
-T.Button {
+Item {
     id: root
 
     required property string number
@@ -17,50 +16,66 @@ T.Button {
     required property bool isToday
     required property string reading
     required property bool isSelected
+    // Where the keyboard comes into the calendar.
+    required property bool isStop
 
     readonly property bool isRecorded: root.dayState === "recorded" || root.dayState === "partial"
     readonly property color ink: root.isRecorded ? Theme.onNetColor(root.step) : root.dayState === "estimated" ? Theme.text : Theme.textSecondary
     readonly property real room: root.width - 2 * Theme.gapSmall
 
-    text: root.reading
-    hoverEnabled: true
-    focusPolicy: root.isSelected ? Qt.StrongFocus : Qt.ClickFocus
+    readonly property alias isHovered: area.containsMouse
+
+    signal clicked
+    signal doubleClicked
+
+    // What has the keyboard cannot cease to be a stop of it.
+    activeFocusOnTab: root.isStop || root.activeFocus
     Accessible.role: Accessible.Cell
     Accessible.name: root.reading
+    Accessible.focusable: true
     Accessible.selectable: true
     Accessible.selected: root.isSelected
     Accessible.onPressAction: root.clicked()
 
-    background: Rectangle {
+    Rectangle {
+        anchors.fill: parent
         color: root.isRecorded ? Theme.netColor(root.step) : "transparent"
         border.color: root.isSelected ? Theme.text : root.dayState === "estimated" ? Theme.estimated : Theme.line
         border.width: root.isSelected ? Theme.focusWidth : root.isRecorded || root.dayState === "future" ? 0 : Theme.borderWidth
         radius: Theme.radius / 2
 
-        HatchPattern {
+        Loader {
             anchors.fill: parent
             anchors.margins: Theme.borderWidth
-            visible: root.dayState === "estimated"
-            color: Theme.estimated
-            lineWidth: Theme.borderWidth
-            spacing: Theme.gapSmall
-            opacity: 0.4
+            active: root.dayState === "estimated"
+
+            sourceComponent: HatchPattern {
+                color: Theme.estimated
+                lineWidth: Theme.borderWidth
+                spacing: Theme.gapSmall
+                opacity: 0.4
+            }
         }
-        CornerMark {
+        Loader {
             anchors.right: parent.right
             anchors.top: parent.top
             anchors.margins: Theme.focusWidth
             width: Theme.scaled(Theme.gapSmall + Theme.focusWidth)
             height: width
-            visible: root.dayState === "partial"
-            color: Theme.onNetColor(root.step)
-            isMirrored: root.mirrored
+            active: root.dayState === "partial"
+
+            sourceComponent: CornerMark {
+                color: Theme.onNetColor(root.step)
+                isMirrored: root.LayoutMirroring.enabled
+            }
         }
         FocusRing {
-            isShown: root.visualFocus
+            isShown: root.activeFocus
         }
     }
-    contentItem: Item {
+    Item {
+        anchors.fill: parent
+
         Rectangle {
             anchors.centerIn: number
             width: Math.max(number.implicitWidth + Theme.gapSmall, height)
@@ -107,11 +122,13 @@ T.Button {
         }
     }
 
-    HoverHandler {
+    MouseArea {
+        id: area
+
+        anchors.fill: parent
+        hoverEnabled: true
         cursorShape: root.dayState === "future" ? Qt.ArrowCursor : Qt.PointingHandCursor
-    }
-    Tooltip {
-        text: root.reading
-        visible: root.hovered
+        onClicked: root.clicked()
+        onDoubleClicked: root.doubleClicked()
     }
 }

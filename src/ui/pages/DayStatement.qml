@@ -29,6 +29,7 @@ Card {
             font: Theme.label
             color: root.model.dayState === "estimated" ? Theme.estimated : Theme.text
             wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignLeft
             Layout.fillWidth: true
             Accessible.role: Accessible.StaticText
             Accessible.name: text
@@ -78,6 +79,7 @@ Card {
         font: Theme.body
         color: Theme.textSecondary
         wrapMode: Text.Wrap
+        horizontalAlignment: Text.AlignLeft
         Layout.fillWidth: true
         Accessible.role: Accessible.StaticText
         Accessible.name: text

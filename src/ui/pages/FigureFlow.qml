@@ -41,6 +41,7 @@ Flow {
                 text: entry.amount
             }
             Figure {
+                anchors.left: parent.left
                 caption: entry.caption
                 amount: entry.amount
                 exact: entry.exact
@@ -50,6 +51,7 @@ Flow {
                 onActivated: root.activated()
             }
             Text {
+                anchors.left: parent.left
                 visible: entry.before !== ""
                 text: Catalogue.translated("before: ") + entry.before
                 font: Theme.caption

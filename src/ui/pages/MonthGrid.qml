@@ -1,5 +1,6 @@
 import QtQuick
 import Brindle.Models
+import Brindle.Parts
 import Brindle.Theme
 
 // The days of a month in their weeks. One stop of the keyboard: arrows move by day and week, Page Up and Down by
@@ -11,6 +12,7 @@ FocusScope {
 
     required property StorageHistoryModel model
 
+    property int hoveredRow: -1
     readonly property bool isMirrored: root.LayoutMirroring.enabled
     readonly property real cellSpacing: Theme.gapTiny
     readonly property real cellWidth: (root.width + root.cellSpacing) / 7 - root.cellSpacing
@@ -50,7 +52,7 @@ FocusScope {
         target: root.model
         function onChanged() {
             if (root.activeFocus)
-                cells.itemAt(root.model.selectedRow)?.forceActiveFocus(Qt.TabFocusReason);
+                cells.itemAt(root.model.selectedRow)?.forceActiveFocus();
         }
     }
 
@@ -96,8 +98,17 @@ FocusScope {
             height: root.cellHeight
             dayState: state
             isSelected: index === root.model.selectedRow
+            isStop: isSelected || (root.model.selectedRow < 0 && index === 0)
+            onIsHoveredChanged: root.hoveredRow = isHovered ? index : root.hoveredRow === index ? -1 : root.hoveredRow
             onClicked: root.model.selectRow(index)
             onDoubleClicked: root.model.showChanges()
         }
+    }
+    Tooltip {
+        readonly property CalendarDay cell: cells.itemAt(root.hoveredRow) as CalendarDay
+
+        parent: cell ?? root
+        text: cell?.reading ?? ""
+        visible: cell !== null
     }
 }

@@ -81,6 +81,7 @@ PageScroll {
                 font: Theme.secondary
                 color: Theme.textSecondary
                 wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignLeft
                 Layout.fillWidth: true
                 Accessible.role: Accessible.StaticText
                 Accessible.name: text

@@ -24,6 +24,7 @@ ColumnLayout {
         font: Theme.body
         color: Theme.textSecondary
         wrapMode: Text.Wrap
+        horizontalAlignment: Text.AlignLeft
         Layout.fillWidth: true
     }
     Repeater {
@@ -55,8 +56,7 @@ ColumnLayout {
                     font: Theme.body
                     color: Theme.text
                     wrapMode: Text.Wrap
-                    maximumLineCount: 2
-                    elide: Text.ElideMiddle
+                    horizontalAlignment: Text.AlignLeft
                     Layout.fillWidth: true
                     Accessible.ignored: true
                 }

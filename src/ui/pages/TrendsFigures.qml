@@ -38,6 +38,7 @@ ColumnLayout {
         font: Theme.secondary
         color: Theme.textSecondary
         wrapMode: Text.Wrap
+        horizontalAlignment: Text.AlignLeft
         Layout.fillWidth: true
         Accessible.role: Accessible.StaticText
         Accessible.name: text

@@ -116,6 +116,7 @@ PageScroll {
 
             BarChart {
                 days: root.model.days
+                dayCount: root.model.dayCount
                 marks: root.model.dayMarks
                 changeLines: root.model.changeLines
                 zeroPlace: root.model.zeroPlace
