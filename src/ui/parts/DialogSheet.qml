@@ -9,6 +9,9 @@ T.Dialog {
     id: root
 
     property string text: ""
+    // Where the keyboard was, and is again afterwards.
+    property Item before: null
+    property bool wasSeenBefore: false
     default property alias buttons: buttonRow.data
     property alias details: detailColumn.data
 
@@ -20,6 +23,11 @@ T.Dialog {
     modal: true
     focus: true
     closePolicy: T.Popup.CloseOnEscape
+    onAboutToShow: {
+        root.before = root.parent.Window.activeFocusItem;
+        root.wasSeenBefore = (root.before as T.Control)?.visualFocus ?? false;
+    }
+    onClosed: root.before?.forceActiveFocus(root.wasSeenBefore ? Qt.TabFocusReason : Qt.PopupFocusReason)
 
     contentItem: ColumnLayout {
         id: column
@@ -75,8 +83,12 @@ T.Dialog {
         }
     }
 
-    T.Overlay.modal: Rectangle {
-        color: Theme.ground
-        opacity: 0.7
+    // The overlay sets the opacity of what it is given.
+    T.Overlay.modal: Item {
+        Rectangle {
+            anchors.fill: parent
+            color: Theme.ground
+            opacity: 0.7
+        }
     }
 }

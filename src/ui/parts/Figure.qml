@@ -39,6 +39,7 @@ Item {
         visible: root.isClickable
         hoverEnabled: true
         text: root.spoken
+        Accessible.name: root.spoken
         Accessible.description: root.exact
         Accessible.onPressAction: root.activated()
         Keys.onReturnPressed: root.activated()
