@@ -9,7 +9,8 @@
 namespace brindle {
 namespace {
 
-constexpr double intervalsWanted = 4;
+constexpr double intervalsOfChanges = 4;
+constexpr double intervalsOfSizes = 2;  // of a lower chart
 // Far above every disk, and no sum of two overflows.
 constexpr std::int64_t largestShown = 1'000'000'000'000'000'000;
 
@@ -27,8 +28,8 @@ std::int64_t roundedDown(std::int64_t bytes, std::int64_t step) {
     return rest < 0 ? bytes - rest - step : bytes - rest;
 }
 
-ChartScale scaleFrom(std::int64_t low, std::int64_t high, bool isSigned) {
-    const std::int64_t step = roundStep(static_cast<double>(high - low) / intervalsWanted);
+ChartScale scaleFrom(std::int64_t low, std::int64_t high, double intervals, bool isSigned) {
+    const std::int64_t step = roundStep(static_cast<double>(high - low) / intervals);
     const std::int64_t first = roundedDown(low, step);
     const std::int64_t last = std::max(-roundedDown(-high, step), first + step);
     const std::int64_t largest = std::max(std::abs(first), std::abs(last));
@@ -48,14 +49,16 @@ double ChartScale::place(std::int64_t bytes) const {
 }
 
 ChartScale changeScale(std::int64_t mostAdded, std::int64_t mostFreed) {
-    return scaleFrom(-std::min(mostFreed, largestShown), std::min(mostAdded, largestShown), true);
+    return scaleFrom(-std::min(mostFreed, largestShown), std::min(mostAdded, largestShown),
+                     intervalsOfChanges, true);
 }
 
 ChartScale sizeScale(std::int64_t least, std::int64_t most) {
     const std::int64_t high = std::min(most, largestShown);
     const std::int64_t low = std::min(least, high);
     const std::int64_t missing = std::max<std::int64_t>(high / 10 - (high - low), 0);
-    return scaleFrom(std::max<std::int64_t>(low - missing / 2, 0), high + missing / 2, false);
+    return scaleFrom(std::max<std::int64_t>(low - missing / 2, 0), high + missing / 2, intervalsOfSizes,
+                     false);
 }
 
 }  // namespace brindle

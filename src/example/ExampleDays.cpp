@@ -1,5 +1,6 @@
 #include "example/ExampleDays.h"
 
+#include "model/PlatformText.h"
 #include "model/Retention.h"
 #include "model/SpaceBreakdown.h"
 
@@ -43,7 +44,7 @@ struct Surroundings {
 constexpr Surroundings surroundings[] = {
     {.location = "example.home",
      .volume = "example.volume.macintosh-hd",
-     .name = "Macintosh HD",
+     .name = platformText::exampleStartupDrive,
      .mountPath = "/",
      .isInternal = true,
      .daysUntracked = 10,

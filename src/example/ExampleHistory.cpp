@@ -2,6 +2,7 @@
 
 #include "example/ExampleDays.h"
 #include "model/Packages.h"
+#include "model/PlatformText.h"
 
 #include <algorithm>
 #include <ranges>
@@ -41,7 +42,7 @@ ExampleHistory::ExampleHistory(const Calendar& calendar, UnixTime now, std::uint
     changes_ = std::move(days.changes);
     estimates_ = std::move(days.estimates);
     snapshot_ = {.isExample = true, .today = days.today};
-    add({.id = locationOf(Place::home), .name = "Home", .path = "/Users/robin"}, days.places[0]);
+    add({.id = locationOf(Place::home), .name = "Home", .path = platformText::exampleHome}, days.places[0]);
     add({.id = locationOf(Place::studio),
          .name = "Studio SSD",
          .path = "/Volumes/Studio SSD",

@@ -43,4 +43,8 @@ inline constexpr const char* purgeable =
 inline constexpr const char* snapshotSizes = isMac ? "macOS reports snapshot sizes only to an administrator."
                                                    : "Snapshot sizes are reported only to an administrator.";
 
+// What the example history calls the drive that the system starts from, and where its person lives.
+inline constexpr const char* exampleStartupDrive = isMac ? "Macintosh HD" : "System";
+inline constexpr const char* exampleHome = isMac ? "/Users/robin" : "/home/robin";
+
 }  // namespace brindle::platformText

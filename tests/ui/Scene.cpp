@@ -28,15 +28,16 @@ Scene::Scene(const Preferences& preferences)
 
 Scene::~Scene() = default;
 
-QQuickItem& Scene::show(const QByteArray& qml, QSize size) {
+QQuickItem& Scene::show(const QByteArray& qml, QSize size, const QVariantMap& properties) {
     shown_.reset();
     QQmlComponent component(&engine_);
     component.setData(
-        "import QtQuick\nimport QtQuick.Layouts\nimport Brindle.Marks\nimport Brindle.Parts\n"
-        "import Brindle.Theme\n" +
+        "import QtQuick\nimport QtQuick.Layouts\nimport Brindle.Theme\nimport Brindle.Marks\n"
+        "import Brindle.Parts\nimport Brindle.Pages\n" +
             qml,
         QUrl());
-    shown_.reset(qobject_cast<QQuickItem*>(component.create()));
+    if (component.isReady())
+        shown_.reset(qobject_cast<QQuickItem*>(component.createWithInitialProperties(properties)));
     if (!shown_) throw std::runtime_error(component.errorString().toStdString());
     shown_->setParentItem(window_.contentItem());
     shown_->setSize(size);

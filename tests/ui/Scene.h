@@ -9,6 +9,7 @@
 #include <QQuickWindow>
 #include <QString>
 #include <QStringList>
+#include <QVariantMap>
 #include <memory>
 #include <string>
 
@@ -26,9 +27,9 @@ public:
     [[nodiscard]] Appearance& appearance() { return appearance_; }
     [[nodiscard]] QQuickWindow& window() { return window_; }
 
-    /// Shows one item, which fills the window; modules of QtQuick and Brindle are imported already. Throws
-    /// std::runtime_error with the engine's words when it cannot be made.
-    QQuickItem& show(const QByteArray& qml, QSize size = {960, 680});
+    /// Shows one item with these properties, which fills the window; modules of QtQuick and Brindle are
+    /// imported already. Throws std::runtime_error with the engine's words when it cannot be made.
+    QQuickItem& show(const QByteArray& qml, QSize size = {960, 680}, const QVariantMap& properties = {});
     /// What was last shown, or an item in it, by its objectName. Throws when there is none.
     [[nodiscard]] QQuickItem& item(const QString& name = {});
     /// What the engine warned of since the scene was made.

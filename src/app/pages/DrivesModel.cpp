@@ -20,13 +20,11 @@ std::vector<ListModel<DriveSpaceRow, std::string>::Role> driveRoles() {
     return {{"name", [](const Row& row) { return row.drive.name; }},
             {"mountPath", [](const Row& row) { return row.drive.mountPath; }},
             {"available", [](const Row& row) { return row.drive.available; }},
-            {"snapshots", [](const Row& row) { return row.drive.snapshots; }},
-            {"purgeable", [](const Row& row) { return row.drive.purgeable; }},
             {"used", [](const Row& row) { return row.used; }},
             {"usedExact", [](const Row& row) { return row.usedExact; }},
             {"measured", [](const Row& row) { return row.measured; }},
             {"spaceParts", [](const Row& row) { return row.parts; }},
-            {"forecast", [](const Row& row) { return row.outlook.forecast; }},
+            {"notes", [](const Row& row) { return row.notes; }},
             {"reconciliation", [](const Row& row) { return row.outlook.reconciliation; }}};
 }
 
@@ -104,6 +102,8 @@ void DrivesModel::showDrives() {
             row.parts = spaceParts(found->second, reading);
         if (const auto found = outlooks_.find(drive.id); found != outlooks_.end())
             row.outlook = found->second;
+        for (const QString& note : {row.outlook.forecast, drive.purgeable, drive.snapshots})
+            if (!note.isEmpty()) row.notes += note;
         row.drive = std::move(drive);
         rows.push_back(std::move(row));
     }
@@ -113,9 +113,10 @@ void DrivesModel::showDrives() {
 void DrivesModel::showLocations() {
     const HistorySnapshot& history = model_.history();
     const HistoryFigures* figures = model_.figures();
+    const Calendar calendar = model_.calendar();
     const auto tracked = history.currentlyTracked();
     std::vector<LocationDetailRow> rows;
-    for (LocationRow& location : locationRows(history, figures, model_.calendar())) {
+    for (LocationRow& location : locationRows(history, figures, calendar)) {
         const auto& known = *std::ranges::find(tracked, LocationID{location.id}, &TrackedLocation::id);
         const auto drive = std::ranges::find(history.volumes, known.volumeID, &VolumeReading::id);
         LocationDetailRow row{
@@ -125,7 +126,10 @@ void DrivesModel::showLocations() {
                 known.status == LocationStatus::disconnected || known.status == LocationStatus::needsAccess,
             .canShow = !history.isExample && known.status != LocationStatus::disconnected,
             .isOpen = location.id == openLocation_ && !location.unreadable.isEmpty()};
-        if (known.lastCheck) row.sizeExact = QString::fromStdString(exactByteAmount(known.trackedBytes));
+        if (known.lastCheck) {
+            row.sizeExact = QString::fromStdString(exactByteAmount(known.trackedBytes));
+            location.lastCheck = pageText(translated("Checked {}"), calendar.timeLabel(*known.lastCheck));
+        }
         row.location = std::move(location);
         rows.push_back(std::move(row));
     }

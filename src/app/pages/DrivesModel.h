@@ -23,6 +23,7 @@ struct DriveSpaceRow {
     QString usedExact;     // to the byte
     QString measured;      // when: "Measured Mar 7, 2026, 2:05 PM"
     QVariantList parts;    // of the used space, see spaceParts()
+    QStringList notes;     // on its future, and on space that may surprise
     DriveOutlook outlook;  // empty until it is read
 
     bool operator==(const DriveSpaceRow&) const = default;

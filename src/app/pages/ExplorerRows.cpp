@@ -53,7 +53,7 @@ void setAmounts(ExplorerRow& row, std::int64_t added, std::int64_t freed) {
 }
 
 QString spokenOf(const ExplorerRow& row) {
-    QStringList parts{row.name, row.isFolder ? QString(translated("folder")) : row.action, row.description,
+    QStringList parts{row.name, row.isFolder ? QString(translated("folder")) : row.verb, row.description,
                       row.added, row.freed};
     if (row.isEstimated) parts.push_back(translated("estimated"));
     parts.removeAll(QString());
@@ -71,7 +71,7 @@ std::unique_ptr<ExplorerList> makeExplorerList() {
             {"name", [](const ExplorerRow& row) { return row.name; }},
             {"description", [](const ExplorerRow& row) { return row.description; }},
             {"path", [](const ExplorerRow& row) { return row.path; }},
-            {"action", [](const ExplorerRow& row) { return row.action; }},
+            {"verb", [](const ExplorerRow& row) { return row.verb; }},
             {"added", [](const ExplorerRow& row) { return row.added; }},
             {"addedExact", [](const ExplorerRow& row) { return row.addedExact; }},
             {"freed", [](const ExplorerRow& row) { return row.freed; }},
@@ -113,7 +113,7 @@ ExplorerRow ExplorerRowMaker::row(const FileChange& change) {
     for (const std::string& component : change.folder) path.push_back(fileNameText(component));
     path.push_back(name);
     row.path = text(fmt::format("{}", fmt::join(path, "/")));
-    row.action = actionText(change.action);
+    row.verb = actionText(change.action);
     setAmounts(row, std::max<std::int64_t>(change.byteDelta, 0),
                std::max<std::int64_t>(-change.byteDelta, 0));
     row.spoken = spokenOf(row);

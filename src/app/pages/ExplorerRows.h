@@ -26,7 +26,7 @@ struct ExplorerRow {
     QString name;
     QString description;  // "1,204 files"; "2:05 PM · Footage/Raw"
     QString path;         // from the location down
-    QString action;       // of a file: "Grew"
+    QString verb;         // of a file: "Grew"
     QString added;
     QString addedExact;
     QString freed;

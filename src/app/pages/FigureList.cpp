@@ -29,8 +29,7 @@ std::unique_ptr<FigureList> makeFigureList() {
 }
 
 std::vector<FigureRow> changeFigures(const ChangeTotals& totals) {
-    const std::int64_t net = totals.net();
-    return {changeFigure(translated("Net change"), net, net > 0 ? FigureTone::added : FigureTone::freed),
+    return {changeFigure(translated("Net change"), totals.net(), FigureTone::neutral),
             changeFigure(translated("Added"), totals.added, FigureTone::added),
             changeFigure(translated("Freed"), -totals.freed, FigureTone::freed)};
 }

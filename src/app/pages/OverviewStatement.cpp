@@ -23,8 +23,9 @@ void tellRecorded(OverviewStatement& statement, const ChangeTotals& totals) {
     statement.addedExact = QString::fromStdString(exactByteAmount(totals.added));
     statement.freed = QString::fromStdString(signedByteAmount(-totals.freed));
     statement.freedExact = QString::fromStdString(exactByteAmount(-totals.freed));
-    statement.files = pageText(translatedCount("{} file changed", "{} files changed", totals.count),
-                               groupedNumber(totals.count));
+    if (totals.count > 0)
+        statement.files = pageText(translatedCount("{} file changed", "{} files changed", totals.count),
+                                   groupedNumber(totals.count));
 }
 
 void tellEstimated(OverviewStatement& statement, const EstimateTotals& totals) {

@@ -26,7 +26,7 @@ struct OverviewStatement {
     QString addedExact;
     QString freed;
     QString freedExact;
-    QString files;      // "1,240 files changed"
+    QString files;      // "1,240 files changed"; empty when none did
     QString partial;    // why the day is partial; empty when it is not
     QString lastCheck;  // what the last check saw; empty before one
     QString weekAdded;  // of the recorded days; empty when there is none

@@ -3,7 +3,7 @@
 #include "analysis/EstimateSummary.h"
 #include "app/pages/DayReading.h"
 #include "app/pages/DayTexts.h"
-#include "checks/Failures.h"
+#include "model/Translation.h"
 
 #include <algorithm>
 #include <utility>
@@ -103,6 +103,16 @@ void StorageHistoryModel::askForSentence() {
 
 void StorageHistoryModel::setSentence(const QString& sentence) {
     if (std::exchange(daySentence_, sentence) != sentence) Q_EMIT daySentenceChanged();
+}
+
+QString StorageHistoryModel::legendBegin() const {
+    const auto& rows = legend_->rows();
+    return rows.empty() || rows.front().text.isEmpty() ? QString(translated("Freed")) : rows.front().text;
+}
+
+QString StorageHistoryModel::legendEnd() const {
+    const auto& rows = legend_->rows();
+    return rows.empty() || rows.back().text.isEmpty() ? QString(translated("Added")) : rows.back().text;
 }
 
 void StorageHistoryModel::selectRow(int row) {

@@ -4,6 +4,7 @@
 #include "app/LatestAnswer.h"
 #include "app/pages/CalendarRows.h"
 #include "app/pages/FigureList.h"
+#include "app/pages/ScopeModel.h"
 
 #include <QObject>
 #include <QString>
@@ -20,6 +21,7 @@ namespace brindle {
 /// Thread: main.
 class StorageHistoryModel : public QObject {
     Q_OBJECT
+    Q_PROPERTY(brindle::ScopeModel* scopes READ scopes CONSTANT)
     Q_PROPERTY(QString month READ month NOTIFY changed)
     Q_PROPERTY(QStringList weekdayNames READ weekdayNames NOTIFY changed)
     Q_PROPERTY(int weekCount READ weekCount NOTIFY changed)
@@ -28,9 +30,13 @@ class StorageHistoryModel : public QObject {
     Q_PROPERTY(bool hasPreviousMonth READ hasPreviousMonth NOTIFY changed)
     Q_PROPERTY(bool hasNextMonth READ hasNextMonth NOTIFY changed)
     Q_PROPERTY(QAbstractListModel* legend READ legend CONSTANT)
+    Q_PROPERTY(QString legendBegin READ legendBegin NOTIFY changed)
+    Q_PROPERTY(QString legendEnd READ legendEnd NOTIFY changed)
+    Q_PROPERTY(bool hasMonthFigures READ hasMonthFigures NOTIFY changed)
     Q_PROPERTY(QAbstractListModel* monthFigures READ monthFigures CONSTANT)
     Q_PROPERTY(QString monthCoverage READ monthCoverage NOTIFY changed)
     Q_PROPERTY(QString day READ day NOTIFY changed)
+    Q_PROPERTY(bool isToday READ isToday NOTIFY changed)
     Q_PROPERTY(QString dayState READ dayState NOTIFY changed)
     Q_PROPERTY(QString dayWord READ dayWord NOTIFY changed)
     Q_PROPERTY(QAbstractListModel* dayFigures READ dayFigures CONSTANT)
@@ -41,6 +47,8 @@ class StorageHistoryModel : public QObject {
 
 public:
     explicit StorageHistoryModel(AppModel& model, QObject* parent = nullptr);
+
+    [[nodiscard]] ScopeModel* scopes() { return &scopes_; }
 
     /// "March 2026".
     [[nodiscard]] const QString& month() const { return month_; }
@@ -54,12 +62,18 @@ public:
     [[nodiscard]] bool hasPreviousMonth() const { return hasPreviousMonth_; }
     [[nodiscard]] bool hasNextMonth() const { return hasNextMonth_; }
     [[nodiscard]] LegendList* legend() { return legend_.get(); }
+    /// What stands at the ends of the legend: the amounts from which its last colours are given, or a word
+    /// where no day has such a change.
+    [[nodiscard]] QString legendBegin() const;
+    [[nodiscard]] QString legendEnd() const;
+    [[nodiscard]] bool hasMonthFigures() const { return monthFigures_->rowCount() > 0; }
     /// Of the month's recorded days, and its estimated ones for themselves.
     [[nodiscard]] FigureList* monthFigures() { return monthFigures_.get(); }
     [[nodiscard]] const QString& monthCoverage() const { return monthCoverage_; }
 
     /// The selected day: "Saturday, March 7, 2026".
     [[nodiscard]] const QString& day() const { return day_; }
+    [[nodiscard]] bool isToday() const { return !model_.selection()->hasNextDay(); }
     /// See drawnState() and stateWord().
     [[nodiscard]] const QString& dayState() const { return dayState_; }
     [[nodiscard]] const QString& dayWord() const { return dayWord_; }
@@ -106,6 +120,7 @@ private:
     void moveInWeek(bool toStart);
 
     AppModel& model_;
+    ScopeModel scopes_{model_};
     std::optional<Shown> shown_;  // absent while the history is another one than what is shown
     std::optional<std::pair<LocalDay, LocationScope>> described_;  // what the sentence is of
     QString month_;

@@ -14,6 +14,13 @@ QString periodText(const LocalDay& first, const LocalDay& last, const Calendar& 
     return pageText(translated("{0} – {1}"), calendar.shortLabel(first), calendar.shortLabel(last));
 }
 
+QString comparisonText(const std::variant<RangeFigures, NoComparison>& before, const Calendar& calendar) {
+    if (const auto* none = std::get_if<NoComparison>(&before)) return QString::fromStdString(none->sentence);
+    const auto& range = std::get<RangeFigures>(before);
+    return pageText(translated("Compared with {0}: {1}."),
+                    periodText(range.first, range.last, calendar).toStdString(), coverageText(range.days));
+}
+
 }  // namespace
 
 TrendsModel::TrendsModel(AppModel& model, QObject* parent) : QObject(parent), model_(model) {
@@ -60,10 +67,7 @@ void TrendsModel::takeFigures(const Calendar& calendar) {
     figures_->replaceRows(rangeFigureRows(trend_));
     coverage_ = QString::fromStdString(coverageText(range.days));
 
-    const auto* before = std::get_if<RangeFigures>(&trend_.before);
-    const auto* none = std::get_if<NoComparison>(&trend_.before);
-    periodBefore_ = before != nullptr ? periodText(before->first, before->last, calendar) : QString();
-    noComparison_ = none != nullptr ? QString::fromStdString(none->sentence) : QString();
+    comparison_ = comparisonText(trend_.before, calendar);
     notes_.clear();
     for (const ScopeStep& step : trend_.steps)
         notes_.push_back(QString::fromStdString(sentence(step, history, calendar)));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/AppModel.h"
+#include "app/pages/ScopeModel.h"
 #include "app/pages/TrendRows.h"
 
 #include <QObject>
@@ -16,6 +17,7 @@ namespace brindle {
 /// Thread: main.
 class TrendsModel : public QObject {
     Q_OBJECT
+    Q_PROPERTY(brindle::ScopeModel* scopes READ scopes CONSTANT)
     Q_PROPERTY(QStringList ranges READ ranges CONSTANT)
     Q_PROPERTY(int range READ range NOTIFY changed)
     Q_PROPERTY(bool showsTable READ showsTable WRITE setShowsTable NOTIFY showsTableChanged)
@@ -31,8 +33,7 @@ class TrendsModel : public QObject {
     Q_PROPERTY(QList<qreal> sizeShares READ sizeShares NOTIFY changed)
     Q_PROPERTY(QAbstractListModel* figures READ figures CONSTANT)
     Q_PROPERTY(QString coverage READ coverage NOTIFY changed)
-    Q_PROPERTY(QString periodBefore READ periodBefore NOTIFY changed)
-    Q_PROPERTY(QString noComparison READ noComparison NOTIFY changed)
+    Q_PROPERTY(QString comparison READ comparison NOTIFY changed)
     Q_PROPERTY(QStringList notes READ notes NOTIFY changed)
     Q_PROPERTY(int currentRow READ currentRow WRITE setCurrentRow NOTIFY currentChanged)
     Q_PROPERTY(QString currentDay READ currentDay NOTIFY currentChanged)
@@ -43,6 +44,8 @@ class TrendsModel : public QObject {
 
 public:
     explicit TrendsModel(AppModel& model, QObject* parent = nullptr);
+
+    [[nodiscard]] ScopeModel* scopes() { return &scopes_; }
 
     /// "Week", "Month", "Quarter".
     [[nodiscard]] QStringList ranges() const;
@@ -67,10 +70,8 @@ public:
 
     [[nodiscard]] FigureList* figures() { return figures_.get(); }
     [[nodiscard]] const QString& coverage() const { return coverage_; }
-    /// The days that the range is compared with; empty when there is no comparison, and then the sentence
-    /// says why.
-    [[nodiscard]] const QString& periodBefore() const { return periodBefore_; }
-    [[nodiscard]] const QString& noComparison() const { return noComparison_; }
+    /// Which days the range is compared with, and on what their figures rest; or why with none.
+    [[nodiscard]] const QString& comparison() const { return comparison_; }
     /// What is to be known of the figures: locations that came and went, a sentence each.
     [[nodiscard]] const QStringList& notes() const { return notes_; }
 
@@ -117,6 +118,7 @@ private:
     void readCurrent();
 
     AppModel& model_;
+    ScopeModel scopes_{model_};
     std::optional<Shown> shown_;  // absent while the history is another one than what is shown
     std::optional<Shown> read_;   // what currentRow() is a place in
     Trend trend_;
@@ -132,8 +134,7 @@ private:
     QList<qreal> sizeShares_;
     std::unique_ptr<FigureList> figures_ = makeFigureList();
     QString coverage_;
-    QString periodBefore_;
-    QString noComparison_;
+    QString comparison_;
     QStringList notes_;
     int currentRow_ = -1;
     QString currentDay_;

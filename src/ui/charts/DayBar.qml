@@ -1,4 +1,5 @@
 import QtQuick
+import Brindle.Charts
 import Brindle.Theme
 
 // What came on one day, above a zero line, and what went, below it. Measured bars are solid, estimated ones

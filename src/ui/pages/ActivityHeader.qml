@@ -5,19 +5,20 @@ import Brindle.Parts
 import Brindle.Theme
 
 // Which day or period, the way to others, and its figures.
-ColumnLayout {
+Column {
     id: root
 
     required property ActivityModel model
+
+    readonly property real figureWidth: Theme.scaled(136)
 
     signal estimatesRequested
 
     spacing: Theme.gap
 
     PageHeader {
+        width: root.width
         title: root.model.title
-        subtitle: root.model.explanation
-        Layout.fillWidth: true
 
         IconButton {
             symbol: "chevron-left"
@@ -35,12 +36,8 @@ ColumnLayout {
             visible: !root.model.isToday
             onClicked: root.model.showToday()
         }
-        ChoiceBox {
-            label: Catalogue.translated("Locations")
-            options: root.model.scopes.options
-            currentIndex: root.model.scopes.currentIndex
-            visible: root.model.scopes.hasChoice
-            onChosen: index => root.model.scopes.choose(index)
+        ScopeChoice {
+            scopes: root.model.scopes
         }
         PushButton {
             text: Catalogue.translated("Export…")
@@ -48,17 +45,19 @@ ColumnLayout {
         }
     }
     Flow {
-        spacing: Theme.margin
+        width: root.width
+        spacing: Theme.gap
         visible: root.model.hasFigures || root.model.estimated.length > 0
-        Layout.fillWidth: true
 
         Figure {
+            width: root.figureWidth
             caption: Catalogue.translated("Net change")
             amount: root.model.net
             exact: root.model.netExact
             visible: root.model.hasFigures
         }
         Figure {
+            width: root.figureWidth
             caption: Catalogue.translated("Added")
             amount: root.model.added
             exact: root.model.addedExact
@@ -66,6 +65,7 @@ ColumnLayout {
             visible: root.model.hasFigures
         }
         Figure {
+            width: root.figureWidth
             caption: Catalogue.translated("Freed")
             amount: root.model.freed
             exact: root.model.freedExact
@@ -73,11 +73,13 @@ ColumnLayout {
             visible: root.model.hasFigures
         }
         Figure {
+            width: root.figureWidth
             caption: Catalogue.translated("Files changed")
             amount: root.model.files
             visible: root.model.hasFigures
         }
         Figure {
+            width: root.figureWidth
             caption: Catalogue.translated("Estimated")
             amount: root.model.estimated
             exact: root.model.estimatedExact
@@ -87,10 +89,21 @@ ColumnLayout {
             onActivated: root.estimatesRequested()
         }
     }
+    Text {
+        width: root.width
+        text: root.model.explanation
+        font: Theme.body
+        color: Theme.text
+        wrapMode: Text.Wrap
+        textFormat: Text.PlainText
+        visible: text.length > 0
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
     RowLayout {
+        width: root.width
         spacing: Theme.gapSmall
         visible: root.model.coverage.length > 0
-        Layout.fillWidth: true
 
         Symbol {
             name: "warning"
@@ -102,6 +115,7 @@ ColumnLayout {
             font: Theme.secondary
             color: Theme.textSecondary
             wrapMode: Text.Wrap
+            textFormat: Text.PlainText
             Layout.fillWidth: true
             Accessible.role: Accessible.StaticText
             Accessible.name: text

@@ -1,7 +1,5 @@
 import QtQuick
-import QtQuick.Layouts
 import Brindle.Models
-import Brindle.Parts
 import Brindle.Theme
 
 // A day or a period: its figures, and the folders and files behind them. Where the window is low, what stands
@@ -44,30 +42,35 @@ FocusScope {
             top: parent.top
             leftMargin: Theme.margin
             rightMargin: Theme.margin
-            topMargin: Theme.gapLarge
+            topMargin: root.isLow ? 0 : Theme.gapLarge
         }
 
-        ColumnLayout {
+        Column {
             id: top
 
             parent: root.isLow && list.headerItem ? list.headerItem : fixedPlace
+            y: root.isLow ? Theme.gapLarge : 0
             width: parent.width
             spacing: Theme.gap
 
             ActivityHeader {
+                width: top.width
                 model: root.model
-                Layout.fillWidth: true
                 onEstimatesRequested: list.showEstimates()
             }
             ExplorerToolbar {
                 id: toolbar
+                width: top.width
                 explorer: root.explorer
-                Layout.fillWidth: true
-                onLeft: list.forceActiveFocus(Qt.TabFocusReason)
+                onSearched: list.forceActiveFocus(Qt.TabFocusReason)
             }
             ExplorerTrail {
+                width: top.width
                 explorer: root.explorer
-                Layout.fillWidth: true
+            }
+            ExplorerColumns {
+                width: top.width
+                explorer: root.explorer
             }
         }
     }
@@ -76,7 +79,7 @@ FocusScope {
 
         explorer: root.explorer
         widthClass: root.widthClass
-        headerHeight: root.isLow ? top.implicitHeight + Theme.gap : 0
+        headerHeight: root.isLow ? top.implicitHeight + Theme.gapLarge + Theme.gapSmall : 0
         focus: true
         anchors {
             left: parent.left

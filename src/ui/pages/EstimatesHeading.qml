@@ -11,13 +11,15 @@ Item {
     required property string section
     required property ExplorerModel explorer
 
-    height: visible ? column.implicitHeight + Theme.gapLarge + Theme.gapSmall : 0
-    visible: root.section === "true"
+    readonly property bool isShown: root.section === "true"
+
+    height: isShown ? column.implicitHeight + Theme.gapLarge + Theme.gapSmall : 0
 
     ColumnLayout {
         id: column
 
         spacing: Theme.gapTiny
+        visible: root.isShown
         anchors {
             left: parent.left
             right: parent.right

@@ -13,7 +13,7 @@ ListRow {
     required property string name
     required property string description
     required property string path
-    required property string action
+    required property string verb
     required property string added
     required property string addedExact
     required property string freed
@@ -24,6 +24,8 @@ ListRow {
 
     property bool isNarrow: false
 
+    // The view counts on whole pixels where it has not made the rows.
+    height: Math.ceil(implicitHeight)
     text: root.spoken
     focusPolicy: Qt.ClickFocus
     isSelected: ListView.isCurrentItem && ListView.view.activeFocus
@@ -41,15 +43,20 @@ ListRow {
             color: Theme.text
             elide: Text.ElideMiddle
             textFormat: Text.PlainText
+            horizontalAlignment: Text.AlignLeft
             Layout.fillWidth: true
             Accessible.ignored: true
 
             HoverHandler {
                 id: pointer
             }
-            Tooltip {
-                text: root.path
-                visible: pointer.hovered
+            Loader {
+                anchors.fill: parent
+                active: pointer.hovered
+                sourceComponent: Tooltip {
+                    text: root.path
+                    visible: true
+                }
             }
         }
         Text {
@@ -58,6 +65,7 @@ ListRow {
             color: Theme.textSecondary
             elide: Text.ElideMiddle
             textFormat: Text.PlainText
+            horizontalAlignment: Text.AlignLeft
             Layout.fillWidth: true
             Accessible.ignored: true
         }
@@ -78,7 +86,7 @@ ListRow {
             id: word
 
             width: parent.width
-            text: root.action
+            text: root.verb
             font: Theme.secondary
             color: Theme.textSecondary
             elide: Text.ElideRight

@@ -10,7 +10,7 @@ Flow {
     required property ExplorerModel explorer
 
     // The keyboard is done here and goes to the list.
-    signal left
+    signal searched
 
     function focusSearch() {
         field.forceActiveFocus(Qt.ShortcutFocusReason);
@@ -44,8 +44,8 @@ Flow {
         text: root.explorer.search
         placeholder: Catalogue.translated("Search names")
         onEdited: text => root.explorer.search = text
-        onAccepted: root.left()
-        Keys.onDownPressed: root.left()
+        onAccepted: root.searched()
+        Keys.onDownPressed: root.searched()
 
         Connections {
             target: root.explorer

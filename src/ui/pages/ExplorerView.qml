@@ -7,6 +7,8 @@ import Brindle.Theme
 ListView {
     id: root
 
+    objectName: "changes"
+
     required property ExplorerModel explorer
     required property int widthClass
     required property real headerHeight
@@ -33,6 +35,7 @@ ListView {
 
     model: root.explorer.rows
     clip: true
+    reuseItems: true
     activeFocusOnTab: true
     boundsBehavior: Flickable.StopAtBounds
     highlightMoveDuration: 0
@@ -40,7 +43,10 @@ ListView {
     Accessible.role: Accessible.List
     Accessible.name: Catalogue.translated("Changes")
 
-    Component.onCompleted: root.restorePlace()
+    onHeaderHeightChanged: {
+        root.isPlaceKept = false;
+        settling.restart();
+    }
     onCurrentIndexChanged: if (root.isPlaceKept)
         root.explorer.currentRow = root.currentIndex
     onContentYChanged: if (root.isPlaceKept)
@@ -64,6 +70,14 @@ ListView {
             event.accepted = false;
     }
 
+    // The place is found once the view has its size.
+    Timer {
+        id: settling
+
+        interval: 0
+        running: true
+        onTriggered: root.restorePlace()
+    }
     Connections {
         target: root.explorer
         function onPlaceRestored() {

@@ -10,7 +10,7 @@ Rectangle {
     property bool isWarning: false
     default property alias actions: actionRow.data
 
-    implicitWidth: line.implicitWidth + 2 * Theme.gap
+    implicitWidth: line.implicitWidth + 2 * Theme.margin
     implicitHeight: line.implicitHeight + 2 * Theme.gapSmall
     color: Theme.raised
     Accessible.role: Accessible.AlertMessage
@@ -20,8 +20,8 @@ Rectangle {
         id: line
 
         anchors.fill: parent
-        anchors.leftMargin: Theme.gap
-        anchors.rightMargin: Theme.gap
+        anchors.leftMargin: Theme.margin
+        anchors.rightMargin: Theme.margin
         anchors.topMargin: Theme.gapSmall
         anchors.bottomMargin: Theme.gapSmall
         spacing: Theme.gapSmall

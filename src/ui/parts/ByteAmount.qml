@@ -20,8 +20,13 @@ Text {
     HoverHandler {
         id: pointer
     }
-    Tooltip {
-        text: root.exact
-        visible: root.exact !== "" && pointer.hovered
+    // Made when it is wanted: a list has hundreds of amounts.
+    Loader {
+        anchors.fill: parent
+        active: root.exact !== "" && pointer.hovered
+        sourceComponent: Tooltip {
+            text: root.exact
+            visible: true
+        }
     }
 }

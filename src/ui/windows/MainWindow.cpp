@@ -19,6 +19,7 @@ MainWindow::MainWindow(AppModel& model, Reveal& reveal, QObject* parent)
       exporter_(model),
       about_(model) {
     connect(&windowModel_, &WindowModel::revealRequested, &reveal, &Reveal::show);
+    connect(&exporter_, &ExportModel::revealRequested, &reveal, &Reveal::show);
     connect(&windowModel_, &WindowModel::quitRequested, this, &MainWindow::quitRequested);
 }
 

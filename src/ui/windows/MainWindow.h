@@ -12,6 +12,7 @@
 #include "app/pages/WindowModel.h"
 #include "ui/theme/Appearance.h"
 #include "ui/windows/FrameKeeper.h"
+#include "ui/windows/SaveDialog.h"
 
 #include <QObject>
 #include <QQmlApplicationEngine>
@@ -57,6 +58,7 @@ private:
     TrendsModel trends_;
     DrivesModel drives_;
     ExportModel exporter_;
+    SaveDialog saveDialog_{exporter_};
     AboutModel about_;
     std::unique_ptr<QQmlApplicationEngine> engine_;  // goes before the models that its objects show
     QQuickWindow* window_ = nullptr;                 // the engine's

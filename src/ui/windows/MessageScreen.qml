@@ -17,7 +17,6 @@ Item {
         anchors.centerIn: parent
 
         CapacityIllustration {
-            size: Theme.scaled(Theme.illustrationSize)
             Layout.alignment: Qt.AlignHCenter
             Layout.bottomMargin: Theme.gapSmall
         }

@@ -26,8 +26,8 @@ FocusScope {
             left: parent.left
             right: parent.right
             verticalCenter: parent.verticalCenter
-            leftMargin: Theme.gapLarge
-            rightMargin: Theme.gap
+            leftMargin: Theme.margin
+            rightMargin: Theme.gapLarge
         }
 
         BrandMark {

@@ -14,7 +14,7 @@ T.AbstractButton {
     rightPadding: Theme.gapSmall
     topPadding: Theme.gapSmall
     bottomPadding: Theme.gapSmall
-    implicitWidth: leftPadding + label.implicitWidth + rightPadding
+    implicitWidth: leftPadding + Math.ceil(label.implicitWidth) + rightPadding
     implicitHeight: topPadding + label.implicitHeight + bottomPadding
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
@@ -36,7 +36,7 @@ T.AbstractButton {
         color: root.isCurrent ? Theme.text : Theme.textSecondary
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
-        wrapMode: Text.Wrap
+        wrapMode: Text.WordWrap
         Accessible.ignored: true
     }
     background: Rectangle {
@@ -56,7 +56,7 @@ T.AbstractButton {
             }
         }
         FocusRing {
-            visible: root.visualFocus
+            isShown: root.visualFocus
         }
     }
 }

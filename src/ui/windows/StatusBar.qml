@@ -30,8 +30,8 @@ Item {
             left: parent.left
             right: parent.right
             verticalCenter: parent.verticalCenter
-            leftMargin: Theme.gapLarge
-            rightMargin: Theme.gapLarge
+            leftMargin: Theme.margin
+            rightMargin: Theme.margin
         }
 
         StatusText {

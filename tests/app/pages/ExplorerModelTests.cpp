@@ -101,7 +101,7 @@ TEST_F(ExplorerModelTest, ListsFoldersBeforeFilesWithTheirAmountsInColumns) {
     EXPECT_EQ(mail.added, "");
     EXPECT_DOUBLE_EQ(mail.freedShare, 0.1);
     const ExplorerRow& notes = explorer_.rows()->rows()[2];
-    EXPECT_EQ(notes.action, "Grew");
+    EXPECT_EQ(notes.verb, "Grew");
     EXPECT_EQ(notes.description, "12:00\u202fPM");
     EXPECT_EQ(notes.path, "Home/notes.txt");
     EXPECT_EQ(explorer_.insideText(), "4 files, 3.0 kB added, 1.4 kB freed");

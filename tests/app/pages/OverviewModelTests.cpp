@@ -121,11 +121,11 @@ TEST_F(OverviewModelTest, TheWeekShowsMeasuredAndEstimatedDaysAndGaps) {
     EXPECT_THAT(numbers(*overview_.week(), "addedShare"), ElementsAre(0, 0.5, 1, 0, 0, 0, 0));
     EXPECT_THAT(numbers(*overview_.week(), "freedShare"), ElementsAre(0, 0, 0.25, 0, 0, 0.75, 0));
     EXPECT_THAT(texts(*overview_.week(), "accessibleText"),
-                ElementsAre("Sunday, March 1: Nothing was tracked on this day.",
+                ElementsAre("Sunday, March 1: Not tracked",
                             "Monday, March 2: about 2.0 GB came, estimated from file dates",
                             "Tuesday, March 3: net change +3.0 GB, 4.0 GB added, 1.0 GB freed",
-                            "Wednesday, March 4: No check covers this day.",
-                            "Thursday, March 5: No check covers this day.",
+                            "Wednesday, March 4: No check",
+                            "Thursday, March 5: No check",
                             "Friday, March 6: net change \u22123.0 GB, 0 bytes added, 3.0 GB freed, partial",
                             "Saturday, March 7: net change 0 bytes, 0 bytes added, 0 bytes freed"));
     EXPECT_EQ(overview_.weekAdded(), "+4.0 GB") << "what is estimated is no part of it";

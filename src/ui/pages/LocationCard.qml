@@ -1,0 +1,140 @@
+import QtQuick
+import QtQuick.Layouts
+import Brindle.Models
+import Brindle.Parts
+import Brindle.Theme
+
+// A location: how it fares, how much it holds, and what can be done with it.
+Card {
+    id: root
+
+    required property DrivesModel model
+    required property int index
+    required property string name
+    required property string path
+    required property string status
+    required property string size
+    required property string sizeExact
+    required property string lastCheck
+    required property string unreadable
+    required property string driveName
+    required property string cloudOnly
+    required property bool isTroubled
+    required property bool canShow
+    required property bool isOpen
+
+    readonly property bool isWide: root.width >= Theme.scaled(760)
+
+    padding: Theme.gapLarge
+
+    GridLayout {
+        Layout.fillWidth: true
+        columnSpacing: Theme.gapLarge
+        columns: root.isWide ? 3 : 1
+        rowSpacing: Theme.gapSmall
+
+        ColumnLayout {
+            Layout.fillWidth: true
+            spacing: Theme.gapTiny
+
+            RowLayout {
+                Layout.fillWidth: true
+                spacing: Theme.gapSmall
+
+                Symbol {
+                    name: "folder"
+                }
+                Text {
+                    Layout.fillWidth: true
+                    Accessible.role: Accessible.Heading
+                    color: Theme.text
+                    font: Theme.bodyEmphasis
+                    text: root.name
+                    wrapMode: Text.Wrap
+                }
+            }
+            Text {
+                Layout.fillWidth: true
+                color: Theme.textSecondary
+                font: Theme.secondary
+                text: root.path
+                wrapMode: Text.WrapAnywhere
+            }
+        }
+        ColumnLayout {
+            Layout.alignment: Qt.AlignTop
+            Layout.fillWidth: !root.isWide
+            Layout.preferredWidth: root.isWide ? Theme.scaled(240) : -1
+            spacing: Theme.gapTiny
+
+            RowLayout {
+                spacing: Theme.gapSmall
+
+                Symbol {
+                    color: root.isTroubled ? Theme.warning : Theme.textSecondary
+                    name: root.isTroubled ? "warning" : "check"
+                }
+                Text {
+                    Layout.fillWidth: true
+                    color: root.isTroubled ? Theme.warning : Theme.text
+                    font: Theme.body
+                    text: root.status
+                    wrapMode: Text.Wrap
+                }
+            }
+            Text {
+                Layout.fillWidth: true
+                color: Theme.textSecondary
+                font: Theme.secondary
+                text: root.lastCheck
+                wrapMode: Text.Wrap
+            }
+        }
+        ByteAmount {
+            Layout.alignment: Qt.AlignTop
+            Layout.preferredWidth: root.isWide ? Theme.scaled(104) : -1
+            amount: root.size
+            exact: root.sizeExact
+            visible: root.isWide || root.size.length > 0
+        }
+    }
+    Text {
+        Layout.fillWidth: true
+        color: Theme.textSecondary
+        font: Theme.secondary
+        text: root.cloudOnly
+        visible: text.length > 0
+        wrapMode: Text.Wrap
+    }
+    Flow {
+        Layout.fillWidth: true
+        Layout.topMargin: Theme.gapTiny
+        spacing: Theme.gapSmall
+        visible: root.canShow || root.unreadable.length > 0
+
+        PushButton {
+            text: Catalogue.translated("Show in Files")
+            visible: root.canShow
+
+            onClicked: root.model.showInFiles(root.index)
+        }
+        PushButton {
+            Accessible.checkable: true
+            Accessible.checked: root.isOpen
+            text: root.unreadable
+            visible: root.unreadable.length > 0
+
+            onClicked: root.model.toggleUnreadable(root.index)
+        }
+    }
+    Loader {
+        Layout.fillWidth: true
+        active: root.isOpen
+        visible: root.isOpen
+
+        sourceComponent: UnreadableFolders {
+            folders: root.model.unreadable
+            more: root.model.moreUnreadable
+        }
+    }
+}

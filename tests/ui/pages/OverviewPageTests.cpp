@@ -1,0 +1,125 @@
+#include "app/pages/DrivesModel.h"
+#include "app/pages/FixedHistory.h"
+#include "app/pages/OverviewModel.h"
+#include "app/pages/ShownHistory.h"
+#include "ui/Scene.h"
+
+#include <QAccessible>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace brindle {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr LocalDay today{2026, 3, 7};
+
+/// The item that has the keyboard, as a screen reader calls it.
+std::string focusedName(Scene& scene) {
+    QQuickItem* item = scene.window().activeFocusItem();
+    auto* reader = item == nullptr ? nullptr : QAccessible::queryAccessibleInterface(item);
+    return reader == nullptr ? std::string() : reader->text(QAccessible::Name).toStdString();
+}
+
+/// What the keyboard comes to with Tab, once around, in this order.
+std::vector<std::string> tabbedNames(Scene& scene) {
+    std::vector<std::string> names;
+    for (int i = 0; i < 40; ++i) {
+        scene.press(Qt::Key_Tab);
+        const std::string name = focusedName(scene);
+        if (!names.empty() && name == names.front()) break;
+        names.push_back(name);
+    }
+    return names;
+}
+
+TEST(OverviewPage, TheKeyboardComesToEveryFigureInReadingOrderAndToWhatIsBehindIt) {
+    auto history = std::make_shared<FixedHistory>();
+    history->known.today = today;
+    history->include("home", "Home", {2026, 2, 1}).lastCheck = 1'772'884'800;
+    history->known.volumes.push_back(
+        {.id = "drive", .name = "Disk", .totalBytes = 4000, .freeBytes = 1000, .availableBytes = 1000});
+    history->record("home", today, {"Movies"}, 3000);
+    history->record("home", today, {"Downloads"}, -1000);
+    ShownHistory shown;
+    OverviewModel overview(shown.model());
+    ASSERT_TRUE(shown.show(history));
+    ASSERT_TRUE(runUntil([&] { return overview.contributors()->rowCount() == 2; }));
+
+    Scene scene;
+    scene.show("OverviewPage { widthClass: 1; focus: true }", {1180, 760},
+               {{"model", QVariant::fromValue(&overview)}});
+    EXPECT_THAT(
+        tabbedNames(scene),
+        ElementsAre("Net change: +2.0 kB", "Added: +3.0 kB", "Freed: \u22121.0 kB", "2 files changed",
+                    "Added: +3.0 kB", "Freed: \u22121.0 kB", "Changes by day", "Movies, +3.0 kB, 0 bytes",
+                    "Downloads, 0 bytes, \u22121.0 kB", "Disk, 3.0 kB of 4.0 kB used, 1.0 kB available"));
+
+    // Around again, to the freed bytes of today.
+    Selection& selection = *shown.model().selection();
+    while (focusedName(scene) != "Freed: \u22121.0 kB") scene.press(Qt::Key_Tab);
+    scene.press(Qt::Key_Return);
+    EXPECT_EQ(selection.destination(), Destination::activity);
+    EXPECT_EQ(selection.explorer().direction, DirectionFilter::freed);
+    EXPECT_EQ(selection.firstDay(), today);
+    while (focusedName(scene) != "Changes by day") scene.press(Qt::Key_Tab);
+    scene.press(Qt::Key_Left);
+    scene.press(Qt::Key_Return);
+    EXPECT_EQ(selection.day(), (LocalDay{2026, 3, 6}));
+    EXPECT_THAT(scene.warnings(), IsEmpty());
+}
+
+TEST(OverviewPage, WhatTheKeyboardComesToIsInSight) {
+    auto history = std::make_shared<FixedHistory>();
+    history->known.today = today;
+    history->include("home", "Home", {2026, 2, 1}).lastCheck = 1'772'884'800;
+    for (int i = 0; i < 9; ++i) history->record("home", today, {"Folder " + std::to_string(i)}, 1000 + i);
+    ShownHistory shown;
+    OverviewModel overview(shown.model());
+    ASSERT_TRUE(shown.show(history));
+    ASSERT_TRUE(runUntil([&] { return overview.contributors()->rowCount() == 5; }));
+    Scene scene;
+    QQuickItem& page = scene.show("OverviewPage { widthClass: 0; focus: true }", {960, 400},
+                                  {{"model", QVariant::fromValue(&overview)}});
+    for (int i = 0; i < 20; ++i) {
+        scene.press(Qt::Key_Tab);
+        const QQuickItem& item = *scene.window().activeFocusItem();
+        const QRectF place = item.mapRectToItem(&page, QRectF(0, 0, item.width(), item.height()));
+        EXPECT_TRUE(QRectF(0, 0, page.width(), page.height()).contains(place)) << focusedName(scene);
+    }
+    scene.press(Qt::Key_PageUp);
+    scene.press(Qt::Key_PageUp);
+    EXPECT_EQ(page.property("contentY").toDouble(), 0);
+    scene.press(Qt::Key_PageDown);
+    EXPECT_GT(page.property("contentY").toDouble(), 0);
+}
+
+TEST(DrivesPage, ALocationIsShownAndItsUnreadableFoldersAreOpenedByTheKeyboard) {
+    TempHistory stored;
+    stored.include("home");
+    stored.check("home", {{"file", 1000}}, {.unreadable = {{"Private", true}}});
+    stored.close();
+    ShownHistory shown;
+    ASSERT_TRUE(shown.open(stored.directory()));
+    DrivesModel drives(shown.model());
+    std::vector<std::string> revealed;
+    QObject::connect(&drives, &DrivesModel::revealRequested,
+                     [&](const std::string& path) { revealed.push_back(path); });
+    Scene scene;
+    scene.show("DrivesPage { widthClass: 1; focus: true }", {1180, 760},
+               {{"model", QVariant::fromValue(&drives)}});
+    EXPECT_THAT(tabbedNames(scene), ElementsAre("Show in Files", "1 folder couldn't be read"));
+    scene.press(Qt::Key_Return);
+    EXPECT_THAT(revealed, ElementsAre(shown.model().records().front().path));
+    scene.press(Qt::Key_Tab);
+    scene.press(Qt::Key_Return);
+    EXPECT_EQ(drives.unreadable()->rowCount(), 1);
+    EXPECT_THAT(tabbedNames(scene), Contains("Folders that couldn't be read"));
+    EXPECT_THAT(scene.warnings(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace brindle
