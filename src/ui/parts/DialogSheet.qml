@@ -40,6 +40,7 @@ T.Dialog {
             font: Theme.section
             color: Theme.text
             wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignLeft
             Accessible.role: Accessible.Heading
             Accessible.name: text
         }
@@ -50,6 +51,7 @@ T.Dialog {
             font: Theme.body
             color: Theme.text
             wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignLeft
             Accessible.role: Accessible.StaticText
             Accessible.name: text
         }
