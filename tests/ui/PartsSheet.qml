@@ -9,8 +9,11 @@ Rectangle {
     id: root
 
     property string heard: ""
+    property bool isMirrored: false
 
     color: Theme.ground
+    LayoutMirroring.enabled: root.isMirrored
+    LayoutMirroring.childrenInherit: true
 
     ColumnLayout {
         anchors.fill: parent
@@ -55,7 +58,8 @@ Rectangle {
                 onClicked: root.heard = "default"
             }
         }
-        RowLayout {
+        Flow {
+            Layout.fillWidth: true
             spacing: Theme.gapLarge
 
             Figure {

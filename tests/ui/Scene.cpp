@@ -5,6 +5,17 @@
 #include <stdexcept>
 
 namespace brindle {
+namespace {
+
+// Not findChild(): what a Repeater makes is a child of the window's tree only.
+QQuickItem* find(QQuickItem& item, const QString& name) {
+    if (item.objectName() == name) return &item;
+    for (QQuickItem* child : item.childItems())
+        if (QQuickItem* found = find(*child, name)) return found;
+    return nullptr;
+}
+
+}  // namespace
 
 Scene::Scene(const Preferences& preferences)
     : settings_(preferences, SettingsFile((folder_.path() / "preferences.json").string())),
@@ -40,7 +51,7 @@ QQuickItem& Scene::show(const QByteArray& qml, QSize size, const QVariantMap& pr
 
 QQuickItem& Scene::item(const QString& name) {
     if (name.isEmpty()) return *shown_;
-    auto* found = shown_->findChild<QQuickItem*>(name);
+    QQuickItem* found = find(*shown_, name);
     if (found == nullptr) throw std::runtime_error("there is no " + name.toStdString());
     return *found;
 }

@@ -1,9 +1,8 @@
 #include "app/desktop/AppearanceWatch.h"
 
 #include <QDBusArgument>
-#include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
+#include <QDBusVariant>
 #include <QStringList>
 
 namespace brindle {
@@ -30,8 +29,7 @@ QVariant unwrapped(QVariant value) {
 
 AppearanceWatch::AppearanceWatch(const QDBusConnection& sessionBus)
     : bus_(sessionBus), portal_(service, sessionBus, QDBusServiceWatcher::WatchForRegistration) {
-    bus_.connect(service, path, interface, "SettingChanged", this,
-                 SLOT(settingChanged(QString, QString, QDBusVariant)));
+    bus_.connect(service, path, interface, "SettingChanged", this, SLOT(settingChanged(QDBusMessage)));
     connect(&portal_, &QDBusServiceWatcher::serviceRegistered, this, &AppearanceWatch::readAll);
     readAll();
 }
@@ -50,8 +48,10 @@ void AppearanceWatch::readAll() {
     });
 }
 
-void AppearanceWatch::settingChanged(const QString& space, const QString& key, const QDBusVariant& value) {
-    settings_[space][key] = value.variant();
+void AppearanceWatch::settingChanged(const QDBusMessage& signal) {
+    if (signal.signature() != "ssv") return;
+    const QVariantList values = signal.arguments();
+    settings_[values[0].toString()][values[1].toString()] = values[2];
     update();
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <QDBusServiceWatcher>
-#include <QDBusVariant>
 #include <QObject>
 #include <QVariantMap>
 #include <optional>
@@ -34,7 +34,7 @@ Q_SIGNALS:
     void appearanceChanged();
 
 private Q_SLOTS:
-    void settingChanged(const QString& space, const QString& key, const QDBusVariant& value);
+    void settingChanged(const QDBusMessage& signal);
 
 private:
     void readAll();

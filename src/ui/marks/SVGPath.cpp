@@ -38,10 +38,9 @@ std::optional<UChar32> codePoint(const icu::UnicodeString& character) {
 }
 
 bool isSeparator(const icu::UnicodeString& character) {
+    static const icu::UnicodeString single(u" ,\n\v\f\r\u0085\u2028\u2029");
     const auto code = codePoint(character);
-    if (!code) return character == icu::UnicodeString("\r\n");
-    return code == ' ' || code == ',' || (code >= 0x0A && code <= 0x0D) || code == 0x85 || code == 0x2028 ||
-           code == 0x2029;
+    return code ? single.indexOf(*code) >= 0 : character == icu::UnicodeString("\r\n");
 }
 
 bool isOfNumber(const icu::UnicodeString& character) {

@@ -37,6 +37,7 @@ Rectangle {
             font: Theme.body
             color: Theme.text
             wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignLeft
             Accessible.ignored: true
         }
         RowLayout {

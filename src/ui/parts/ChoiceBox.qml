@@ -31,6 +31,7 @@ T.ComboBox {
         color: Theme.text
         opacity: root.enabled ? 1 : 0.5
         elide: Text.ElideRight
+        horizontalAlignment: Text.AlignLeft
         verticalAlignment: Text.AlignVCenter
         Accessible.ignored: true
     }
@@ -70,6 +71,7 @@ T.ComboBox {
             font: option.index === root.currentIndex ? Theme.bodyEmphasis : Theme.body
             color: Theme.text
             wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignLeft
         }
         background: Rectangle {
             color: option.highlighted ? Theme.selection : "transparent"

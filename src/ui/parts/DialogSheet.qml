@@ -9,6 +9,9 @@ T.Dialog {
     id: root
 
     property string text: ""
+    // Where the keyboard was, and is again afterwards.
+    property Item before: null
+    property bool wasSeenBefore: false
     default property alias buttons: buttonRow.data
     property alias details: detailColumn.data
 
@@ -20,6 +23,11 @@ T.Dialog {
     modal: true
     focus: true
     closePolicy: T.Popup.CloseOnEscape
+    onAboutToShow: {
+        root.before = root.parent.Window.activeFocusItem;
+        root.wasSeenBefore = (root.before as T.Control)?.visualFocus ?? false;
+    }
+    onClosed: root.before?.forceActiveFocus(root.wasSeenBefore ? Qt.TabFocusReason : Qt.PopupFocusReason)
 
     contentItem: ColumnLayout {
         id: column
@@ -32,6 +40,7 @@ T.Dialog {
             font: Theme.section
             color: Theme.text
             wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignLeft
             Accessible.role: Accessible.Heading
             Accessible.name: text
         }
@@ -42,6 +51,7 @@ T.Dialog {
             font: Theme.body
             color: Theme.text
             wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignLeft
             Accessible.role: Accessible.StaticText
             Accessible.name: text
         }
@@ -75,8 +85,12 @@ T.Dialog {
         }
     }
 
-    T.Overlay.modal: Rectangle {
-        color: Theme.ground
-        opacity: 0.7
+    // The overlay sets the opacity of what it is given.
+    T.Overlay.modal: Item {
+        Rectangle {
+            anchors.fill: parent
+            color: Theme.ground
+            opacity: 0.7
+        }
     }
 }

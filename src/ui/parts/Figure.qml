@@ -73,6 +73,7 @@ Item {
             font: Theme.caption
             color: Theme.textSecondary
             wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignLeft
             Accessible.ignored: true
         }
         Text {
@@ -80,6 +81,7 @@ Item {
 
             width: root.width
             text: root.amount
+            horizontalAlignment: Text.AlignLeft
             font: root.isLarge ? Theme.figureLarge : Theme.figure
             color: [Theme.text, Theme.added, Theme.freed, Theme.estimated][root.tone]
             Accessible.ignored: true

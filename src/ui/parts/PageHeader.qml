@@ -27,6 +27,7 @@ GridLayout {
             font: Theme.pageTitle
             color: Theme.text
             wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignLeft
             Accessible.role: Accessible.Heading
             Accessible.name: text
         }
@@ -37,6 +38,7 @@ GridLayout {
             font: Theme.secondary
             color: Theme.textSecondary
             wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignLeft
         }
     }
     RowLayout {

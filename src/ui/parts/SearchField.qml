@@ -65,6 +65,7 @@ T.TextField {
         font: root.font
         color: Theme.textSecondary
         elide: Text.ElideRight
+        horizontalAlignment: Text.AlignLeft
         Accessible.ignored: true
     }
     IconButton {

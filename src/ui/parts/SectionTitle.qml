@@ -6,6 +6,7 @@ Text {
     font: Theme.section
     color: Theme.text
     wrapMode: Text.Wrap
+    horizontalAlignment: Text.AlignLeft
     Accessible.role: Accessible.Heading
     Accessible.name: text
 }

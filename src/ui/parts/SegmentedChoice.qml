@@ -15,9 +15,11 @@ Rectangle {
     function choose(index: int) {
         if (index < 0 || index >= root.options.length || index === root.currentIndex)
             return;
-        const hadFocus = root.activeFocus || segments.itemAt(root.currentIndex)?.activeFocus;
+        // The keyboard goes ahead: the segment that it leaves stops being a place for it.
+        if (segments.itemAt(root.currentIndex)?.activeFocus)
+            segments.itemAt(index).forceActiveFocus(Qt.TabFocusReason);
         root.chosen(index);
-        if (hadFocus)
+        if (segments.itemAt(index).activeFocus)
             segments.itemAt(root.currentIndex)?.forceActiveFocus(Qt.TabFocusReason);
     }
 

@@ -97,7 +97,8 @@ const ThemeColor& themeColor(ColorToken token) {
 }
 
 ColorToken netToken(int step) {
-    return netGrounds.at(static_cast<std::size_t>(std::clamp(step, -4, 4) + 4));
+    const int place = std::clamp(step, -4, 4) + 4;
+    return netGrounds.at(static_cast<std::size_t>(place));
 }
 
 std::span<const ContrastRule> contrastRules() {
