@@ -45,6 +45,6 @@ inline constexpr const char* snapshotSizes = isMac ? "macOS reports snapshot siz
 
 // What the example history calls the drive that the system starts from, and where its person lives.
 inline constexpr const char* exampleStartupDrive = isMac ? "Macintosh HD" : "System";
-inline constexpr const char* exampleHome = isMac ? "/Users/robin" : "/home/robin";
+inline constexpr const char* exampleHome = isMac ? "/Users/robin" : "/home/ann";
 
 }  // namespace brindle::platformText

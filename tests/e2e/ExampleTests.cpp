@@ -37,7 +37,7 @@ TEST(ExampleHistory, IsShownByEveryCommandThatReadsAndLeavesNoTrace) {
         EXPECT_TRUE(json.is_array() ? std::ranges::all_of(json, isMarked) : isMarked(json)) << json;
     }
     EXPECT_THAT(brindle.run({"--example", "status"}).output,
-                AllOf(HasSubstr("Home  /home/robin\n"), HasSubstr("Studio SSD  /Volumes/Studio SSD\n"),
+                AllOf(HasSubstr("Home  /home/ann\n"), HasSubstr("Studio SSD  /Volumes/Studio SSD\n"),
                       HasSubstr(" free of ")));
     EXPECT_TRUE(fs::is_empty(brindle.home()));
 }

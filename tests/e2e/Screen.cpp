@@ -11,7 +11,7 @@
 namespace brindle {
 namespace {
 
-constexpr const char* program = "brindle-desktop";
+constexpr const char* program = "Brindle";  // as it calls itself on the bus
 
 /// The text of a file, without its last newline.
 std::string lineOf(const std::filesystem::path& file) {

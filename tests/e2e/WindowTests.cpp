@@ -53,11 +53,31 @@ TEST_F(Person, WalksFromTheExampleToAFileAndExportsWhatTheySee) {
     screen.press("Escape");
     EXPECT_TRUE(screen.hides("Includes…"));
 
+    // A statement, saved where the system's dialog is told to.
+    screen.press("ctrl+e");
+    ASSERT_TRUE(screen.shows("Includes…"));
+    screen.press("Return");
+    ASSERT_TRUE(screen.shows("File name:"));
+    const fs::path statement = desktop.brindle.home() / "statement.csv";
+    screen.press("ctrl+a");
+    screen.type(statement.native());
+    screen.press("Return");
+    EXPECT_TRUE(screen.shows("Your storage statement is ready."));
+    std::ifstream written(statement);
+    std::string row;
+    std::getline(written, row);
+    EXPECT_THAT(row, HasSubstr("Change in bytes"));
+    std::getline(written, row);
+    EXPECT_THAT(row, HasSubstr(",Example,"));
+    screen.press("Escape");
+    EXPECT_TRUE(screen.hides("Your storage statement is ready."));
+
     screen.press("ctrl+w");
     EXPECT_TRUE(screen.hides("Example history — your files haven't been scanned."));
     EXPECT_TRUE(desktop.program->isRunning()) << "closing the window leaves the program running";
     const RunningProgram second(screen.launch());
-    EXPECT_TRUE(screen.shows("Example history — your files haven't been scanned.")) << "a second start shows it";
+    EXPECT_TRUE(screen.shows("Example history — your files haven't been scanned."))
+        << "a second start shows it";
     screen.press("ctrl+q");
     EXPECT_EQ(std::exchange(desktop.program, nullptr)->wait().exitCode, 0);
 }
@@ -70,7 +90,7 @@ TEST_F(Person, SeesTheirOwnHistoryAndWhatAScreenReaderDoes) {
     (void)desktop.terminal({"check"});
     screen.start();
     ASSERT_TRUE(screen.shows("1 location included"));
-    EXPECT_TRUE(screen.shows("Net change +1.5 MB"));
+    EXPECT_TRUE(screen.shows("Net change: +1.5 MB"));
 
     for (const char* page : {"Activity", "Storage history", "Trends", "Drives & folders", "Overview"}) {
         EXPECT_TRUE(screen.activate(page)) << page;

@@ -62,7 +62,8 @@ def main():
         return 0 if any(element.get_name() == sys.argv[3] and pressed(element) for element in elements(program)) else 1
     try:
         print(json.dumps([described(element) for element in elements(program)]))
-    except GLib.Error:  # it changed while it was read
+    except GLib.Error as error:  # it changed while it was read
+        print(error, file=sys.stderr)
         print("[]")
         return 1
     return 0

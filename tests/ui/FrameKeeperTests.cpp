@@ -42,7 +42,10 @@ TEST(FrameKeeper, StoresOnceAfterAMoveAndWhenHidden) {
     EXPECT_TRUE(runUntil([&] { return !stored.empty(); }));
     EXPECT_EQ(stored, std::vector<std::string>{"30 40 350 200"});
 
+    bool isResized = false;
+    QObject::connect(&window, &QWindow::heightChanged, [&] { isResized = true; });
     window.resize(400, 250);
+    EXPECT_TRUE(runUntil([&] { return isResized; }));
     window.hide();
     EXPECT_EQ(stored.back(), "30 40 400 250");
 }

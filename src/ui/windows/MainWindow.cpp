@@ -34,7 +34,6 @@ void MainWindow::show(const QString& activationToken) {
         window_->showNormal();
     else
         window_->show();
-    window_->raise();
     window_->requestActivate();
 }
 

@@ -49,7 +49,7 @@ FocusScope {
 
                 text: modelData
                 isCurrent: index === root.model.page
-                onClicked: root.model.page = index
+                onChosen: root.model.page = index
             }
         }
         Item {
