@@ -92,6 +92,7 @@ Column {
     Text {
         width: root.width
         text: root.model.explanation
+        horizontalAlignment: Text.AlignLeft
         font: Theme.body
         color: Theme.text
         wrapMode: Text.Wrap
@@ -112,6 +113,7 @@ Column {
         }
         Text {
             text: root.model.coverage
+            horizontalAlignment: Text.AlignLeft
             font: Theme.secondary
             color: Theme.textSecondary
             wrapMode: Text.Wrap

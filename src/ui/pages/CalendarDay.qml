@@ -92,6 +92,7 @@ Item {
             anchors.leftMargin: Theme.gapSmall
             anchors.topMargin: Theme.gapTiny
             text: root.number
+            horizontalAlignment: Text.AlignLeft
             font: root.isToday ? Theme.bodyEmphasis : Theme.body
             color: root.isToday ? Theme.onAccent : root.ink
             Accessible.ignored: true
@@ -103,6 +104,7 @@ Item {
             anchors.bottomMargin: net.visible ? 0 : Theme.gapTiny
             visible: implicitWidth <= root.room && y >= number.y + number.height
             text: root.word
+            horizontalAlignment: Text.AlignLeft
             font: Theme.caption
             color: root.ink
             Accessible.ignored: true
@@ -116,6 +118,7 @@ Item {
             anchors.bottomMargin: Theme.gapTiny
             visible: text !== "" && implicitWidth <= root.room
             text: root.net
+            horizontalAlignment: Text.AlignLeft
             font: Theme.caption
             color: root.ink
             Accessible.ignored: true

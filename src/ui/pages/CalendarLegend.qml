@@ -36,6 +36,7 @@ Flow {
         Text {
             anchors.verticalCenter: parent.verticalCenter
             text: meaning.text
+            horizontalAlignment: Text.AlignLeft
             font: Theme.caption
             color: Theme.textSecondary
         }
@@ -47,6 +48,7 @@ Flow {
         Text {
             anchors.verticalCenter: parent.verticalCenter
             text: root.model.legendBegin
+            horizontalAlignment: Text.AlignLeft
             font: Theme.caption
             color: Theme.textSecondary
         }
@@ -76,6 +78,7 @@ Flow {
         Text {
             anchors.verticalCenter: parent.verticalCenter
             text: root.model.legendEnd
+            horizontalAlignment: Text.AlignLeft
             font: Theme.caption
             color: Theme.textSecondary
         }

@@ -45,6 +45,7 @@ Card {
                     color: Theme.text
                     font: Theme.bodyEmphasis
                     text: root.name
+                    horizontalAlignment: Text.AlignLeft
                     wrapMode: Text.Wrap
                 }
             }
@@ -53,6 +54,7 @@ Card {
                 color: Theme.textSecondary
                 font: Theme.secondary
                 text: root.mountPath
+                horizontalAlignment: Text.AlignLeft
                 wrapMode: Text.WrapAnywhere
             }
         }
@@ -75,11 +77,13 @@ Card {
             color: Theme.text
             font: Theme.secondary
             text: root.available
+            horizontalAlignment: Text.AlignLeft
         }
         Text {
             color: Theme.textSecondary
             font: Theme.secondary
             text: root.measured
+            horizontalAlignment: Text.AlignLeft
         }
     }
     DriveLegend {
@@ -112,6 +116,7 @@ Card {
             color: Theme.textSecondary
             font: Theme.label
             text: group.title
+            horizontalAlignment: Text.AlignLeft
             visible: text.length > 0
             wrapMode: Text.Wrap
         }
@@ -129,6 +134,7 @@ Card {
                 color: Theme.text
                 font: Theme.body
                 text: line.modelData
+                horizontalAlignment: Text.AlignLeft
                 wrapMode: Text.Wrap
             }
         }

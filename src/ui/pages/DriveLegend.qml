@@ -56,6 +56,7 @@ GridLayout {
                         color: Theme.text
                         font: Theme.body
                         text: part.modelData.title
+                        horizontalAlignment: Text.AlignLeft
                         wrapMode: Text.Wrap
                     }
                     ByteAmount {
@@ -68,6 +69,7 @@ GridLayout {
                     color: Theme.textSecondary
                     font: Theme.caption
                     text: part.modelData.explanation
+                    horizontalAlignment: Text.AlignLeft
                     wrapMode: Text.Wrap
                 }
             }

@@ -33,6 +33,7 @@ Item {
 
         y: title.y + title.implicitHeight + Theme.gapTiny
         text: root.explorer.estimatesText
+        horizontalAlignment: Text.AlignLeft
         font: Theme.secondary
         color: Theme.textSecondary
         wrapMode: Text.Wrap

@@ -19,6 +19,7 @@ Item {
 
         Text {
             text: root.explorer.passingText.length > 0 ? root.explorer.passingText : root.explorer.insideText
+            horizontalAlignment: Text.AlignLeft
             font: Theme.caption
             color: Theme.textSecondary
             wrapMode: Text.Wrap

@@ -73,6 +73,7 @@ ListRow {
     }
     Text {
         text: root.verb
+        horizontalAlignment: Text.AlignLeft
         font: Theme.secondary
         color: Theme.textSecondary
         elide: Text.ElideRight

@@ -40,6 +40,7 @@ Flow {
             }
             Text {
                 text: crumb.name
+                horizontalAlignment: Text.AlignLeft
                 font: Theme.bodyEmphasis
                 color: Theme.text
                 visible: crumb.isLast

@@ -54,6 +54,7 @@ Flow {
                 anchors.left: parent.left
                 visible: entry.before !== ""
                 text: Catalogue.translated("before: ") + entry.before
+                horizontalAlignment: Text.AlignLeft
                 font: Theme.caption
                 color: Theme.textSecondary
             }

@@ -50,6 +50,7 @@ Card {
                     color: Theme.text
                     font: Theme.bodyEmphasis
                     text: root.name
+                    horizontalAlignment: Text.AlignLeft
                     wrapMode: Text.Wrap
                 }
             }
@@ -58,6 +59,7 @@ Card {
                 color: Theme.textSecondary
                 font: Theme.secondary
                 text: root.path
+                horizontalAlignment: Text.AlignLeft
                 wrapMode: Text.WrapAnywhere
             }
         }
@@ -79,6 +81,7 @@ Card {
                     color: root.isTroubled ? Theme.warning : Theme.text
                     font: Theme.body
                     text: root.status
+                    horizontalAlignment: Text.AlignLeft
                     wrapMode: Text.Wrap
                 }
             }
@@ -87,6 +90,7 @@ Card {
                 color: Theme.textSecondary
                 font: Theme.secondary
                 text: root.lastCheck
+                horizontalAlignment: Text.AlignLeft
                 wrapMode: Text.Wrap
             }
         }
@@ -103,6 +107,7 @@ Card {
         color: Theme.textSecondary
         font: Theme.secondary
         text: root.cloudOnly
+        horizontalAlignment: Text.AlignLeft
         visible: text.length > 0
         wrapMode: Text.Wrap
     }

@@ -47,6 +47,7 @@ Card {
                     color: Theme.text
                     font: Theme.body
                     text: drive.name
+                    horizontalAlignment: Text.AlignLeft
                     wrapMode: Text.Wrap
                 }
                 StackedBar {
@@ -62,11 +63,13 @@ Card {
                         color: Theme.textSecondary
                         font: Theme.secondary
                         text: drive.used
+                        horizontalAlignment: Text.AlignLeft
                     }
                     Text {
                         color: Theme.textSecondary
                         font: Theme.secondary
                         text: drive.available
+                        horizontalAlignment: Text.AlignLeft
                     }
                 }
             }

@@ -55,6 +55,7 @@ Card {
                         elide: Text.ElideMiddle
                         font: Theme.body
                         text: folder.place
+                        horizontalAlignment: Text.AlignLeft
 
                         HoverHandler {
                             id: pointer
@@ -88,6 +89,7 @@ Card {
         color: Theme.textSecondary
         font: Theme.body
         text: root.model.contributorsSentence
+        horizontalAlignment: Text.AlignLeft
         visible: text.length > 0
         wrapMode: Text.Wrap
     }

@@ -123,6 +123,7 @@ PageScroll {
             color: Theme.textSecondary
             font: Theme.secondary
             text: root.model.estimates
+            horizontalAlignment: Text.AlignLeft
             width: Math.min(implicitWidth, estimates.width - swatch.width - link.width - 2 * estimates.spacing)
             wrapMode: Text.Wrap
         }

@@ -29,6 +29,7 @@ Card {
             color: Theme.warning
             font: Theme.label
             text: Catalogue.translated("Partial")
+            horizontalAlignment: Text.AlignLeft
             visible: root.model.partial.length > 0
         }
         CornerMark {
@@ -84,6 +85,7 @@ Card {
         color: Theme.text
         font: Theme.body
         text: root.isRecorded || root.isEstimated ? root.model.sentence : root.model.stateSentence
+        horizontalAlignment: Text.AlignLeft
         visible: text.length > 0
         wrapMode: Text.Wrap
     }
@@ -92,6 +94,7 @@ Card {
         color: Theme.textSecondary
         font: Theme.secondary
         text: root.model.partial
+        horizontalAlignment: Text.AlignLeft
         visible: text.length > 0
         wrapMode: Text.Wrap
     }
@@ -103,6 +106,7 @@ Card {
         color: Theme.textSecondary
         font: Theme.secondary
         text: root.model.lastCheck
+        horizontalAlignment: Text.AlignLeft
         wrapMode: Text.Wrap
     }
     LinkButton {

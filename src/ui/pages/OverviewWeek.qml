@@ -54,6 +54,7 @@ Card {
         color: Theme.textSecondary
         font: Theme.caption
         text: root.model.weekCoverage
+        horizontalAlignment: Text.AlignLeft
         wrapMode: Text.Wrap
     }
 }

@@ -17,6 +17,7 @@ RowLayout {
 
     Text {
         text: root.text
+        horizontalAlignment: Text.AlignLeft
         font: Theme.secondary
         color: Theme.textSecondary
         wrapMode: Text.Wrap

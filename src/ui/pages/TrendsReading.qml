@@ -41,6 +41,7 @@ Column {
                 Text {
                     anchors.baseline: amount.baseline
                     text: entry.caption
+                    horizontalAlignment: Text.AlignLeft
                     font: Theme.caption
                     color: Theme.textSecondary
                 }

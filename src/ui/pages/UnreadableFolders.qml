@@ -40,12 +40,14 @@ ColumnLayout {
                 color: Theme.text
                 font: Theme.secondary
                 text: row.path
+                horizontalAlignment: Text.AlignLeft
                 wrapMode: Text.WrapAnywhere
             }
             Text {
                 color: Theme.textSecondary
                 font: Theme.secondary
                 text: row.reason
+                horizontalAlignment: Text.AlignLeft
             }
         }
 
@@ -58,6 +60,7 @@ ColumnLayout {
         color: Theme.textSecondary
         font: Theme.secondary
         text: root.more
+        horizontalAlignment: Text.AlignLeft
         visible: text.length > 0
     }
 }

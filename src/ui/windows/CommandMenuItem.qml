@@ -25,6 +25,7 @@ MenuItem {
 
         Text {
             text: root.text
+            horizontalAlignment: Text.AlignLeft
             font: Theme.body
             color: root.enabled ? Theme.text : Theme.textSecondary
             opacity: root.enabled ? 1 : Theme.disabledOpacity
@@ -33,6 +34,7 @@ MenuItem {
         }
         Text {
             text: root.shortcutText
+            horizontalAlignment: Text.AlignLeft
             visible: text.length > 0
             font: Theme.caption
             color: Theme.textSecondary
