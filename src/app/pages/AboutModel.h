@@ -4,7 +4,6 @@
 
 #include <QObject>
 #include <QString>
-#include <QStringList>
 
 namespace brindle {
 
@@ -12,20 +11,13 @@ namespace brindle {
 /// Thread: main.
 class AboutModel : public QObject {
     Q_OBJECT
-    Q_PROPERTY(QString productLine READ productLine CONSTANT)
-    Q_PROPERTY(QString version READ version CONSTANT)
-    Q_PROPERTY(QString copyright READ copyright CONSTANT)
-    Q_PROPERTY(QStringList privacy READ privacy CONSTANT)
-    Q_PROPERTY(QString updates READ updates CONSTANT)
+    Q_PROPERTY(QString text READ text CONSTANT)
 
 public:
     explicit AboutModel(AppModel& model, QObject* parent = nullptr) : QObject(parent), model_(model) {}
 
-    [[nodiscard]] QString productLine() const;
-    [[nodiscard]] QString version() const;  // "Version 1.2.0 (build 41)"
-    [[nodiscard]] QString copyright() const;
-    [[nodiscard]] QStringList privacy() const;  // a paragraph each
-    [[nodiscard]] QString updates() const;
+    /// The product line, the version, whose it is, and a paragraph each on privacy and on updates.
+    [[nodiscard]] QString text() const;
 
 private:
     AppModel& model_;

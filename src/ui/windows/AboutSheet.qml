@@ -9,7 +9,7 @@ DialogSheet {
     required property AboutModel model
 
     title: "Brindle"
-    text: [root.model.productLine, root.model.version + "\n" + root.model.copyright, Catalogue.translated("Privacy") + "\n" + root.model.privacy.join(" "), Catalogue.translated("Updates") + "\n" + root.model.updates].join("\n\n")
+    text: root.model.text
 
     PushButton {
         text: Catalogue.translated("Close")

@@ -27,7 +27,7 @@ Window {
     height: 820
     color: Theme.ground
     title: "Brindle"
-    LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+    LayoutMirroring.enabled: Application.layoutDirection === Qt.RightToLeft
     LayoutMirroring.childrenInherit: true
 
     Commands {
