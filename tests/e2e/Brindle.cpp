@@ -28,7 +28,7 @@ ProgramLaunch Brindle::launch(std::vector<std::string> arguments) const {
     launch.arguments.insert(launch.arguments.end(),
                             {BRINDLE_PROGRAM, "--data-dir", dataDirectory().native()});
     launch.arguments.insert(launch.arguments.end(), arguments.begin(), arguments.end());
-    for (const char* name : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS"})
+    for (const char* name : {"ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS"})
         if (const char* value = std::getenv(name))
             launch.environment.push_back(std::string(name) + "=" + value);
     return launch;

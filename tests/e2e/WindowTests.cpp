@@ -79,7 +79,8 @@ TEST_F(Person, WalksFromTheExampleToAFileAndExportsWhatTheySee) {
     EXPECT_TRUE(screen.shows("Example history — your files haven't been scanned."))
         << "a second start shows it";
     screen.press("ctrl+q");
-    EXPECT_EQ(std::exchange(desktop.program, nullptr)->wait().exitCode, 0);
+    const auto end = std::exchange(desktop.program, nullptr)->wait();
+    EXPECT_EQ(end.exitCode, 0) << end.error;
 }
 
 TEST_F(Person, SeesTheirOwnHistoryAndWhatAScreenReaderDoes) {
