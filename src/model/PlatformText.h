@@ -15,9 +15,8 @@ inline constexpr const char* notLocal =
     isMac ? "Brindle can only check folders on drives connected to this Mac."
           : "Brindle can only check folders on drives connected to this computer.";
 
-inline constexpr const char* staysHere =
-    isMac ? "Your file names and storage history stay on this Mac."
-          : "Your file names and storage history stay on this computer.";
+inline constexpr const char* staysHere = isMac ? "Your file names and storage history stay on this Mac."
+                                               : "Your file names and storage history stay on this computer.";
 
 inline constexpr const char* noProgramToOpen =
     isMac ? "macOS can't find Brindle to open at login. Move it to the Applications folder and try again."

@@ -18,7 +18,8 @@ inline std::string cutTexts(QQuickItem& item, QQuickItem& all) {
         if (item.property("contentWidth").toDouble() > item.width() + 1) fault = "is wider than its place";
         if (item.property("contentHeight").toDouble() > item.height() + 1) fault = "is higher than its place";
         if (!QRectF(-1, -1, all.width() + 2, all.height() + 2).contains(place)) fault = "is beyond the edge";
-        if (fault != nullptr) found = item.property("text").toString().simplified().toStdString() + " " + fault + "\n";
+        if (fault != nullptr)
+            found = item.property("text").toString().simplified().toStdString() + " " + fault + "\n";
     }
     for (QQuickItem* child : item.childItems()) found += cutTexts(*child, all);
     return found;

@@ -1,6 +1,5 @@
 #include "ui/windows/MainWindow.h"
 
-
 #include <QVariantMap>
 #include <stdexcept>
 
