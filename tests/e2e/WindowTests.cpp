@@ -69,6 +69,8 @@ TEST_F(Person, WalksFromTheExampleToAFileAndExportsWhatTheySee) {
     EXPECT_THAT(row, HasSubstr("Change in bytes"));
     std::getline(written, row);
     EXPECT_THAT(row, HasSubstr(",Example,"));
+    screen.click("Show in Files");
+    EXPECT_TRUE(screen.shows("“" + statement.native() + "” can't be shown: no file manager answers."));
     screen.press("Escape");
     EXPECT_TRUE(screen.hides("Your storage statement is ready."));
 

@@ -1,5 +1,6 @@
 #include "app/pages/WindowModel.h"
 
+#include "model/FileNameText.h"
 #include "model/NumberText.h"
 #include "model/Translation.h"
 
@@ -116,6 +117,11 @@ void WindowModel::showToday() {
 
 void WindowModel::showHistoryFolder() {
     Q_EMIT revealRequested(model_.options().dataDirectory);
+}
+
+void WindowModel::revealFailed(const std::string& path) {
+    tell(text(fmt::format(fmt::runtime(translated("“{}” can't be shown: no file manager answers.")),
+                          fileNameText(path))));
 }
 
 void WindowModel::dismissNote() {

@@ -73,6 +73,8 @@ public:
     Q_INVOKABLE void showHistoryFolder();
     Q_INVOKABLE void checkForUpdates() { model_.updates()->checkForUpdates(); }
     Q_INVOKABLE void dismissNote();
+    /// There is no way to show what revealRequested() asked for.
+    void revealFailed(const std::string& path);
     Q_INVOKABLE void quit() { Q_EMIT quitRequested(); }
 
 Q_SIGNALS:

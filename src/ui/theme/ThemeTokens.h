@@ -66,7 +66,6 @@ class ThemeTokens : public QObject {
     Q_PROPERTY(int borderWidth READ borderWidth CONSTANT)
     Q_PROPERTY(int focusWidth READ focusWidth CONSTANT)
     Q_PROPERTY(int readingWidth READ readingWidth CONSTANT)
-    Q_PROPERTY(int illustrationSize READ illustrationSize CONSTANT)
     Q_PROPERTY(double disabledOpacity READ disabledOpacity CONSTANT)
 
 public:
@@ -127,7 +126,6 @@ public:
     [[nodiscard]] static int focusWidth() { return 2; }
     /// Of a column of prose.
     [[nodiscard]] static int readingWidth() { return 560; }
-    [[nodiscard]] static int illustrationSize() { return 160; }
     /// Of what cannot be used now.
     [[nodiscard]] static double disabledOpacity() { return 0.5; }
 

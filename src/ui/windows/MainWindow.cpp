@@ -18,6 +18,7 @@ MainWindow::MainWindow(AppModel& model, Reveal& reveal, QObject* parent)
       exporter_(model),
       about_(model) {
     connect(&windowModel_, &WindowModel::revealRequested, &reveal, &Reveal::show);
+    connect(&reveal, &Reveal::failed, &windowModel_, &WindowModel::revealFailed);
     connect(&drives_, &DrivesModel::revealRequested, &reveal, &Reveal::show);
     connect(&exporter_, &ExportModel::revealRequested, &reveal, &Reveal::show);
     connect(&windowModel_, &WindowModel::quitRequested, this, &MainWindow::quitRequested);
