@@ -45,16 +45,14 @@ protected:
         return list_->property("contentY").toDouble() - list_->property("originY").toDouble();
     }
 
-    /// Where the list has been scrolled to, once it stands still there; 0 when it never does.
-    [[nodiscard]] double restingPlace() {
-        double place = 0;
-        int turns = 0;
-        const bool rests = runUntil([&] {
-            turns = scrolled() == place && place > 0 ? turns + 1 : 0;
-            place = scrolled();
-            return turns == 10;
+    /// Where the list has been scrolled to, once the current row is in view; 0 when it never is.
+    [[nodiscard]] double placeOfCurrentRow() {
+        const bool isInView = runUntil([&] {
+            const auto* row = list_->property("currentItem").value<QQuickItem*>();
+            return row != nullptr &&
+                   row->y() + row->height() <= list_->property("contentY").toDouble() + list_->height();
         });
-        return rests ? place : 0;
+        return isInView ? scrolled() : 0;
     }
 
     std::shared_ptr<FixedHistory> history_ = std::make_shared<FixedHistory>();
@@ -69,7 +67,7 @@ TEST_F(ActivityPageTest, TheKeyboardGoesIntoFoldersAndBackToItsPlace) {
     ASSERT_TRUE(show());
     for (int i = 0; i < 40; ++i) scene_.press(Qt::Key_Down);
     EXPECT_EQ(current(), 40);
-    const double place = restingPlace();
+    const double place = placeOfCurrentRow();
     ASSERT_GT(place, 0);
 
     scene_.press(Qt::Key_Return);
@@ -111,7 +109,7 @@ TEST_F(ActivityPageTest, TheSearchTakesTheKeyboardWhenAskedAndEscapeEmptiesIt) {
 TEST_F(ActivityPageTest, ThePageComesBackAsItWasLeft) {
     ASSERT_TRUE(show());
     for (int i = 0; i < 30; ++i) scene_.press(Qt::Key_Down);
-    const double place = restingPlace();
+    const double place = placeOfCurrentRow();
     ASSERT_GT(place, 0);
     scene_.show("Item {}");
     scene_.show("ActivityPage { widthClass: 1; focus: true }", {1180, 760},
