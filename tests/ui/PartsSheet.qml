@@ -190,6 +190,24 @@ Rectangle {
                     options: ["Most changed", "Name", "Last change"]
                     onChosen: index => root.heard = "choice " + index
                 }
+                SwitchRow {
+                    Layout.fillWidth: true
+                    objectName: "switch"
+                    text: "Check automatically"
+                    explanation: "Also when the window is closed."
+                    isOn: true
+                    onToggled: on => {
+                        isOn = on;
+                        root.heard = "switch " + on;
+                    }
+                }
+                SwitchRow {
+                    Layout.fillWidth: true
+                    objectName: "disabledSwitch"
+                    text: "Open at login"
+                    isEnabled: false
+                    onToggled: root.heard = "disabledSwitch"
+                }
                 RowLayout {
                     spacing: Theme.borderWidth
 

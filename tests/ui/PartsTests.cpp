@@ -29,7 +29,7 @@ TEST(Parts, NothingIsCutInAnyAppearance) {
             for (const TextSize size : {TextSize::standard, TextSize::large, TextSize::extraLarge}) {
                 Scene scene({.appearance = mode, .textSize = size});
                 scene.appearance().setSystem({.isContrastIncreased = isContrastIncreased});
-                QQuickItem& shown = scene.show(sheet());
+                QQuickItem& shown = scene.show(sheet(), {960, 800});
                 QTest::qWait(20);  // layouts
                 const QString name =
                     QString("parts-%1-%2-%3").arg(int(mode)).arg(int(isContrastIncreased)).arg(int(size));
@@ -61,21 +61,21 @@ protected:
 
 TEST_F(PartsTest, TheKeyboardComesToEveryPartInReadingOrder) {
     std::vector<std::string> names;
-    for (int stop = 0; stop < 14; ++stop) {
+    for (int stop = 0; stop < 15; ++stop) {
         scene_.press(Qt::Key_Tab);
         names.push_back(focused());
     }
-    EXPECT_THAT(names,
-                testing::ElementsAre("Show your history", "Set up Brindle", "Week", "Export Statement\u2026",
-                                     "Added: +13.72 GB", "Search names and paths", "Pictures",
-                                     "Music and other sounds from the whole family", "Mail", "Previous day",
-                                     "Next day", "Sort: Most changed", "Check Now", "Show your history"));
+    EXPECT_THAT(names, testing::ElementsAre(
+                           "Show your history", "Set up Brindle", "Week", "Export Statement\u2026",
+                           "Added: +13.72 GB", "Search names and paths", "Pictures",
+                           "Music and other sounds from the whole family", "Mail", "Previous day", "Next day",
+                           "Sort: Most changed", "Check automatically", "Check Now", "Show your history"));
     scene_.press(Qt::Key_Backtab, Qt::ShiftModifier);
     EXPECT_EQ(focused(), "Check Now");
 }
 
 TEST_F(PartsTest, WhereTheKeyboardIsCanBeSeen) {
-    for (int stop = 0; stop < 13; ++stop) {
+    for (int stop = 0; stop < 14; ++stop) {
         scene_.press(Qt::Key_Tab);
         QTest::qWait(20);
         const QImage image = scene_.window().grabWindow();
@@ -104,6 +104,41 @@ TEST_F(PartsTest, KeysMouseAndReaderDoTheSame) {
             way();
             EXPECT_EQ(heard(), expected) << objectName << ", way " << &way - ways;
         }
+    }
+}
+
+TEST_F(PartsTest, ASwitchIsTurnedByKeysMouseAndReaderAlike) {
+    QQuickItem& row = scene_.item("switch");
+    row.forceActiveFocus(Qt::TabFocusReason);
+    QQuickItem& control = *scene_.window().activeFocusItem();
+    EXPECT_EQ(reader(control).role(), QAccessible::CheckBox);
+    const auto press = [&](const QString& action) { reader(control).actionInterface()->doAction(action); };
+    const std::function<void()> ways[] = {[&] { scene_.click(row); }, [&] { scene_.press(Qt::Key_Return); },
+                                          [&] { scene_.press(Qt::Key_Space); },
+                                          [&] { press(QAccessibleActionInterface::pressAction()); },
+                                          [&] { press(QAccessibleActionInterface::toggleAction()); }};
+    bool isOn = true;
+    for (const auto& way : ways) {
+        way();
+        isOn = !isOn;
+        EXPECT_EQ(heard(), isOn ? "switch true" : "switch false") << "way " << &way - ways;
+        EXPECT_EQ(reader(control).state().checked, isOn) << "way " << &way - ways;
+    }
+    scene_.click(scene_.item("disabledSwitch"));
+    EXPECT_EQ(heard(), isOn ? "switch true" : "switch false");
+}
+
+TEST_F(PartsTest, ASwitchShowsWhatHoldsAlsoWhenItIsNotObeyed) {
+    QQuickItem& row = scene_.item("disabledSwitch");
+    row.setProperty("isEnabled", true);
+    row.forceActiveFocus(Qt::TabFocusReason);
+    QQuickItem& control = *scene_.window().activeFocusItem();
+    const std::function<void()> ways[] = {[&] { scene_.click(row); }, [&] { scene_.press(Qt::Key_Space); }};
+    for (const auto& way : ways) {
+        scene_.item().setProperty("heard", "");
+        way();
+        EXPECT_EQ(heard(), "disabledSwitch");
+        EXPECT_FALSE(reader(control).state().checked);
     }
 }
 
@@ -172,7 +207,7 @@ TEST_F(PartsTest, EverythingIsMirrored) {
         QQuickItem& item = scene_.item(objectName);
         return item.mapToScene({item.width() / 2, 0}).x();
     };
-    const char* names[] = {"link", "segments", "net", "search", "choice", "row1"};
+    const char* names[] = {"link", "segments", "net", "search", "choice", "row1", "switch"};
     std::vector<double> before;
     for (const char* objectName : names) before.push_back(middle(objectName));
     scene_.item().setProperty("isMirrored", true);
