@@ -221,15 +221,20 @@ void AppModel::checkNow() {
 }
 
 void AppModel::setOpensAtLogin(bool opens) {
+    loginItemFailure_.clear();
     try {
         if (opens)
             loginItem_->enable();
         else
             loginItem_->disable();
     } catch (const LoginItemError& error) {
-        Q_EMIT noted(QString::fromStdString(
-            fmt::format(fmt::runtime(translated("Open at login couldn't be changed. {}")), error.what())));
+        loginItemFailure_ = QString::fromStdString(
+            fmt::format(fmt::runtime(translated("Open at login couldn't be changed. {}")), error.what()));
     }
+    refreshLoginItem();
+}
+
+void AppModel::refreshLoginItem() {
     loginItemStatus_ = loginItem_->status();
     Q_EMIT loginItemStatusChanged();
 }

@@ -82,6 +82,8 @@ public:
     [[nodiscard]] std::shared_ptr<HistorySource> source() const;
     [[nodiscard]] const OwnToday& ownToday() const { return ownToday_; }
     [[nodiscard]] const std::vector<LocationRecord>& records() const { return own_.records; }
+    /// Of the user's own history, whichever is shown; as they were when it was last read.
+    [[nodiscard]] const HistoryFigures& ownFigures() const { return own_; }
     /// What is known beyond the history that is shown; null while that is the example.
     [[nodiscard]] const HistoryFigures* figures() const { return isExampleShown() ? nullptr : &own_; }
 
@@ -103,7 +105,11 @@ public:
     [[nodiscard]] const std::optional<CheckRunSummary>& lastRun() const { return lastRun_; }
 
     [[nodiscard]] const LoginItemStatus& loginItemStatus() const { return loginItemStatus_; }
+    /// Why the last change of it failed, in a sentence; empty when it did not.
+    [[nodiscard]] const QString& loginItemFailure() const { return loginItemFailure_; }
     void setOpensAtLogin(bool opens);
+    /// Reads the status anew, which others may have changed.
+    void refreshLoginItem();
     void openLoginItemSettings() { loginItem_->openSystemSettings(); }
 
     /// Once: opens the history, or shows the example where the launch asked for it.
@@ -162,6 +168,7 @@ private:
     Selection selection_;
     std::unique_ptr<LoginItemControlling> loginItem_;
     LoginItemStatus loginItemStatus_;
+    QString loginItemFailure_;
     std::function<std::shared_ptr<HistorySource>()> makeExample_;
     std::unique_ptr<Alarm> alarm_;
 

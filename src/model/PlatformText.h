@@ -24,6 +24,31 @@ inline constexpr const char* noProgramToOpen =
 
 inline constexpr const char* showInFiles = isMac ? "Show in Finder" : "Show in Files";
 
+inline constexpr const char* afterSleep =
+    isMac ? "Brindle checks when it opens and then on this schedule while it's running, including when its "
+            "window is closed. After your Mac sleeps, it runs one catch-up check."
+          : "Brindle checks when it opens and then on this schedule while it's running, including when its "
+            "window is closed. After your computer sleeps, it runs one catch-up check.";
+
+inline constexpr const char* quietStart =
+    isMac
+        ? "When opened at login without the window, Brindle stays in the menu bar. Opening Brindle yourself "
+          "always shows the window."
+        : "When opened at login without the window, Brindle stays in the system tray. Opening Brindle "
+          "yourself always shows the window.";
+
+inline constexpr const char* showInTray = isMac ? "Show in menu bar" : "Show in system tray";
+
+inline constexpr const char* closingWindow =
+    isMac ? "Closing the window keeps Brindle running and checking. Quit (⌘Q) stops all checks."
+          : "Closing the window keeps Brindle running and checking. Quit (Ctrl+Q) stops all checks.";
+
+inline constexpr const char* notEncrypted =
+    isMac ? "Brindle records file sizes, dates, and paths. It never reads file contents. The history isn't "
+            "encrypted; it's protected by your Mac account like your other files."
+          : "Brindle records file sizes, dates, and paths. It never reads file contents. The history isn't "
+            "encrypted; it's protected by your user account like your other files.";
+
 inline constexpr const char* notVisible =
     isMac ? "Snapshots, folders only an administrator can read, and system files such as the Spotlight index."
           : "Snapshots, folders only an administrator can read, files outside the included locations, and "

@@ -7,6 +7,7 @@
 #include "app/pages/ExportModel.h"
 #include "app/pages/OverviewModel.h"
 #include "app/pages/ScopeModel.h"
+#include "app/pages/StartupChoices.h"
 #include "app/pages/StorageHistoryModel.h"
 #include "app/pages/TrendsModel.h"
 #include "app/pages/WindowModel.h"
@@ -63,6 +64,13 @@ struct OverviewModelType {
     Q_GADGET
     QML_FOREIGN(brindle::OverviewModel)
     QML_NAMED_ELEMENT(OverviewModel)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct StartupChoicesType {
+    Q_GADGET
+    QML_FOREIGN(brindle::StartupChoices)
+    QML_NAMED_ELEMENT(StartupChoices)
     QML_UNCREATABLE("made with the program")
 };
 
