@@ -5,8 +5,11 @@
 #include "app/pages/DrivesModel.h"
 #include "app/pages/ExplorerModel.h"
 #include "app/pages/ExportModel.h"
+#include "app/pages/FirstCheckModel.h"
+#include "app/pages/LocationChoice.h"
 #include "app/pages/OverviewModel.h"
 #include "app/pages/ScopeModel.h"
+#include "app/pages/SetupModel.h"
 #include "app/pages/StartupChoices.h"
 #include "app/pages/StorageHistoryModel.h"
 #include "app/pages/TrendsModel.h"
@@ -64,6 +67,27 @@ struct OverviewModelType {
     Q_GADGET
     QML_FOREIGN(brindle::OverviewModel)
     QML_NAMED_ELEMENT(OverviewModel)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct FirstCheckModelType {
+    Q_GADGET
+    QML_FOREIGN(brindle::FirstCheckModel)
+    QML_NAMED_ELEMENT(FirstCheckModel)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct LocationChoiceType {
+    Q_GADGET
+    QML_FOREIGN(brindle::LocationChoice)
+    QML_NAMED_ELEMENT(LocationChoice)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct SetupModelType {
+    Q_GADGET
+    QML_FOREIGN(brindle::SetupModel)
+    QML_NAMED_ELEMENT(SetupModel)
     QML_UNCREATABLE("made with the program")
 };
 

@@ -16,7 +16,10 @@ MainWindow::MainWindow(AppModel& model, Reveal& reveal, QObject* parent)
       trends_(model),
       drives_(model),
       exporter_(model),
-      about_(model) {
+      about_(model),
+      startup_(model),
+      tracking_(model),
+      setup_(model, tracking_) {
     connect(&windowModel_, &WindowModel::revealRequested, &reveal, &Reveal::show);
     connect(&reveal, &Reveal::failed, &windowModel_, &WindowModel::revealFailed);
     connect(&drives_, &DrivesModel::revealRequested, &reveal, &Reveal::show);
@@ -51,7 +54,9 @@ void MainWindow::create() {
                                    {"trends", QVariant::fromValue(&trends_)},
                                    {"drives", QVariant::fromValue(&drives_)},
                                    {"exporter", QVariant::fromValue(&exporter_)},
-                                   {"about", QVariant::fromValue(&about_)}});
+                                   {"about", QVariant::fromValue(&about_)},
+                                   {"setup", QVariant::fromValue(&setup_)},
+                                   {"startup", QVariant::fromValue(&startup_)}});
     engine_->load(QUrl("qrc:/qt/qml/Brindle/Windows/MainWindow.qml"));
     window_ = engine_->rootObjects().isEmpty() ? nullptr
                                                : qobject_cast<QQuickWindow*>(engine_->rootObjects().first());

@@ -7,6 +7,8 @@
 #include "app/pages/DrivesModel.h"
 #include "app/pages/ExportModel.h"
 #include "app/pages/OverviewModel.h"
+#include "app/pages/SetupModel.h"
+#include "app/pages/StartupChoices.h"
 #include "app/pages/StorageHistoryModel.h"
 #include "app/pages/TrendsModel.h"
 #include "app/pages/WindowModel.h"
@@ -60,6 +62,9 @@ private:
     ExportModel exporter_;
     SaveDialog saveDialog_{exporter_};
     AboutModel about_;
+    StartupChoices startup_;
+    Tracking tracking_;
+    SetupModel setup_;
     std::unique_ptr<QQmlApplicationEngine> engine_;  // goes before the models that its objects show
     QQuickWindow* window_ = nullptr;                 // the engine's
     std::unique_ptr<FrameKeeper> frame_;

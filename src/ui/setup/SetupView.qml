@@ -1,0 +1,164 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Brindle.Models
+import Brindle.Pages
+import Brindle.Parts
+import Brindle.Theme
+
+// The way from the first start to the pages: a phase at a time, with the ways out of it below.
+FocusScope {
+    id: root
+
+    required property SetupModel model
+    required property StartupChoices startup
+    required property int widthClass
+
+    readonly property int phase: root.model.phase
+    readonly property real contentWidth: Math.min(root.width - 2 * Theme.margin, Theme.scaled(720))
+    readonly property Item focused: root.Window.activeFocusItem
+    property bool isKeyboardUsed: false
+
+    // The button that goes on, or where there is none, what brings it.
+    function focusMain() {
+        const next = footer.main ?? phaseView.item?.nextItemInFocusChain();
+        next?.forceActiveFocus(root.isKeyboardUsed ? Qt.TabFocusReason : Qt.OtherFocusReason);
+    }
+
+    focus: true
+    onPhaseChanged: {
+        scroll.contentY = 0;
+        later.restart();
+    }
+    Component.onCompleted: root.focusMain()
+    onFocusedChanged: {
+        if (root.focused instanceof T.Control)
+            root.isKeyboardUsed = (root.focused as T.Control).visualFocus;
+        else
+        // What had the keyboard is gone with what it stood on.
+        if (root.focused === root)
+            later.restart();
+    }
+    Keys.onReturnPressed: root.model.goOn()
+    Keys.onEnterPressed: root.model.goOn()
+    Keys.onEscapePressed: event => {
+        event.accepted = root.model.hasPages;
+        if (root.model.hasPages)
+            root.model.showPages();
+    }
+
+    // When what is shown has changed as a whole.
+    Timer {
+        id: later
+        interval: 0
+        onTriggered: root.focusMain()
+    }
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        PageScroll {
+            id: scroll
+
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            widthClass: root.widthClass
+
+            ColumnLayout {
+                Layout.alignment: Qt.AlignHCenter
+                Layout.preferredWidth: root.contentWidth
+                spacing: Theme.gap
+
+                StepIndicator {
+                    Layout.fillWidth: true
+                    step: root.model.step
+                    count: root.model.stepCount
+                    text: root.model.stepText
+                }
+                PageHeader {
+                    Layout.fillWidth: true
+                    title: root.model.title
+                }
+                Text {
+                    Layout.fillWidth: true
+                    Layout.bottomMargin: Theme.gapSmall
+                    text: root.model.explanation
+                    font: Theme.body
+                    color: Theme.textSecondary
+                    wrapMode: Text.Wrap
+                    horizontalAlignment: Text.AlignLeft
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
+                }
+                Loader {
+                    id: phaseView
+
+                    Layout.fillWidth: true
+                    sourceComponent: [welcome, locations, startup, firstCheck][root.phase]
+                }
+            }
+        }
+        Banner {
+            Layout.fillWidth: true
+            isWarning: true
+            text: root.model.locations.message
+            visible: root.phase === SetupModel.Locations && text !== ""
+        }
+        SetupFooter {
+            id: footer
+
+            Layout.fillWidth: true
+            contentWidth: root.contentWidth
+            model: root.model
+        }
+    }
+
+    Component {
+        id: welcome
+        WelcomePhase {
+            model: root.model
+        }
+    }
+    Component {
+        id: locations
+        LocationsPhase {
+            model: root.model
+        }
+    }
+    Component {
+        id: startup
+        StartupSetupView {
+            model: root.model
+            startup: root.startup
+        }
+    }
+    Component {
+        id: firstCheck
+        FirstCheckPhase {
+            model: root.model
+        }
+    }
+
+    // What is to be known before a choice is stored.
+    DialogSheet {
+        id: sheet
+
+        readonly property string question: root.model.locations.question
+
+        title: root.model.locations.questionTitle
+        text: sheet.question
+        visible: sheet.question !== ""
+        onRejected: root.model.locations.answer(false)
+
+        PushButton {
+            text: Catalogue.translated("Include")
+            focus: true
+            isDefault: true
+            onClicked: root.model.locations.answer(true)
+        }
+        PushButton {
+            text: Catalogue.translated("Cancel")
+            onClicked: root.model.locations.answer(false)
+        }
+    }
+}
