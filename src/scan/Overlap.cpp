@@ -22,8 +22,9 @@ LocationOverlap findOverlap(const LocationRecord& added, std::span<const Locatio
     const LocationRecord* around = nullptr;
     std::vector<LocationID> within;
     for (const auto& record : existing) {
-        if (record.removedAt || added.volumeID != record.volumeID) continue;
-        const bool caseSensitive = added.caseSensitive || record.caseSensitive;
+        if (record.removedAt) continue;
+        const bool caseSensitive =
+            added.caseSensitive || record.caseSensitive || added.volumeID != record.volumeID;
         const bool isInside = liesAtOrBelow(added.scanPath, record.scanPath, caseSensitive);
         const bool contains = liesAtOrBelow(record.scanPath, added.scanPath, caseSensitive);
         if (isInside && contains) return {LocationOverlap::Kind::same, {record.id}};

@@ -24,8 +24,8 @@ struct LocationOverlap {
 };
 
 /// Compares with every location of `existing` that was not removed, by what would be walked: a symbolic link
-/// leads out of the location it lies in, and so does a volume that is mounted in it. Case is ignored between
-/// two locations only where their volume ignores it.
+/// leads out of the location it lies in. Case is ignored between two locations only where both lie on one
+/// volume that ignores it.
 [[nodiscard]] LocationOverlap findOverlap(const LocationRecord& added,
                                           std::span<const LocationRecord> existing);
 
