@@ -62,11 +62,13 @@ QString FirstCheckModel::explanation() const {
         case Ready:
         case Running:
             return translated(
-                "It finds out how much is there now, which takes longer than any check after it. From then on "
+                "It finds out how much is there now, which takes longer than any check after it. From then "
+                "on "
                 "Brindle records what was added, grew, shrank or went away.");
         case Stopped:
             return hasBaseline()
-                       ? translated("What had been checked before is recorded. The rest can be checked again.")
+                       ? translated(
+                             "What had been checked before is recorded. The rest can be checked again.")
                        : translated("Nothing was recorded. It can be started again at any time.");
         case Failed:
             break;

@@ -64,7 +64,8 @@ QString LocationChoice::questionTitle() const {
 }
 
 void LocationChoice::refresh() {
-    if (model_.session().isOpen()) tracking_.findDrives();
+    tell({});
+    tracking_.findDrives();
 }
 
 void LocationChoice::includeSuggestion(int index) {
@@ -90,7 +91,7 @@ void LocationChoice::takeOut(int index) {
 }
 
 void LocationChoice::take(const TrackingProposal& proposal) {
-    if (!std::exchange(isLooking_, false)) return;
+    if (proposal.isKnown || !std::exchange(isLooking_, false)) return;
     if (proposal.isRefused) return tell(proposal.explanation);
     if (proposal.explanation.isEmpty()) return tracking_.include(proposal.record);
     asked_ = proposal;
@@ -149,8 +150,7 @@ void LocationChoice::showSuggestions() {
                         .place = shownName(home_),
                         .note = translated("A good place to begin")});
     for (const DriveChoice& choice : drives_) {
-        if (choice.drive.mountPath == home_ || isIncluded(choice.drive.scanPath))
-            continue;
+        if (choice.drive.mountPath == home_ || isIncluded(choice.drive.scanPath)) continue;
         SuggestionRow row{.path = choice.drive.mountPath,
                           .name = shownName(choice.drive.name),
                           .place = shownName(choice.drive.mountPath),

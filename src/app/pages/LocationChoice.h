@@ -63,7 +63,7 @@ public:
     [[nodiscard]] QString question() const { return asked_ ? asked_->explanation : QString(); }
     [[nodiscard]] QString questionTitle() const;
 
-    /// Looks for the drives again.
+    /// The choice is shown anew: looks for the drives again.
     Q_INVOKABLE void refresh();
     Q_INVOKABLE void includeSuggestion(int index);
     /// Lets the user choose a folder, with folderRequested().

@@ -58,7 +58,8 @@ QString SetupModel::explanation() const {
                 "added, grew, shrank or went away.");
         case Locations:
             return translated(
-                "Brindle checks everything that is in them. You can add others and stop tracking these at any "
+                "Brindle checks everything that is in them. You can add others and stop tracking these at "
+                "any "
                 "time.");
         case Startup:
             return translated("Every choice can be changed later in the settings.");

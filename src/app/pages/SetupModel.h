@@ -13,8 +13,8 @@
 
 namespace brindle {
 
-/// The way from the first start to the pages, phase by phase. Which phase is next follows from what is stored,
-/// so that it can be left in any of them and taken up again.
+/// The way from the first start to the pages, phase by phase. Which phase is next follows from what is
+/// stored, so that it can be left in any of them and taken up again.
 ///
 /// Where there are pages already, the way ends before the first check: what is included is checked anyhow.
 /// Thread: main.

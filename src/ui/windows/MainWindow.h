@@ -43,6 +43,7 @@ public:
     /// Null before the window was first shown.
     [[nodiscard]] QQuickWindow* window() const { return window_; }
     [[nodiscard]] Appearance& appearance() { return appearance_; }
+    [[nodiscard]] SetupModel& setup() { return setup_; }
 
 Q_SIGNALS:
     /// The user wants the program to end.
