@@ -21,6 +21,8 @@ Item {
     readonly property alias previousDay: previousDay
     readonly property alias nextDay: nextDay
     readonly property alias history: history
+    readonly property alias mainWindow: mainWindow
+    readonly property alias miniWindow: miniWindow
 
     signal aboutRequested
     signal closeRequested
@@ -108,6 +110,18 @@ Item {
         text: root.model.isExample ? Catalogue.translated("Show Your History") : Catalogue.translated("Show Example History")
         enabled: !root.model.isExample || root.model.canShowOwnHistory
         onTriggered: root.model.isExample ? root.model.showOwnHistory() : root.model.showExample()
+    }
+    Action {
+        id: mainWindow
+        text: Catalogue.translated("Brindle")
+        shortcut: "Ctrl+0"
+        onTriggered: root.model.openMainWindow()
+    }
+    Action {
+        id: miniWindow
+        text: root.model.miniWindowTitle
+        shortcut: "Ctrl+Alt+M"
+        onTriggered: root.model.toggleMiniWindow()
     }
     Repeater {
         model: root.model.pageTitles
