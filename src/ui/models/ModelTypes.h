@@ -7,6 +7,7 @@
 #include "app/pages/ExportModel.h"
 #include "app/pages/FirstCheckModel.h"
 #include "app/pages/LocationChoice.h"
+#include "app/pages/MiniWindowModel.h"
 #include "app/pages/OverviewModel.h"
 #include "app/pages/ScopeModel.h"
 #include "app/pages/SetupModel.h"
@@ -60,6 +61,13 @@ struct DrivesModelType {
     Q_GADGET
     QML_FOREIGN(brindle::DrivesModel)
     QML_NAMED_ELEMENT(DrivesModel)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct MiniWindowModelType {
+    Q_GADGET
+    QML_FOREIGN(brindle::MiniWindowModel)
+    QML_NAMED_ELEMENT(MiniWindowModel)
     QML_UNCREATABLE("made with the program")
 };
 

@@ -9,6 +9,7 @@ Q_IMPORT_PLUGIN(Brindle_PagesPlugin)
 Q_IMPORT_PLUGIN(Brindle_PartsPlugin)
 Q_IMPORT_PLUGIN(Brindle_SetupPlugin)
 Q_IMPORT_PLUGIN(Brindle_ThemePlugin)
+Q_IMPORT_PLUGIN(Brindle_TrayPlugin)
 Q_IMPORT_PLUGIN(Brindle_WindowsPlugin)
 
 namespace brindle {
