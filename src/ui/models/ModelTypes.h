@@ -5,6 +5,7 @@
 #include "app/pages/DrivesModel.h"
 #include "app/pages/ExplorerModel.h"
 #include "app/pages/ExportModel.h"
+#include "app/pages/LocationActionsModel.h"
 #include "app/pages/OverviewModel.h"
 #include "app/pages/ScopeModel.h"
 #include "app/pages/StorageHistoryModel.h"
@@ -56,6 +57,13 @@ struct DrivesModelType {
     Q_GADGET
     QML_FOREIGN(brindle::DrivesModel)
     QML_NAMED_ELEMENT(DrivesModel)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct LocationActionsModelType {
+    Q_GADGET
+    QML_FOREIGN(brindle::LocationActionsModel)
+    QML_NAMED_ELEMENT(LocationActionsModel)
     QML_UNCREATABLE("made with the program")
 };
 

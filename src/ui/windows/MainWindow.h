@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/AppModel.h"
+#include "app/Tracking.h"
 #include "app/desktop/Reveal.h"
 #include "app/pages/AboutModel.h"
 #include "app/pages/ActivityModel.h"
@@ -11,6 +12,7 @@
 #include "app/pages/TrendsModel.h"
 #include "app/pages/WindowModel.h"
 #include "ui/theme/Appearance.h"
+#include "ui/windows/FolderDialog.h"
 #include "ui/windows/FrameKeeper.h"
 #include "ui/windows/SaveDialog.h"
 
@@ -56,7 +58,9 @@ private:
     ActivityModel activity_;
     StorageHistoryModel storageHistory_;
     TrendsModel trends_;
+    Tracking tracking_;
     DrivesModel drives_;
+    FolderDialog folderDialog_;
     ExportModel exporter_;
     SaveDialog saveDialog_{exporter_};
     AboutModel about_;

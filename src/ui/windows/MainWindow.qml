@@ -140,6 +140,9 @@ Window {
     ExportDialogs {
         model: root.exporter
     }
+    LocationDialogs {
+        model: root.drives.actions
+    }
     AboutSheet {
         id: aboutSheet
         model: root.about
