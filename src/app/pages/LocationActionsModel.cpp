@@ -115,7 +115,7 @@ void LocationActionsModel::takeDrives(const std::vector<DriveChoice>& drives) {
                                                       : QString(),
                         .reason = QString::fromStdString(choice.reason),
                         .action = pageText(translated("Include “{}”"), fileNameText(choice.drive.name))});
-    words_.text = rows.empty() ? translated("Every connected drive is included already.")
+    words_.text = rows.empty() ? translated("No other drive is connected.")
                                : translated(
                                      "A drive is checked as a whole, except for the system's own folders "
                                      "on it.");
