@@ -8,7 +8,8 @@ T.Button {
 
     property bool isDefault: false
 
-    implicitWidth: Math.max(Theme.scaled(72), implicitContentWidth + leftPadding + rightPadding)
+    // Whole, or a layout that rounds it down would break the line.
+    implicitWidth: Math.max(Theme.scaled(72), Math.ceil(implicitContentWidth) + leftPadding + rightPadding)
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     verticalPadding: Theme.gapSmall
     horizontalPadding: Theme.gap

@@ -66,7 +66,7 @@ FocusScope {
 
             ColumnLayout {
                 Layout.alignment: Qt.AlignHCenter
-                Layout.preferredWidth: root.contentWidth
+                Layout.maximumWidth: root.contentWidth
                 spacing: Theme.gap
 
                 StepIndicator {
@@ -97,12 +97,6 @@ FocusScope {
                     sourceComponent: [welcome, locations, startup, firstCheck][root.phase]
                 }
             }
-        }
-        Banner {
-            Layout.fillWidth: true
-            isWarning: true
-            text: root.model.locations.message
-            visible: root.phase === SetupModel.Locations && text !== ""
         }
         SetupFooter {
             id: footer
