@@ -4,7 +4,6 @@
 #include "checks/Failures.h"
 #include "checks/TrackedLocations.h"
 #include "model/Translation.h"
-#include "platform/Capacity.h"
 
 #include <algorithm>
 #include <utility>
@@ -13,23 +12,6 @@ namespace brindle {
 namespace {
 
 constexpr int oneThread = 1;
-
-/// The drives that are not included, with what speaks against each.
-std::vector<DriveChoice> choicesAmong(const std::vector<LocationRecord>& tracked) {
-    std::vector<DriveChoice> choices;
-    const MountTable mounts = MountTable::current();
-    for (const DriveInfo& drive : mountedDrives({}, mounts)) {
-        const LocationProposal proposal = proposeDrive(drive, tracked, systemNow());
-        if (proposal.overlap.kind == LocationOverlap::Kind::same) continue;
-        DriveChoice choice{.drive = drive};
-        if (proposal.isRefused) choice.reason = QString::fromStdString(proposal.explanation);
-        if (const auto reading =
-                readCapacity(drive.mountPath, drive.volumeID, drive.name, systemNow(), mounts))
-            choice.totalBytes = reading->totalBytes;
-        choices.push_back(std::move(choice));
-    }
-    return choices;
-}
 
 }  // namespace
 
@@ -159,7 +141,7 @@ void Tracking::findDrives() {
     const auto access = model_.session().access();
     if (!access) return;
     looking_.run(
-        [store = access->store] { return choicesAmong(trackedLocations(*store)); },
+        [store = access->store] { return driveChoices(trackedLocations(*store)); },
         [this](const std::vector<DriveChoice>& drives) { Q_EMIT drivesFound(drives); },
         [this](const std::exception& error) {
             Q_EMIT refused(QString::fromStdString(failureSentence(error, model_.options().dataDirectory)));

@@ -2,6 +2,7 @@
 
 #include "app/AppModel.h"
 #include "app/Background.h"
+#include "checks/DriveChoices.h"
 #include "checks/LocationChanges.h"
 
 #include <QObject>
@@ -20,13 +21,6 @@ struct TrackingProposal {
     QString explanation;     // in sentences; empty when there is nothing to tell
     bool isRefused = false;  // it cannot be stored: the explanation says why
     bool isKnown = false;    // a known location that was chosen again
-};
-
-/// A mounted drive that is not included.
-struct DriveChoice {
-    DriveInfo drive;
-    std::int64_t totalBytes = 0;  // 0 when it cannot be told
-    QString reason;               // why it cannot be included; empty when it can
 };
 
 /// Changes the list of tracked locations: of the user's own history, which has to be open. Nothing waits for

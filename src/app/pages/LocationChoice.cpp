@@ -164,7 +164,7 @@ void LocationChoice::showSuggestions() {
                         .detail = choice.totalBytes > 0 ? pageText(translated("{0} · whole drive, {1}"), path,
                                                                    byteAmount(choice.totalBytes))
                                                         : QString::fromStdString(path),
-                        .obstacle = choice.reason,
+                        .obstacle = QString::fromStdString(choice.reason),
                         .drive = drive});
     }
     suggestions_.replaceRows(std::move(rows));

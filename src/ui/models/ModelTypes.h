@@ -6,6 +6,7 @@
 #include "app/pages/ExplorerModel.h"
 #include "app/pages/ExportModel.h"
 #include "app/pages/FirstCheckModel.h"
+#include "app/pages/LocationActionsModel.h"
 #include "app/pages/LocationChoice.h"
 #include "app/pages/OverviewModel.h"
 #include "app/pages/ScopeModel.h"
@@ -60,6 +61,13 @@ struct DrivesModelType {
     Q_GADGET
     QML_FOREIGN(brindle::DrivesModel)
     QML_NAMED_ELEMENT(DrivesModel)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct LocationActionsModelType {
+    Q_GADGET
+    QML_FOREIGN(brindle::LocationActionsModel)
+    QML_NAMED_ELEMENT(LocationActionsModel)
     QML_UNCREATABLE("made with the program")
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/AppModel.h"
+#include "app/Tracking.h"
 #include "app/desktop/Reveal.h"
 #include "app/pages/AboutModel.h"
 #include "app/pages/ActivityModel.h"
@@ -13,6 +14,7 @@
 #include "app/pages/TrendsModel.h"
 #include "app/pages/WindowModel.h"
 #include "ui/theme/Appearance.h"
+#include "ui/windows/FolderDialog.h"
 #include "ui/windows/FrameKeeper.h"
 #include "ui/windows/SaveDialog.h"
 
@@ -59,13 +61,15 @@ private:
     ActivityModel activity_;
     StorageHistoryModel storageHistory_;
     TrendsModel trends_;
+    Tracking tracking_;
     DrivesModel drives_;
+    FolderDialog folderDialog_;
     ExportModel exporter_;
     SaveDialog saveDialog_{exporter_};
     AboutModel about_;
     StartupChoices startup_;
-    Tracking tracking_;
     SetupModel setup_;
+    FolderDialog setupFolderDialog_;
     std::unique_ptr<QQmlApplicationEngine> engine_;  // goes before the models that its objects show
     QQuickWindow* window_ = nullptr;                 // the engine's
     std::unique_ptr<FrameKeeper> frame_;

@@ -150,6 +150,9 @@ Window {
     ExportDialogs {
         model: root.exporter
     }
+    LocationDialogs {
+        model: root.drives.actions
+    }
     AboutSheet {
         id: aboutSheet
         model: root.about
