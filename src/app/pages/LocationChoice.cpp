@@ -49,7 +49,9 @@ LocationChoice::LocationChoice(AppModel& model, Tracking& tracking, std::string 
     connect(&tracking, &Tracking::refused, this, [this](const QString& sentence) {
         if (std::exchange(isLooking_, false)) tell(sentence);
     });
-    connect(&tracking, &Tracking::failed, this, &LocationChoice::tell);
+    connect(&tracking, &Tracking::failed, this, [this](const QString& sentence) {
+        if (model_.isSetupShown()) tell(sentence);
+    });
     connect(&tracking, &Tracking::changingChanged, this, &LocationChoice::changed);
     connect(&tracking, &Tracking::drivesFound, this, [this](const std::vector<DriveChoice>& drives) {
         drives_ = drives;

@@ -17,8 +17,9 @@ T.Button {
     hoverEnabled: true
     Accessible.name: root.text
     Accessible.onPressAction: root.clicked()
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
+    // A key that is held down is one press, whatever takes the button's place meanwhile.
+    Keys.onReturnPressed: event => event.isAutoRepeat || root.clicked()
+    Keys.onEnterPressed: event => event.isAutoRepeat || root.clicked()
 
     contentItem: Text {
         text: root.text

@@ -10,7 +10,7 @@ Rectangle {
 
     required property SetupModel model
     required property real contentWidth
-    readonly property Item main: goOn.visible && goOn.enabled ? goOn : stop.visible ? stop : null
+    readonly property alias goOn: goOn
 
     implicitHeight: column.implicitHeight + 2 * Theme.gap
     color: Theme.ground
