@@ -30,11 +30,12 @@ LocationActionsModel::LocationActionsModel(AppModel& model, Tracking& tracking, 
       model_(model),
       tracking_(tracking),
       drives_([](const DriveChoiceRow& row) { return row.drive.id; }, driveRoles()) {
-    connect(&model, &AppModel::modeChanged, this, [this] {
-        proposing_ = Proposing::nothing;
-        dismiss();
-        Q_EMIT offeredChanged();
-    });
+    for (const auto changed : {&AppModel::modeChanged, &AppModel::setupShownChanged})
+        connect(&model, changed, this, [this] {
+            proposing_ = Proposing::nothing;
+            dismiss();
+            Q_EMIT offeredChanged();
+        });
     connect(&tracking, &Tracking::proposed, this, &LocationActionsModel::take);
     connect(&tracking, &Tracking::refused, this, &LocationActionsModel::refuse);
     connect(&tracking, &Tracking::drivesFound, this, &LocationActionsModel::takeDrives);
@@ -57,7 +58,7 @@ LocationActionsModel::LocationActionsModel(AppModel& model, Tracking& tracking, 
 }
 
 bool LocationActionsModel::isOffered() const {
-    return model_.mode() == AppMode(PlainMode::tracking);
+    return model_.mode() == AppMode(PlainMode::tracking) && !model_.isSetupShown();
 }
 
 QString LocationActionsModel::waitingText() const {

@@ -52,7 +52,7 @@ public:
     /// Both outlive it.
     LocationActionsModel(AppModel& model, Tracking& tracking, QObject* parent = nullptr);
 
-    /// The locations that are shown are the user's own.
+    /// The locations that are shown are the user's own, on their page.
     [[nodiscard]] bool isOffered() const;
     /// What a change is waiting for, once that takes a while; else empty.
     [[nodiscard]] QString waitingText() const;

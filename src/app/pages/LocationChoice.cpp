@@ -14,8 +14,8 @@ namespace {
 std::vector<ListModel<ChosenRow, LocationID>::Role> chosenRoles() {
     using Row = ChosenRow;
     return {{"name", [](const Row& row) { return row.name; }},
-            {"place", [](const Row& row) { return row.place; }},
-            {"note", [](const Row& row) { return row.note; }},
+            {"detail", [](const Row& row) { return row.detail; }},
+            {"obstacle", [](const Row& row) { return row.obstacle; }},
             {"isDrive", [](const Row& row) { return row.isDrive; }},
             {"canTakeOut", [](const Row& row) { return row.canTakeOut; }}};
 }
@@ -23,10 +23,15 @@ std::vector<ListModel<ChosenRow, LocationID>::Role> chosenRoles() {
 std::vector<ListModel<SuggestionRow, std::string>::Role> suggestionRoles() {
     using Row = SuggestionRow;
     return {{"name", [](const Row& row) { return row.name; }},
-            {"place", [](const Row& row) { return row.place; }},
-            {"note", [](const Row& row) { return row.note; }},
-            {"isDrive", [](const Row& row) { return row.drive.has_value(); }},
-            {"canInclude", [](const Row& row) { return row.canInclude; }}};
+            {"detail", [](const Row& row) { return row.detail; }},
+            {"obstacle", [](const Row& row) { return row.obstacle; }},
+            {"isDrive", [](const Row& row) { return row.drive.has_value(); }}};
+}
+
+QString obstacleOf(const LocationRecord& record) {
+    if (record.status == LocationStatus::disconnected) return translated("Disconnected");
+    if (record.status == LocationStatus::needsAccess) return translated("Needs access");
+    return {};
 }
 
 }  // namespace
@@ -44,7 +49,9 @@ LocationChoice::LocationChoice(AppModel& model, Tracking& tracking, std::string 
     connect(&tracking, &Tracking::refused, this, [this](const QString& sentence) {
         if (std::exchange(isLooking_, false)) tell(sentence);
     });
-    connect(&tracking, &Tracking::failed, this, &LocationChoice::tell);
+    connect(&tracking, &Tracking::failed, this, [this](const QString& sentence) {
+        if (model_.isSetupShown()) tell(sentence);
+    });
     connect(&tracking, &Tracking::changingChanged, this, &LocationChoice::changed);
     connect(&tracking, &Tracking::drivesFound, this, [this](const std::vector<DriveChoice>& drives) {
         drives_ = drives;
@@ -70,7 +77,7 @@ void LocationChoice::refresh() {
 
 void LocationChoice::includeSuggestion(int index) {
     const auto place = static_cast<std::size_t>(index);
-    if (place >= suggestions_.rows().size() || !suggestions_.rows()[place].canInclude) return;
+    if (place >= suggestions_.rows().size() || !suggestions_.rows()[place].obstacle.isEmpty()) return;
     const SuggestionRow row = suggestions_.rows()[place];
     tell({});
     isLooking_ = true;
@@ -119,10 +126,12 @@ void LocationChoice::showChosen() {
     std::vector<ChosenRow> rows;
     for (const LocationRecord& record : model_.records()) {
         if (record.removedAt) continue;
+        const std::string path = fileNameText(record.path);
         rows.push_back({.id = record.id,
                         .name = shownName(record.name),
-                        .place = shownName(record.path),
-                        .note = record.baselineAt ? translated("Already checked") : QString(),
+                        .detail = record.baselineAt ? pageText(translated("{} · already checked"), path)
+                                                    : QString::fromStdString(path),
+                        .obstacle = obstacleOf(record),
                         .isDrive = record.kind == LocationKind::volume,
                         .canTakeOut = !record.baselineAt});
     }
@@ -147,19 +156,18 @@ void LocationChoice::showSuggestions() {
     if (!home_.empty() && !isIncluded(home_))
         rows.push_back({.path = home_,
                         .name = translated("Your home folder"),
-                        .place = shownName(home_),
-                        .note = translated("A good place to begin")});
+                        .detail = pageText(translated("{} · a good place to begin"), fileNameText(home_))});
     for (const DriveChoice& choice : drives_) {
-        if (choice.drive.mountPath == home_ || isIncluded(choice.drive.scanPath)) continue;
-        SuggestionRow row{.path = choice.drive.mountPath,
-                          .name = shownName(choice.drive.name),
-                          .place = shownName(choice.drive.mountPath),
-                          .note = choice.reason,
-                          .canInclude = choice.reason.isEmpty(),
-                          .drive = choice.drive};
-        if (row.canInclude && choice.totalBytes > 0)
-            row.note = pageText(translated("Whole drive, {}"), byteAmount(choice.totalBytes));
-        rows.push_back(std::move(row));
+        const DriveInfo& drive = choice.drive;
+        if (drive.mountPath == home_ || isIncluded(drive.scanPath)) continue;
+        const std::string path = fileNameText(drive.mountPath);
+        rows.push_back({.path = drive.mountPath,
+                        .name = shownName(drive.name),
+                        .detail = choice.totalBytes > 0 ? pageText(translated("{0} · whole drive, {1}"), path,
+                                                                   byteAmount(choice.totalBytes))
+                                                        : QString::fromStdString(path),
+                        .obstacle = QString::fromStdString(choice.reason),
+                        .drive = drive});
     }
     suggestions_.replaceRows(std::move(rows));
 }

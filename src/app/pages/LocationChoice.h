@@ -17,8 +17,8 @@ namespace brindle {
 struct ChosenRow {
     LocationID id;
     QString name;
-    QString place;
-    QString note;  // what holds for it; may be empty
+    QString detail;    // where it is
+    QString obstacle;  // what is wrong with it; empty when nothing is
     bool isDrive = false;
     bool canTakeOut = false;
 
@@ -29,9 +29,8 @@ struct ChosenRow {
 struct SuggestionRow {
     std::string path;
     QString name;
-    QString place;
-    QString note;  // what speaks for it, or why it cannot be included
-    bool canInclude = true;
+    QString detail;                  // where it is, and what speaks for it
+    QString obstacle;                // why it cannot be included; empty when it can
     std::optional<DriveInfo> drive;  // nothing for a folder
 
     bool operator==(const SuggestionRow&) const = default;

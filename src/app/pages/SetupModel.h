@@ -26,6 +26,7 @@ class SetupModel : public QObject {
     Q_PROPERTY(QString stepText READ stepText NOTIFY changed)
     Q_PROPERTY(QString title READ title NOTIFY changed)
     Q_PROPERTY(QString explanation READ explanation NOTIFY changed)
+    Q_PROPERTY(QString message READ message NOTIFY changed)
     Q_PROPERTY(bool canGoBack READ canGoBack NOTIFY changed)
     Q_PROPERTY(bool canGoOn READ canGoOn NOTIFY changed)
     Q_PROPERTY(QString goOnTitle READ goOnTitle NOTIFY changed)
@@ -52,6 +53,8 @@ public:
     [[nodiscard]] QString stepText() const;
     [[nodiscard]] QString title() const;
     [[nodiscard]] QString explanation() const;
+    /// What came of the last thing that the user did here; empty when there is nothing to tell.
+    [[nodiscard]] QString message() const { return phase() == Locations ? locations_.message() : QString(); }
     [[nodiscard]] bool canGoBack() const;
     [[nodiscard]] bool canGoOn() const;
     [[nodiscard]] QString goOnTitle() const;

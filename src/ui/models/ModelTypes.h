@@ -6,6 +6,7 @@
 #include "app/pages/ExplorerModel.h"
 #include "app/pages/ExportModel.h"
 #include "app/pages/FirstCheckModel.h"
+#include "app/pages/LocationActionsModel.h"
 #include "app/pages/LocationChoice.h"
 #include "app/pages/MiniWindowModel.h"
 #include "app/pages/LocationActionsModel.h"

@@ -3,16 +3,15 @@ import QtQuick.Layouts
 import Brindle.Parts
 import Brindle.Theme
 
-// A folder or drive with where it is, and the one thing that can be done with it.
+// A folder or drive with where it is, and the one thing that can be done with it, or why it cannot.
 RowLayout {
     id: root
 
     required property string name
-    required property string place
-    required property string note
+    required property string detail
+    required property string obstacle
     required property bool isDrive
     property string actionText: ""
-    property bool canAct: true
 
     signal acted
 
@@ -39,7 +38,7 @@ RowLayout {
         }
         Text {
             Layout.fillWidth: true
-            text: root.place
+            text: root.detail
             font: Theme.secondary
             color: Theme.textSecondary
             wrapMode: Text.WrapAnywhere
@@ -50,9 +49,9 @@ RowLayout {
         Text {
             Layout.fillWidth: true
             visible: text !== ""
-            text: root.note
+            text: root.obstacle
             font: Theme.secondary
-            color: root.canAct ? Theme.textSecondary : Theme.warning
+            color: Theme.warning
             wrapMode: Text.Wrap
             horizontalAlignment: Text.AlignLeft
             Accessible.role: Accessible.StaticText
@@ -60,7 +59,7 @@ RowLayout {
         }
     }
     PushButton {
-        visible: root.actionText !== "" && root.canAct
+        visible: root.actionText !== ""
         text: root.actionText
         Accessible.name: root.actionText + ": " + root.name
         onClicked: root.acted()

@@ -61,11 +61,9 @@ ColumnLayout {
 
             ChoiceRow {
                 required property int index
-                required property bool canInclude
 
                 Layout.fillWidth: true
-                actionText: Catalogue.translated("Include")
-                canAct: canInclude
+                actionText: obstacle === "" ? Catalogue.translated("Include") : ""
                 onActed: root.choice.includeSuggestion(index)
             }
         }

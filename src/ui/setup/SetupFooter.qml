@@ -10,9 +10,9 @@ Rectangle {
 
     required property SetupModel model
     required property real contentWidth
-    readonly property Item main: goOn.visible && goOn.enabled ? goOn : stop.visible ? stop : null
+    readonly property alias goOn: goOn
 
-    implicitHeight: row.implicitHeight + 2 * Theme.gap
+    implicitHeight: column.implicitHeight + 2 * Theme.gap
     color: Theme.ground
 
     Rectangle {
@@ -24,54 +24,82 @@ Rectangle {
             top: parent.top
         }
     }
-    RowLayout {
-        id: row
+    ColumnLayout {
+        id: column
 
         width: root.contentWidth
         anchors.centerIn: parent
-        spacing: Theme.gapLarge
+        spacing: Theme.gap
 
-        Flow {
+        RowLayout {
             Layout.fillWidth: true
-            Layout.alignment: Qt.AlignVCenter
-            spacing: Theme.gap
+            visible: message.text !== ""
+            spacing: Theme.gapSmall
 
-            LinkButton {
-                text: Catalogue.translated("Explore example history")
-                onClicked: root.model.showExample()
+            Symbol {
+                Layout.alignment: Qt.AlignTop
+                name: "warning"
+                color: Theme.warning
             }
-            LinkButton {
-                text: Catalogue.translated("Show your history")
-                visible: root.model.hasPages
-                onClicked: root.model.showPages()
+            Text {
+                id: message
+
+                Layout.fillWidth: true
+                text: root.model.message
+                font: Theme.body
+                color: Theme.text
+                wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignLeft
+                Accessible.role: Accessible.AlertMessage
+                Accessible.name: text
             }
         }
         RowLayout {
-            spacing: Theme.gapSmall
+            Layout.fillWidth: true
+            spacing: Theme.gapLarge
 
-            PushButton {
-                text: Catalogue.translated("Back")
-                visible: root.model.canGoBack
-                onClicked: root.model.goBack()
+            Flow {
+                Layout.fillWidth: true
+                Layout.alignment: Qt.AlignVCenter
+                spacing: Theme.gap
+
+                LinkButton {
+                    text: Catalogue.translated("Explore example history")
+                    onClicked: root.model.showExample()
+                }
+                LinkButton {
+                    text: Catalogue.translated("Show your history")
+                    visible: root.model.hasPages
+                    onClicked: root.model.showPages()
+                }
             }
-            PushButton {
-                text: Catalogue.translated("Show the Overview")
-                visible: root.model.canShowPages
-                onClicked: root.model.showPages()
-            }
-            PushButton {
-                id: stop
-                text: Catalogue.translated("Stop")
-                visible: root.model.phase === SetupModel.FirstCheck && root.model.check.isRunning
-                onClicked: root.model.check.stop()
-            }
-            PushButton {
-                id: goOn
-                text: root.model.goOnTitle
-                visible: !stop.visible
-                enabled: root.model.canGoOn
-                isDefault: true
-                onClicked: root.model.goOn()
+            RowLayout {
+                spacing: Theme.gapSmall
+
+                PushButton {
+                    text: Catalogue.translated("Back")
+                    visible: root.model.canGoBack
+                    onClicked: root.model.goBack()
+                }
+                PushButton {
+                    text: Catalogue.translated("Show the Overview")
+                    visible: root.model.canShowPages
+                    onClicked: root.model.showPages()
+                }
+                PushButton {
+                    id: stop
+                    text: Catalogue.translated("Stop")
+                    visible: root.model.phase === SetupModel.FirstCheck && root.model.check.isRunning
+                    onClicked: root.model.check.stop()
+                }
+                PushButton {
+                    id: goOn
+                    text: root.model.goOnTitle
+                    visible: !stop.visible
+                    enabled: root.model.canGoOn
+                    isDefault: true
+                    onClicked: root.model.goOn()
+                }
             }
         }
     }

@@ -15,43 +15,54 @@ FocusScope {
     required property int widthClass
 
     readonly property int phase: root.model.phase
+    readonly property bool isRunning: root.model.check.isRunning
     readonly property real contentWidth: Math.min(root.width - 2 * Theme.margin, Theme.scaled(720))
     readonly property Item focused: root.Window.activeFocusItem
     property bool isKeyboardUsed: false
 
-    // The button that goes on, or where there is none, what brings it.
+    // The keyboard comes to what goes on, or brings that about; never to what stops a check.
     function focusMain() {
-        const next = footer.main ?? phaseView.item?.nextItemInFocusChain();
-        next?.forceActiveFocus(root.isKeyboardUsed ? Qt.TabFocusReason : Qt.OtherFocusReason);
+        if (root.isRunning) {
+            if (root.focused !== root)
+                root.focused.focus = false;
+            return;
+        }
+        const next = footer.goOn.enabled ? footer.goOn : phaseView.item.nextItemInFocusChain();
+        next.forceActiveFocus(root.isKeyboardUsed ? Qt.TabFocusReason : Qt.OtherFocusReason);
     }
 
-    focus: true
+    Accessible.role: Accessible.Pane
+    Accessible.name: root.model.stepText + ": " + root.model.title
     onPhaseChanged: {
         scroll.contentY = 0;
         later.restart();
     }
-    Component.onCompleted: root.focusMain()
+    onIsRunningChanged: later.restart()
     onFocusedChanged: {
-        if (root.focused instanceof T.Control)
-            root.isKeyboardUsed = (root.focused as T.Control).visualFocus;
-        else
+        const control = root.focused as T.Control;
+        if (control !== null)
+            root.isKeyboardUsed = control.visualFocus;
         // What had the keyboard is gone with what it stood on.
-        if (root.focused === root)
+        if ((root.focused === root || root.focused === phaseView) && !root.isRunning)
             later.restart();
     }
-    Keys.onReturnPressed: root.model.goOn()
-    Keys.onEnterPressed: root.model.goOn()
+    Component.onCompleted: root.forceActiveFocus()
+    Keys.onReturnPressed: event => event.isAutoRepeat || root.model.goOn()
+    Keys.onEnterPressed: event => event.isAutoRepeat || root.model.goOn()
     Keys.onEscapePressed: event => {
         event.accepted = root.model.hasPages;
         if (root.model.hasPages)
             root.model.showPages();
     }
 
-    // When what is shown has changed as a whole.
+    // When what is shown has changed as a whole. A menu or sheet in front keeps the keyboard.
     Timer {
         id: later
         interval: 0
-        onTriggered: root.focusMain()
+        onTriggered: {
+            if (root.activeFocus)
+                root.focusMain();
+        }
     }
     ColumnLayout {
         anchors.fill: parent
@@ -66,7 +77,7 @@ FocusScope {
 
             ColumnLayout {
                 Layout.alignment: Qt.AlignHCenter
-                Layout.preferredWidth: root.contentWidth
+                Layout.maximumWidth: root.contentWidth
                 spacing: Theme.gap
 
                 StepIndicator {
@@ -97,12 +108,6 @@ FocusScope {
                     sourceComponent: [welcome, locations, startup, firstCheck][root.phase]
                 }
             }
-        }
-        Banner {
-            Layout.fillWidth: true
-            isWarning: true
-            text: root.model.locations.message
-            visible: root.phase === SetupModel.Locations && text !== ""
         }
         SetupFooter {
             id: footer

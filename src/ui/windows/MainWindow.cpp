@@ -19,13 +19,14 @@ MainWindow::MainWindow(AppModel& model, Reveal& reveal, QObject* parent)
       exporter_(model),
       about_(model),
       startup_(model),
-      tracking_(model),
       setup_(model, tracking_) {
     connect(&windowModel_, &WindowModel::revealRequested, &reveal, &Reveal::show);
     connect(&reveal, &Reveal::failed, &windowModel_, &WindowModel::revealFailed);
     connect(&drives_, &DrivesModel::revealRequested, &reveal, &Reveal::show);
     connect(drives_.actions(), &LocationActionsModel::folderRequested, &folderDialog_, &FolderDialog::open);
     connect(&folderDialog_, &FolderDialog::chosen, drives_.actions(), &LocationActionsModel::takeFolder);
+    connect(setup_.locations(), &LocationChoice::folderRequested, &setupFolderDialog_, &FolderDialog::open);
+    connect(&setupFolderDialog_, &FolderDialog::chosen, setup_.locations(), &LocationChoice::include);
     connect(&exporter_, &ExportModel::revealRequested, &reveal, &Reveal::show);
     connect(&windowModel_, &WindowModel::quitRequested, this, &MainWindow::quitRequested);
 }

@@ -70,8 +70,8 @@ private:
     SaveDialog saveDialog_{exporter_};
     AboutModel about_;
     StartupChoices startup_;
-    Tracking tracking_;
     SetupModel setup_;
+    FolderDialog setupFolderDialog_;
     std::unique_ptr<QQmlApplicationEngine> engine_;  // goes before the models that its objects show
     QQuickWindow* window_ = nullptr;                 // the engine's
     std::unique_ptr<FrameKeeper> frame_;
