@@ -159,6 +159,7 @@ private:
     void connectParts();
     void setMode(AppMode mode);
     void take(const HistoryFigures& figures);
+    void settleEstimates();
     void show(HistorySnapshot snapshot);
     void reloadDetails();
 
@@ -187,6 +188,7 @@ private:
     int dayChangesRevision_ = 0;
     std::optional<CheckRunSummary> lastRun_;
     bool isRunOver_ = false;  // its figures are still to come
+    bool areEstimatesSettled_ = false;
 
     HistorySession session_;
     Schedule schedule_;

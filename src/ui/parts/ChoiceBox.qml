@@ -23,6 +23,11 @@ T.ComboBox {
     Accessible.onPressAction: root.popup.open()
     Keys.onReturnPressed: root.popup.open()
     Keys.onEnterPressed: root.popup.open()
+    // Closes the list alone, also where it closes what is around it.
+    Keys.onEscapePressed: event => {
+        event.accepted = root.popup.visible;
+        root.popup.close();
+    }
     onActivated: index => root.chosen(index)
 
     contentItem: Text {

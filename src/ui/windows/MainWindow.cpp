@@ -16,11 +16,17 @@ MainWindow::MainWindow(AppModel& model, Reveal& reveal, QObject* parent)
       trends_(model),
       drives_(model),
       exporter_(model),
-      about_(model) {
+      about_(model),
+      startup_(model),
+      settingsModel_(model, startup_),
+      settingsWindow_(settingsModel_, windowModel_) {
     connect(&windowModel_, &WindowModel::revealRequested, &reveal, &Reveal::show);
     connect(&reveal, &Reveal::failed, &windowModel_, &WindowModel::revealFailed);
     connect(&drives_, &DrivesModel::revealRequested, &reveal, &Reveal::show);
     connect(&exporter_, &ExportModel::revealRequested, &reveal, &Reveal::show);
+    connect(&settingsModel_, &SettingsModel::revealRequested, &reveal, &Reveal::show);
+    connect(&windowModel_, &WindowModel::settingsRequested, this, &MainWindow::showSettings);
+    connect(&windowModel_, &WindowModel::updatesRequested, this, &MainWindow::showUpdates);
     connect(&windowModel_, &WindowModel::quitRequested, this, &MainWindow::quitRequested);
 }
 
@@ -38,7 +44,13 @@ void MainWindow::show(const QString& activationToken) {
 }
 
 void MainWindow::hide() {
+    settingsWindow_.hide();
     if (window_ != nullptr) window_->hide();
+}
+
+void MainWindow::showUpdates() {
+    settingsModel_.setSection(SettingsModel::Updates);
+    settingsWindow_.show();
 }
 
 void MainWindow::create() {

@@ -7,9 +7,12 @@
 #include "app/pages/DrivesModel.h"
 #include "app/pages/ExportModel.h"
 #include "app/pages/OverviewModel.h"
+#include "app/pages/SettingsModel.h"
+#include "app/pages/StartupChoices.h"
 #include "app/pages/StorageHistoryModel.h"
 #include "app/pages/TrendsModel.h"
 #include "app/pages/WindowModel.h"
+#include "ui/settings/SettingsWindow.h"
 #include "ui/theme/Appearance.h"
 #include "ui/windows/FrameKeeper.h"
 #include "ui/windows/SaveDialog.h"
@@ -22,7 +25,7 @@
 
 namespace brindle {
 
-/// The main window with the models of its pages. It is made when it is first shown, and hidden rather than
+/// The main window with the models of its pages, and the settings window beside it. It is made when it is first shown, and hidden rather than
 /// destroyed when it is closed.
 /// Thread: main.
 class MainWindow : public QObject {
@@ -36,11 +39,17 @@ public:
     /// Shows it in front of other windows. `activationToken`: with which the desktop lets a window come to
     /// the front; may be empty.
     void show(const QString& activationToken = {});
+    /// The settings window, too.
     void hide();
+    void showSettings() { settingsWindow_.show(); }
+    /// What became of the updates, in the settings.
+    void showUpdates();
     [[nodiscard]] bool isVisible() const { return window_ != nullptr && window_->isVisible(); }
     /// Null before the window was first shown.
     [[nodiscard]] QQuickWindow* window() const { return window_; }
     [[nodiscard]] Appearance& appearance() { return appearance_; }
+    [[nodiscard]] StartupChoices& startup() { return startup_; }
+    [[nodiscard]] SettingsWindow& settings() { return settingsWindow_; }
 
 Q_SIGNALS:
     /// The user wants the program to end.
@@ -60,6 +69,9 @@ private:
     ExportModel exporter_;
     SaveDialog saveDialog_{exporter_};
     AboutModel about_;
+    StartupChoices startup_;
+    SettingsModel settingsModel_;
+    SettingsWindow settingsWindow_;
     std::unique_ptr<QQmlApplicationEngine> engine_;  // goes before the models that its objects show
     QQuickWindow* window_ = nullptr;                 // the engine's
     std::unique_ptr<FrameKeeper> frame_;

@@ -142,6 +142,7 @@ Window {
     }
     AboutSheet {
         id: aboutSheet
+        objectName: "about"
         model: root.about
     }
 }
