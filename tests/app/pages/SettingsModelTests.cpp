@@ -4,7 +4,6 @@
 #include "example/ExampleHistory.h"
 #include "support/TempHistory.h"
 
-#include <QSignalSpy>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
