@@ -40,9 +40,11 @@ DialogSheet {
             spacing: Theme.gapTiny
             Layout.fillWidth: true
 
-            SectionTitle {
+            AboutText {
                 text: Catalogue.translated("Privacy")
-                Layout.fillWidth: true
+                font: Theme.bodyEmphasis
+                color: Theme.text
+                Accessible.role: Accessible.Heading
             }
             AboutText {
                 text: root.model.privacy
@@ -52,9 +54,11 @@ DialogSheet {
             spacing: Theme.gapTiny
             Layout.fillWidth: true
 
-            SectionTitle {
+            AboutText {
                 text: Catalogue.translated("Updates")
-                Layout.fillWidth: true
+                font: Theme.bodyEmphasis
+                color: Theme.text
+                Accessible.role: Accessible.Heading
             }
             AboutText {
                 text: root.model.updates
