@@ -114,12 +114,23 @@ std::vector<LocationID> AppModel::disconnectedLocations() const {
 
 void AppModel::setMode(AppMode mode) {
     if (mode_ == mode) return;
+    const bool wasSetupShown = isSetupShown();
     mode_ = std::move(mode);
     if (mode_ == AppMode(PlainMode::tracking))
         schedule_.begin();
     else
         schedule_.end();
     Q_EMIT modeChanged();
+    if (isSetupShown() != wasSetupShown) Q_EMIT setupShownChanged();
+}
+
+bool AppModel::isSetupShown() const {
+    return mode_ == AppMode(PlainMode::onboarding) || mode_ == AppMode(PlainMode::setup) ||
+           (wantsSetup_ && mode_ == AppMode(PlainMode::tracking));
+}
+
+void AppModel::setWantsSetup(bool wants) {
+    if (std::exchange(wantsSetup_, wants) != wants) Q_EMIT setupShownChanged();
 }
 
 void AppModel::start() {
@@ -138,6 +149,11 @@ void AppModel::retryOpening() {
 
 void AppModel::route() {
     if (!session_.isOpen() || isShuttingDown_) return;
+    setWantsSetup(false);
+    chooseMode();
+}
+
+void AppModel::chooseMode() {
     selection_.setScope({});
     const auto hasBaseline = [](const LocationRecord& record) { return record.baselineAt.has_value(); };
     if (wantsExample_)
@@ -155,7 +171,7 @@ void AppModel::take(const HistoryFigures& figures) {
     Q_EMIT recordsChanged();
     Q_EMIT ownTodayChanged();
     if (mode_ == AppMode(PlainMode::starting))
-        route();
+        chooseMode();
     else if (!isExampleShown())
         show(own_.snapshot);
     if (std::exchange(isRunOver_, false)) schedule_.runEnded();
@@ -190,6 +206,7 @@ void AppModel::reloadDetails() {
 void AppModel::showExample() {
     if (isShuttingDown_) return;
     wantsExample_ = true;
+    setWantsSetup(false);
     selection_.setScope({});
     setMode(PlainMode::example);
     background_.run(
@@ -207,6 +224,22 @@ void AppModel::showExample() {
 
 void AppModel::showOwnHistory() {
     if (!options_.trackingEnabled || isShuttingDown_) return;
+    setWantsSetup(false);
+    returnToOwnHistory();
+}
+
+void AppModel::showSetup() {
+    if (!options_.trackingEnabled || isShuttingDown_) return;
+    if (!isExampleShown() && mode_ != AppMode(PlainMode::tracking)) return;
+    setWantsSetup(true);
+    if (isExampleShown()) returnToOwnHistory();
+}
+
+void AppModel::leaveSetup() {
+    setWantsSetup(false);
+}
+
+void AppModel::returnToOwnHistory() {
     wantsExample_ = false;
     example_.reset();
     setMode(PlainMode::starting);

@@ -74,6 +74,8 @@ public:
     [[nodiscard]] Calendar calendar() const { return sessionParts_.calendar(); }
 
     [[nodiscard]] const AppMode& mode() const { return mode_; }
+    /// The first-run screens are to be shown, which nothing but them ends.
+    [[nodiscard]] bool isSetupShown() const;
     [[nodiscard]] bool isOpeningHistory() const { return session_.isOpening(); }
     [[nodiscard]] bool isShuttingDown() const { return isShuttingDown_; }
 
@@ -114,12 +116,16 @@ public:
 
     /// Once: opens the history, or shows the example where the launch asked for it.
     void start();
-    /// Chooses the mode that fits what is stored. The setup screens call it when they are done.
+    /// Ends the first-run screens: chooses the mode that fits what is stored, which may be theirs again.
     void route();
     /// After `unavailable`: tries to open the history again.
     void retryOpening();
     void showExample();
     void showOwnHistory();
+    /// Shows the first-run screens, from the example too. What is tracked goes on being checked behind them.
+    void showSetup();
+    /// Back from them to the pages, which are as they were. Nothing happens where there are none yet.
+    void leaveSetup();
     /// Plans a statement of what is selected; see exporter(). Search and direction filters do not count.
     void prepareExport();
     /// Checks every location now, unless nothing is tracked.
@@ -137,6 +143,7 @@ public:
 
 Q_SIGNALS:
     void modeChanged();
+    void setupShownChanged();
     void openingChanged();
     void shuttingDownChanged();
     void historyChanged();
@@ -158,6 +165,9 @@ private:
     [[nodiscard]] std::vector<LocationID> disconnectedLocations() const;
     void connectParts();
     void setMode(AppMode mode);
+    void setWantsSetup(bool wants);
+    void chooseMode();
+    void returnToOwnHistory();
     void take(const HistoryFigures& figures);
     void settleEstimates();
     void show(HistorySnapshot snapshot);
@@ -177,6 +187,7 @@ private:
     bool hasStarted_ = false;
     bool isShuttingDown_ = false;
     bool wantsExample_;
+    bool wantsSetup_ = false;  // although there are pages to show
     HistorySnapshot history_;
     HistoryFigures own_;
     OwnToday ownToday_;

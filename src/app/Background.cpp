@@ -1,15 +1,9 @@
 #include "app/Background.h"
 
 namespace brindle {
-namespace {
 
-// They wait most of the time: for a check that ends, for the reader, for the disk.
-constexpr int mostThreads = 8;
-
-}  // namespace
-
-Background::Background() {
-    pool_.setMaxThreadCount(mostThreads);
+Background::Background(int threads) {
+    pool_.setMaxThreadCount(threads);
     connect(this, &Background::posted, this, &Background::takePosted, Qt::QueuedConnection);
 }
 

@@ -21,7 +21,11 @@ class Background : public QObject {
     Q_OBJECT
 
 public:
-    Background();
+    /// They wait most of the time: for a check that ends, for the reader, for the disk.
+    static constexpr int mostThreads = 8;
+
+    /// With one thread, what is asked for is done in that order.
+    explicit Background(int threads = mostThreads);
     ~Background() override;
 
     /// `work` on some thread; then `done` with its result, or `failed` with the std::exception that it threw.

@@ -32,6 +32,14 @@ HistoryStore* HistorySession::store() const {
     return history_ ? history_->store.get() : nullptr;
 }
 
+std::optional<HistoryAccess> HistorySession::access() const {
+    if (!isOpen() || isStopping_) return {};
+    const auto leaveOut = [history = history_](const LocationID& id) {
+        return history->coordinator->leaveOut(id);
+    };
+    return HistoryAccess{.store = history_->store, .locks = history_->locks, .leaveOut = leaveOut};
+}
+
 ExportRecords HistorySession::exportRecords() const {
     const auto recent = [history = history_] {
         return history ? history->store->recentExports().get() : std::vector<std::string>();

@@ -37,6 +37,14 @@ struct SessionParts {
     std::function<std::unique_ptr<const TreeSource>()> trees = [] { return makeTreeSource(); };
 };
 
+/// The open history for those who change it on a thread of their own.
+struct HistoryAccess {
+    std::shared_ptr<HistoryStore> store;
+    RunLockSource locks;
+    /// Keeps a location out of checks; see ScanCoordinator::leaveOut().
+    std::function<Turns::LeftOut(const LocationID&)> leaveOut;
+};
+
 /// The user's own history while the program runs: opened, checked and read without the main thread waiting.
 /// Thread: main.
 class HistorySession : public QObject {
@@ -59,6 +67,8 @@ public:
     /// The time zone is another one: what is read from here on is read by its days.
     void renewCalendar();
     [[nodiscard]] HistoryStore* store() const;
+    /// Nothing until it is open, and while it is being stopped.
+    [[nodiscard]] std::optional<HistoryAccess> access() const;
     /// The log of exported files of the open history; its calls do nothing without one.
     [[nodiscard]] ExportRecords exportRecords() const;
 

@@ -23,13 +23,15 @@ void CheckRun::check(std::span<const LocationID> locations) {
 }
 
 void CheckRun::checkLocation(const LocationID& id) {
+    // Begun before the record is read: who changes that has the location left out meanwhile.
+    const Turns::Turn turn(turns_, id, cancellation_);
     const auto record = trackedLocation(store_, id);
-    if (!record) return;
+    if (!record || turn.isStopped()) return static_cast<void>(goesOn());
     send_(LocationStarted{.location = id, .name = record->name});
     LocationCheck check(store_, trees_, [this] {
         return uncountedHere(store_.directory().string(), trackedLocations(store_));
     });
-    add(id, check.run(*record, cancellation_, [&](const ScanProgress& progress) {
+    add(id, check.run(*record, turn.cancellation(), [&](const ScanProgress& progress) {
         send_(LocationProgress{.location = id, .name = record->name, .progress = progress});
     }));
 }
@@ -43,7 +45,7 @@ void CheckRun::add(const LocationID& id, CheckOutcome outcome) {
     } else if (const auto* failed = std::get_if<CheckFailed>(&outcome)) {
         summary_.failures[id] = failed->sentence;
     } else if (std::holds_alternative<CheckStopped>(outcome)) {
-        summary_.cancelled = true;
+        static_cast<void>(goesOn());
     }
 }
 
@@ -52,7 +54,7 @@ void CheckRun::estimate() {
         try {
             estimateLocation(checked);
         } catch (const Cancelled&) {
-            summary_.cancelled = true;
+            static_cast<void>(goesOn());
         } catch (const std::exception&) {  // NOLINT(bugprone-empty-catch): its check stands, and that counts
         }
         if (summary_.cancelled) return;
@@ -61,13 +63,14 @@ void CheckRun::estimate() {
 
 void CheckRun::estimateLocation(const LocationChecked& checked) {
     const LocationID& id = checked.commit.locationID;
+    const Turns::Turn turn(turns_, id, cancellation_);
     const auto record = trackedLocation(store_, id);
-    if (!record || record->estimatedAt || !goesOn()) return;
+    if (!record || record->estimatedAt || !goesOn() || turn.isStopped()) return;
     send_(LocationEstimating{.location = id, .name = record->name});
     summary_.estimated[id] = makeEstimates(store_, {.record = *record,
                                                     .scanPath = checked.scanPath,
                                                     .rules = checked.rules,
-                                                    .cancellation = cancellation_});
+                                                    .cancellation = turn.cancellation()});
 }
 
 bool CheckRun::goesOn() {

@@ -2,6 +2,7 @@
 
 #include "checks/Events.h"
 #include "checks/LocationCheck.h"
+#include "checks/Turns.h"
 #include "platform/TreeReader.h"
 #include "store/HistoryStore.h"
 
@@ -16,11 +17,11 @@ namespace brindle {
 class CheckRun {
 public:
     /// `send` takes the events but the last, and throws nothing. All references outlive the run.
-    CheckRun(HistoryStore& store, const TreeSource& trees,
+    CheckRun(HistoryStore& store, const TreeSource& trees, Turns& turns,
              std::shared_ptr<const CancellationFlag> cancellation, const EventHandler& send)
-        : store_(store), trees_(trees), cancellation_(std::move(cancellation)), send_(send) {}
+        : store_(store), trees_(trees), turns_(turns), cancellation_(std::move(cancellation)), send_(send) {}
 
-    /// Checks the locations in this order. One that is not tracked at its turn is passed over.
+    /// Checks the locations in this order. One that is not tracked or left out at its turn is passed over.
     void check(std::span<const LocationID> locations);
 
     /// Makes estimates for the checked locations that have none. A location for which that fails keeps having
@@ -37,6 +38,7 @@ private:
 
     HistoryStore& store_;
     const TreeSource& trees_;
+    Turns& turns_;
     std::shared_ptr<const CancellationFlag> cancellation_;
     const EventHandler& send_;
     std::vector<LocationChecked> checked_;

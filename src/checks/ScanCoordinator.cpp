@@ -77,7 +77,7 @@ CheckRunSummary ScanCoordinator::perform(const RunRequest& request) {
 
 CheckRunSummary ScanCoordinator::checkAll(const RunRequest& request) {
     const EventHandler sendOn = [this](const CoordinatorEvent& event) { send(event); };
-    CheckRun run(store_, *trees_, request.cancellation, sendOn);
+    CheckRun run(store_, *trees_, turns_, request.cancellation, sendOn);
     try {
         const RunLock lock = locks_.take(request.whenTaken, *request.cancellation);
         run.check(request.locations);

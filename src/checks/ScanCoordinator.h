@@ -2,6 +2,7 @@
 
 #include "checks/Events.h"
 #include "checks/RunLock.h"
+#include "checks/Turns.h"
 #include "model/Cancellation.h"
 #include "platform/TaskThread.h"
 #include "platform/TreeReader.h"
@@ -53,6 +54,10 @@ public:
     /// Stops the run in progress: within 512 entries of its walk, and before its next location.
     void cancel();
 
+    /// Keeps a location out of checks for as long as the result lives: its check in progress ends and leaves
+    /// nothing, and runs pass it over. The result may outlive the coordinator.
+    [[nodiscard]] Turns::LeftOut leaveOut(const LocationID& location) { return turns_.leaveOut(location); }
+
     /// The next estimating pass, which follows the checks of a run, makes estimates for those of the checked
     /// locations that have none.
     void enableEstimates();
@@ -81,6 +86,7 @@ private:
     const EventHandler onEvent_;
     const std::unique_ptr<const TreeSource> trees_;
 
+    Turns turns_;
     mutable std::mutex mutex_;  // never held while a handler runs
     std::optional<Running> running_;
     bool estimatesEnabled_;

@@ -1,5 +1,6 @@
 #include "cli/CheckReport.h"
 
+#include "checks/Obstacle.h"
 #include "cli/ChangeTable.h"
 #include "cli/ValueCoding.h"
 #include "model/FileNameText.h"
@@ -20,24 +21,7 @@ std::string counted(const char* one, const char* many, std::int64_t count, const
     return fmt::format(fmt::runtime(translatedCount(one, many, count)), groupedNumber(count), more...);
 }
 
-std::string unavailableSentence(LocationStatus status, const LocationRecord& record) {
-    const char* text =
-        status == LocationStatus::needsAccess
-            ? translated("“{}” couldn't be checked: your account isn't allowed to read {}.")
-            : translated("“{}” couldn't be checked: {} isn't there, or its drive isn't connected.");
-    return fmt::format(fmt::runtime(text), fileNameText(record.name), fileNameText(record.path));
-}
-
 }  // namespace
-
-std::optional<std::string> obstacleText(const CheckRunSummary& run, const LocationRecord& record) {
-    if (const auto unavailable = run.unavailable.find(record.id); unavailable != run.unavailable.end())
-        return unavailableSentence(unavailable->second, record);
-    if (const auto failure = run.failures.find(record.id); failure != run.failures.end())
-        return fmt::format(fmt::runtime(translated("“{}” couldn't be checked: {}")),
-                           fileNameText(record.name), failure->second);
-    return {};
-}
 
 void CheckReport::add(const LocationRecord& record, const ScanProgress& last, bool isForgotten) {
     const auto commit = std::ranges::find(summary_.committed, record.id, &CheckCommit::locationID);

@@ -10,10 +10,6 @@
 
 namespace brindle {
 
-/// Why a location of a run was not checked, in a sentence; nothing when it was, or was not asked to be.
-[[nodiscard]] std::optional<std::string> obstacleText(const CheckRunSummary& run,
-                                                      const LocationRecord& record);
-
 /// Tells what a run found, location by location, as text or as one JSON document at the end.
 class CheckReport {
 public:

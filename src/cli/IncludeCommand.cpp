@@ -1,10 +1,10 @@
 #include "cli/IncludeCommand.h"
 
+#include "checks/LocationChanges.h"
 #include "checks/RunLock.h"
 #include "cli/ValueCoding.h"
 #include "model/FileNameText.h"
 #include "model/Translation.h"
-#include "scan/LocationAccess.h"
 
 #include <fmt/format.h>
 
@@ -17,14 +17,11 @@ ExitCode runInclude(const Context& context, const std::vector<std::string>& path
     std::vector<LocationRecord> known = store.loadLocations().get();
     std::vector<LocationRecord> added;
     for (const std::string& path : paths) {
-        const LocationCandidate candidate = makeFolderOrDriveCandidate(path, known, systemNow());
-        const auto explanation = overlapText(candidate.overlap, candidate.record, known);
-        const bool isRefused = candidate.overlap.kind == LocationOverlap::Kind::same ||
-                               candidate.overlap.kind == LocationOverlap::Kind::inside;
-        if (isRefused) throw UsageError(*explanation);
-        if (explanation) context.output.sentence(*explanation);
-        known.push_back(candidate.record);
-        added.push_back(candidate.record);
+        const LocationProposal proposal = proposeLocation(path, known, systemNow());
+        if (proposal.isRefused) throw UsageError(proposal.explanation);
+        if (!proposal.explanation.empty()) context.output.sentence(proposal.explanation);
+        known.push_back(proposal.record);
+        added.push_back(proposal.record);
     }
     for (const LocationRecord& record : added) {
         store.insert(record).get();

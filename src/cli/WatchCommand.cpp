@@ -3,6 +3,7 @@
 #include "checks/CheckDue.h"
 #include "checks/Failures.h"
 #include "checks/Maintenance.h"
+#include "checks/Obstacle.h"
 #include "checks/ScanCoordinator.h"
 #include "checks/TrackedLocations.h"
 #include "cli/ChangeTable.h"

@@ -49,6 +49,13 @@ inline constexpr const char* notEncrypted =
           : "Brindle records file sizes, dates, and paths. It never reads file contents. The history isn't "
             "encrypted; it's protected by your user account like your other files.";
 
+inline constexpr const char* someUnreadable =
+    isMac ? "Some folders couldn't be read because macOS protects them. To include them, turn on Brindle in "
+            "System Settings › Privacy & Security › Files and Folders, or under Full Disk Access, then check "
+            "again."
+          : "Some folders couldn't be read because their permissions don't allow it. To include them, let "
+            "your account read them, then check again.";
+
 inline constexpr const char* notVisible =
     isMac ? "Snapshots, folders only an administrator can read, and system files such as the Spotlight index."
           : "Snapshots, folders only an administrator can read, files outside the included locations, and "

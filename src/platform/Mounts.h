@@ -53,6 +53,9 @@ private:
 /// Whether the mount is a drive, or a volume of one, that a person would recognise as such.
 [[nodiscard]] bool isDrive(const Mount& mount);
 
+/// Whether the mount is a folder of another computer that a person would recognise as such.
+[[nodiscard]] bool isShare(const Mount& mount);
+
 /// Whether the file system shares its space with others, so that its used blocks are not its own.
 [[nodiscard]] bool sharesPool(const Mount& mount);
 

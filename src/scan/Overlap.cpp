@@ -22,9 +22,8 @@ LocationOverlap findOverlap(const LocationRecord& added, std::span<const Locatio
     const LocationRecord* around = nullptr;
     std::vector<LocationID> within;
     for (const auto& record : existing) {
-        if (record.removedAt) continue;
-        const bool caseSensitive =
-            added.caseSensitive || record.caseSensitive || added.volumeID != record.volumeID;
+        if (record.removedAt || record.volumeID != added.volumeID) continue;
+        const bool caseSensitive = added.caseSensitive || record.caseSensitive;
         const bool isInside = liesAtOrBelow(added.scanPath, record.scanPath, caseSensitive);
         const bool contains = liesAtOrBelow(record.scanPath, added.scanPath, caseSensitive);
         if (isInside && contains) return {LocationOverlap::Kind::same, {record.id}};

@@ -24,8 +24,8 @@ struct LocationOverlap {
 };
 
 /// Compares with every location of `existing` that was not removed, by what would be walked: a symbolic link
-/// leads out of the location it lies in. Case is ignored between two locations only where both lie on one
-/// volume that ignores it.
+/// leads out of the location it lies in, and no walk leaves its volume, whatever is mounted below it. Case is
+/// ignored where the volume ignores it.
 [[nodiscard]] LocationOverlap findOverlap(const LocationRecord& added,
                                           std::span<const LocationRecord> existing);
 

@@ -81,6 +81,11 @@ std::future<std::vector<UnreadableFolder>> HistoryStore::unreadableFolders(Locat
         [id = std::move(id)](SQLiteConnection& db) { return loadUnreadableFolders(db, id); });
 }
 
+std::future<InventorySample> HistoryStore::sampleInventory(LocationID id, std::size_t limit) {
+    return reader_->perform(
+        [id = std::move(id), limit](SQLiteConnection& db) { return brindle::sampleInventory(db, id, limit); });
+}
+
 std::future<CheckCommit> HistoryStore::commit(CheckRequest request) {
     return writer_->perform(
         [request = std::move(request)](SQLiteConnection& db) { return commitCheck(db, request); });

@@ -9,6 +9,7 @@
 #include "store/Commit.h"
 #include "store/DatabaseQueue.h"
 #include "store/EstimateRows.h"
+#include "store/InventorySample.h"
 #include "store/Migrations.h"
 #include "store/SQLiteError.h"
 
@@ -56,6 +57,9 @@ public:
     [[nodiscard]] std::future<std::vector<LocationRecord>> loadLocations();
     /// The folders that the last check could not read, by path.
     [[nodiscard]] std::future<std::vector<UnreadableFolder>> unreadableFolders(LocationID id);
+
+    /// About `limit` (above 0) of the files that the last check saw, spread evenly over their paths.
+    [[nodiscard]] std::future<InventorySample> sampleInventory(LocationID id, std::size_t limit);
 
     /// Runs one check, walk included, on the writer's queue; see commitCheck().
     [[nodiscard]] std::future<CheckCommit> commit(CheckRequest request);

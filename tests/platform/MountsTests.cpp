@@ -66,6 +66,7 @@ TEST(Mounts, KindsAreToldFromTheRow) {
         EXPECT_EQ(isLocal(*mount), kind != remote) << mount->target;
         EXPECT_EQ(isPseudo(*mount), kind == pseudo) << mount->target;
         EXPECT_EQ(isDrive(*mount), kind == drive) << mount->target;
+        EXPECT_EQ(isShare(*mount), kind == remote && mount->type != "fuse.gvfsd-fuse") << mount->target;
     }
 }
 

@@ -41,6 +41,8 @@ TEST(Overlap, TheNewFolderMeetsEveryLocationThatIsTracked) {
         {location("/media/stick/dcim", false), {Kind::same, {{"/media/STICK/DCIM"}}}},
         {location("/media/stick/dcim", true), {}},
         {location("/media/stick/dcim", false, "another"), {}},
+        {location("/srv/photos/stick", true, "another"), {}},  // mounted there: no walk of /srv sees it
+        {location("/", true, "another"), {}},
     };
     for (const auto& [added, expected] : cases)
         EXPECT_EQ(findOverlap(added, existing), expected) << added.path;

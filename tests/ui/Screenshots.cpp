@@ -1,18 +1,19 @@
 // Renders every page and state of the window to pictures, to be looked at.
 
+#include "app/EventLoop.h"
 #include "platform/TreeReader.h"
-#include "scan/LocationAccess.h"
-#include "support/HookedTree.h"
+#include "support/FakeTree.h"
 #include "support/TempHistory.h"
 #include "ui/DesktopApplication.h"
 #include "ui/Stage.h"
 
 #include <QDir>
 #include <QQuickStyle>
+#include <atomic>
+#include <chrono>
 #include <fmt/format.h>
-#include <fstream>
-#include <semaphore>
 #include <span>
+#include <thread>
 #include <vector>
 
 namespace brindle {
@@ -179,10 +180,86 @@ Scene unavailableScene() {
     return {"unavailable", std::move(settings), {{"screen", [](Stage&) {}}}};
 }
 
-Scene welcomeScene() {
+/// A disk on which a check stands still in the middle until it is let go.
+struct SlowDisk {
+    static constexpr int filesBefore = 48'128;
+
+    std::atomic<bool> isHeld = true;
+
+    [[nodiscard]] std::unique_ptr<const TreeSource> tree() {
+        auto tree = std::make_unique<FakeTree>();
+        tree->files(filesBefore + 2000, {.size = 351'000});
+        tree->beforeEvent = [this](int read) {
+            using namespace std::chrono_literals;
+            if (read == filesBefore) std::this_thread::sleep_for(2s);
+            while (isHeld && read > filesBefore + 300) std::this_thread::sleep_for(5ms);
+        };
+        return tree;
+    }
+};
+
+/// Chooses a folder as the user does, and waits for what comes of it.
+void include(Stage& stage, const std::string& name) {
+    LocationChoice& choice = *stage.mainWindow().setup().locations();
+    const int before = choice.chosen()->rowCount();
+    fs::create_directories(stage.folder().path() / "ann" / name);
+    choice.include((stage.folder().path() / "ann" / name).lexically_normal().string());
+    static_cast<void>(runUntil([&] {
+        return choice.chosen()->rowCount() > before || choice.message() != "" || choice.question() != "";
+    }));
+}
+
+Scene firstRunScene() {
     StageSettings settings{.isExample = false};
     settings.preferences.startupSetupCompleted = false;
-    return {"welcome", std::move(settings), {{"screen", [](Stage&) {}}}};
+    const auto disk = std::make_shared<SlowDisk>();
+    settings.trees = [disk] { return disk->tree(); };
+    const auto goOn = [](Stage& stage) { stage.mainWindow().setup().goOn(); };
+    const auto reach = [](Stage& stage, FirstCheckModel::State state) {
+        static_cast<void>(runUntil([&] { return stage.mainWindow().setup().check()->state() == state; }));
+    };
+    std::vector<View> views;
+    const auto add = [&](const char* name, std::function<void(Stage&)> go) {
+        views.push_back({name, std::move(go)});
+    };
+    add("welcome", [](Stage&) {});
+    add("nothing-chosen", goOn);
+    add("refused", [](Stage& stage) {
+        include(stage, "Documents");
+        include(stage, "Music");
+        include(stage, "Documents/Letters");
+    });
+    add("question", [](Stage& stage) { include(stage, ""); });
+    add("startup", [](Stage& stage) {
+        stage.mainWindow().setup().locations()->answer(false);
+        stage.mainWindow().setup().goOn();
+    });
+    add("running", [goOn](Stage& stage) {
+        goOn(stage);
+        static_cast<void>(
+            runUntil([&] { return stage.model().checking() && stage.model().checking()->filesSeen > 0; }));
+    });
+    add("stopped", [disk, reach](Stage& stage) {
+        stage.mainWindow().setup().check()->stop();
+        disk->isHeld = false;
+        reach(stage, FirstCheckModel::Stopped);
+    });
+    add("failed", [goOn, reach](Stage& stage) {
+        fs::remove_all(stage.folder().path() / "ann");
+        goOn(stage);
+        reach(stage, FirstCheckModel::Failed);
+    });
+    return {"first-run", std::move(settings), std::move(views)};
+}
+
+/// The first-run screens over a history that is there already.
+Scene setUpAgainScene() {
+    Scene scene = firstDayScene();
+    const auto goOn = [](Stage& stage) { stage.mainWindow().setup().goOn(); };
+    scene.name = "set-up-again";
+    scene.views = {
+        {"welcome", [](Stage& stage) { stage.model().showSetup(); }}, {"locations", goOn}, {"startup", goOn}};
+    return scene;
 }
 
 void render(const Scene& scene, const fs::path& folder) {
@@ -239,7 +316,7 @@ int run(std::span<char*> arguments) {
     const std::string only = arguments.size() > 2 ? arguments[2] : "";
     fs::create_directories(folder);
     for (const Scene& scene : {exampleScene(), firstDayScene(), firstWeekScene(), manyChangesScene(),
-                               unavailableScene(), welcomeScene()})
+                               unavailableScene(), firstRunScene(), setUpAgainScene()})
         if (only.empty() || scene.name == only) render(scene, folder);
     if (only.empty() || only == "settings") renderSettings(folder);
     return 0;
@@ -251,6 +328,7 @@ int run(std::span<char*> arguments) {
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
+    qputenv("HOME", "/home/ann");
     brindle::DesktopApplication application(argc, argv);
     try {
         return brindle::run(std::span(argv, static_cast<std::size_t>(argc)));

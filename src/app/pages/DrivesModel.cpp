@@ -30,7 +30,8 @@ std::vector<ListModel<DriveSpaceRow, std::string>::Role> driveRoles() {
 
 std::vector<ListModel<LocationDetailRow, std::string>::Role> locationRoles() {
     using Row = LocationDetailRow;
-    return {{"name", [](const Row& row) { return row.location.name; }},
+    return {{"location", [](const Row& row) { return QString::fromStdString(row.location.id); }},
+            {"name", [](const Row& row) { return row.location.name; }},
             {"path", [](const Row& row) { return row.location.path; }},
             {"status", [](const Row& row) { return row.location.state; }},
             {"size", [](const Row& row) { return row.location.size; }},
@@ -41,6 +42,9 @@ std::vector<ListModel<LocationDetailRow, std::string>::Role> locationRoles() {
             {"cloudOnly", [](const Row& row) { return row.cloudOnly; }},
             {"isTroubled", [](const Row& row) { return row.isTroubled; }},
             {"canShow", [](const Row& row) { return row.canShow; }},
+            {"canChooseAgain", [](const Row& row) { return row.canChooseAgain; }},
+            {"canStop", [](const Row& row) { return row.canStop; }},
+            {"canForget", [](const Row& row) { return row.canForget; }},
             {"isOpen", [](const Row& row) { return row.isOpen; }}};
 }
 
@@ -54,9 +58,10 @@ QString cloudOnlyText(const HistoryFigures* figures, const LocationID& id) {
 
 }  // namespace
 
-DrivesModel::DrivesModel(AppModel& model, QObject* parent)
+DrivesModel::DrivesModel(AppModel& model, Tracking& tracking, QObject* parent)
     : QObject(parent),
       model_(model),
+      actions_(model, tracking),
       drives_([](const DriveSpaceRow& row) { return row.drive.id; }, driveRoles()),
       locations_([](const LocationDetailRow& row) { return row.location.id; }, locationRoles()),
       unreadable_([](const UnreadableRow& row) { return row.relativePath; },
@@ -72,6 +77,7 @@ DrivesModel::DrivesModel(AppModel& model, QObject* parent)
                   QString::fromStdString(failureSentence(error, model_.options().dataDirectory)));
           }) {
     connect(&model, &AppModel::historyChanged, this, &DrivesModel::update);
+    connect(&actions_, &LocationActionsModel::offeredChanged, this, &DrivesModel::showLocations);
     update();
 }
 
@@ -119,12 +125,17 @@ void DrivesModel::showLocations() {
     for (LocationRow& location : locationRows(history, figures, calendar)) {
         const auto& known = *std::ranges::find(tracked, LocationID{location.id}, &TrackedLocation::id);
         const auto drive = std::ranges::find(history.volumes, known.volumeID, &VolumeReading::id);
+        const bool isTroubled =
+            known.status == LocationStatus::disconnected || known.status == LocationStatus::needsAccess;
         LocationDetailRow row{
             .driveName = drive == history.volumes.end() ? QString() : shownName(drive->name),
             .cloudOnly = cloudOnlyText(figures, known.id),
-            .isTroubled =
-                known.status == LocationStatus::disconnected || known.status == LocationStatus::needsAccess,
+            .isTroubled = isTroubled,
             .canShow = !history.isExample && known.status != LocationStatus::disconnected,
+            // A drive is found again by being there.
+            .canChooseAgain = actions_.isOffered() && isTroubled && known.kind == LocationKind::folder,
+            .canStop = actions_.isOffered() && known.lastCheck,
+            .canForget = actions_.isOffered() && !known.lastCheck,
             .isOpen = location.id == openLocation_ && !location.unreadable.isEmpty()};
         if (known.lastCheck) {
             row.sizeExact = QString::fromStdString(exactByteAmount(known.trackedBytes));

@@ -5,6 +5,7 @@
 #include "app/ListModel.h"
 #include "app/PageLists.h"
 #include "app/pages/DriveOutlook.h"
+#include "app/pages/LocationActionsModel.h"
 
 #include <QAbstractListModel>
 #include <QObject>
@@ -33,11 +34,14 @@ struct DriveSpaceRow {
 struct LocationDetailRow {
     LocationRow location;
     QString sizeExact;
-    QString driveName;        // empty where it is not known
-    QString cloudOnly;        // the line about files that are elsewhere; empty where there are none
-    bool isTroubled = false;  // it cannot be checked now
-    bool canShow = false;     // there is a folder to show in the file manager
-    bool isOpen = false;      // the folders that could not be read are shown
+    QString driveName;            // empty where it is not known
+    QString cloudOnly;            // the line about files that are elsewhere; empty where there are none
+    bool isTroubled = false;      // it cannot be checked now
+    bool canShow = false;         // there is a folder to show in the file manager
+    bool canChooseAgain = false;  // it is not found, or may not be read
+    bool canStop = false;         // what was recorded of it would stay
+    bool canForget = false;       // nothing was recorded of it yet
+    bool isOpen = false;          // the folders that could not be read are shown
 
     bool operator==(const LocationDetailRow&) const = default;
 };
@@ -59,16 +63,19 @@ class DrivesModel : public QObject {
     Q_PROPERTY(QAbstractListModel* locations READ locations CONSTANT)
     Q_PROPERTY(bool hasLocations READ hasLocations NOTIFY changed)
     Q_PROPERTY(QString emptySentence READ emptySentence CONSTANT)
+    Q_PROPERTY(brindle::LocationActionsModel* actions READ actions CONSTANT)
     Q_PROPERTY(QAbstractListModel* unreadable READ unreadable CONSTANT)
     Q_PROPERTY(QString moreUnreadable READ moreUnreadable NOTIFY changed)
 
 public:
-    explicit DrivesModel(AppModel& model, QObject* parent = nullptr);
+    /// Both outlive it.
+    DrivesModel(AppModel& model, Tracking& tracking, QObject* parent = nullptr);
 
     [[nodiscard]] QAbstractListModel* drives() { return &drives_; }
     [[nodiscard]] QAbstractListModel* locations() { return &locations_; }
     [[nodiscard]] bool hasLocations() const { return locations_.rowCount() > 0; }
     [[nodiscard]] QString emptySentence() const;
+    [[nodiscard]] LocationActionsModel* actions() { return &actions_; }
     /// Of the location whose list is open: the first ones, by path.
     [[nodiscard]] QAbstractListModel* unreadable() { return &unreadable_; }
     /// How many more there are; empty when all are shown.
@@ -91,6 +98,7 @@ private:
     void readOutlooks();
 
     AppModel& model_;
+    LocationActionsModel actions_;
     ListModel<DriveSpaceRow, std::string> drives_;
     ListModel<LocationDetailRow, std::string> locations_;
     ListModel<UnreadableRow, std::string> unreadable_;

@@ -18,6 +18,7 @@ QString text(const std::string& text) {
 
 WindowModel::WindowModel(AppModel& model, QObject* parent) : QObject(parent), model_(model) {
     connect(&model, &AppModel::modeChanged, this, &WindowModel::screenChanged);
+    connect(&model, &AppModel::setupShownChanged, this, &WindowModel::screenChanged);
     connect(&model, &AppModel::modeChanged, this, &WindowModel::statusChanged);
     connect(&model, &AppModel::historyChanged, this, &WindowModel::statusChanged);
     connect(&model, &AppModel::checkingChanged, this, &WindowModel::statusChanged);
@@ -32,19 +33,9 @@ WindowModel::WindowModel(AppModel& model, QObject* parent) : QObject(parent), mo
 }
 
 WindowModel::Screen WindowModel::screen() const {
-    const auto* plain = std::get_if<PlainMode>(&model_.mode());
-    if (plain == nullptr) return Unavailable;
-    switch (*plain) {
-        case PlainMode::starting:
-            return Starting;
-        case PlainMode::onboarding:
-        case PlainMode::setup:
-            return FirstRun;
-        case PlainMode::example:
-        case PlainMode::tracking:
-            break;
-    }
-    return Pages;
+    if (std::holds_alternative<ModeUnavailable>(model_.mode())) return Unavailable;
+    if (model_.mode() == AppMode(PlainMode::starting)) return Starting;
+    return model_.isSetupShown() ? FirstRun : Pages;
 }
 
 QString WindowModel::unavailableReason() const {
@@ -54,6 +45,10 @@ QString WindowModel::unavailableReason() const {
 
 bool WindowModel::isExample() const {
     return model_.mode() == AppMode(PlainMode::example);
+}
+
+bool WindowModel::canShowSetup() const {
+    return canShowOwnHistory() && hasPages();
 }
 
 void WindowModel::setPage(int page) {

@@ -17,6 +17,7 @@ class WindowModel : public QObject {
     Q_PROPERTY(bool isExample READ isExample NOTIFY screenChanged)
     Q_PROPERTY(bool hasPages READ hasPages NOTIFY screenChanged)
     Q_PROPERTY(bool canShowOwnHistory READ canShowOwnHistory CONSTANT)
+    Q_PROPERTY(bool canShowSetup READ canShowSetup NOTIFY screenChanged)
     Q_PROPERTY(int page READ page WRITE setPage NOTIFY pageChanged)
     Q_PROPERTY(QStringList pageTitles READ pageTitles CONSTANT)
     Q_PROPERTY(bool isChecking READ isChecking NOTIFY statusChanged)
@@ -42,6 +43,8 @@ public:
     [[nodiscard]] bool isExample() const;
     [[nodiscard]] bool hasPages() const { return screen() == Pages; }
     [[nodiscard]] bool canShowOwnHistory() const { return model_.options().trackingEnabled; }
+    /// The first-run screens can be opened; they are not open yet.
+    [[nodiscard]] bool canShowSetup() const;
 
     /// The place of the shown page in pageTitles().
     [[nodiscard]] int page() const { return static_cast<int>(model_.selection()->destination()); }
@@ -69,6 +72,7 @@ public:
     Q_INVOKABLE void moveDay(int days) { model_.selection()->moveDay(days); }
     Q_INVOKABLE void showExample() { model_.showExample(); }
     Q_INVOKABLE void showOwnHistory() { model_.showOwnHistory(); }
+    Q_INVOKABLE void showSetup() { model_.showSetup(); }
     Q_INVOKABLE void retryOpening() { model_.retryOpening(); }
     Q_INVOKABLE void showHistoryFolder();
     Q_INVOKABLE void showSettings() { Q_EMIT settingsRequested(); }

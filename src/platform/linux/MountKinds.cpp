@@ -50,6 +50,9 @@ constexpr std::array pseudoTypes{
 constexpr std::array driveless{"cramfs"sv,  "erofs"sv, "fuse.snapfuse"sv, "fuse.squashfuse"sv,
                                "overlay"sv, "ramfs"sv, "squashfs"sv,      "tmpfs"sv};
 
+// Folders in which a desktop gathers what it shows of other computers.
+constexpr std::array shelves{"fuse.gvfs-fuse-daemon"sv, "fuse.gvfsd-fuse"sv, "fuse.kio-fuse"sv};
+
 bool isOneOf(std::string_view text, const auto& list) {
     return std::ranges::find(list, text) != list.end();
 }
@@ -103,6 +106,11 @@ bool isDrive(const Mount& mount) {
         return false;
     // Some systems start from a folder of the drive; for them that is the drive.
     return mount.root == wholeRoot(mount) || mount.target == "/";
+}
+
+bool isShare(const Mount& mount) {
+    return !isLocal(mount) && !isPseudo(mount) && !isOneOf(mount.type, shelves) &&
+           !hasOption(mount, "x-gvfs-hide");
 }
 
 bool sharesPool(const Mount& mount) {

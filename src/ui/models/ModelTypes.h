@@ -6,9 +6,13 @@
 #include "app/pages/DrivesModel.h"
 #include "app/pages/ExplorerModel.h"
 #include "app/pages/ExportModel.h"
+#include "app/pages/FirstCheckModel.h"
+#include "app/pages/LocationActionsModel.h"
+#include "app/pages/LocationChoice.h"
 #include "app/pages/OverviewModel.h"
 #include "app/pages/ScopeModel.h"
 #include "app/pages/SettingsModel.h"
+#include "app/pages/SetupModel.h"
 #include "app/pages/StartupChoices.h"
 #include "app/pages/StorageHistoryModel.h"
 #include "app/pages/TrendsModel.h"
@@ -70,6 +74,13 @@ struct DrivesModelType {
     QML_UNCREATABLE("made with the program")
 };
 
+struct LocationActionsModelType {
+    Q_GADGET
+    QML_FOREIGN(brindle::LocationActionsModel)
+    QML_NAMED_ELEMENT(LocationActionsModel)
+    QML_UNCREATABLE("made with the program")
+};
+
 struct OverviewModelType {
     Q_GADGET
     QML_FOREIGN(brindle::OverviewModel)
@@ -81,6 +92,27 @@ struct SettingsModelType {
     Q_GADGET
     QML_FOREIGN(brindle::SettingsModel)
     QML_NAMED_ELEMENT(SettingsModel)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct FirstCheckModelType {
+    Q_GADGET
+    QML_FOREIGN(brindle::FirstCheckModel)
+    QML_NAMED_ELEMENT(FirstCheckModel)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct LocationChoiceType {
+    Q_GADGET
+    QML_FOREIGN(brindle::LocationChoice)
+    QML_NAMED_ELEMENT(LocationChoice)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct SetupModelType {
+    Q_GADGET
+    QML_FOREIGN(brindle::SetupModel)
+    QML_NAMED_ELEMENT(SetupModel)
     QML_UNCREATABLE("made with the program")
 };
 

@@ -10,6 +10,7 @@ Card {
 
     required property DrivesModel model
     required property int index
+    required property string location
     required property string name
     required property string path
     required property string status
@@ -21,6 +22,9 @@ Card {
     required property string cloudOnly
     required property bool isTroubled
     required property bool canShow
+    required property bool canChooseAgain
+    required property bool canStop
+    required property bool canForget
     required property bool isOpen
 
     readonly property bool isWide: root.width >= Theme.scaled(760)
@@ -115,17 +119,40 @@ Card {
         Layout.fillWidth: true
         Layout.topMargin: Theme.gapTiny
         spacing: Theme.gapSmall
-        visible: root.canShow || root.unreadable.length > 0
+        visible: root.canShow || root.canStop || root.canForget || root.unreadable.length > 0
 
         PushButton {
+            Accessible.description: root.name
             text: Catalogue.translated("Show in Files")
             visible: root.canShow
 
             onClicked: root.model.showInFiles(root.index)
         }
         PushButton {
+            Accessible.description: root.name
+            text: Catalogue.translated("Choose Again…")
+            visible: root.canChooseAgain
+
+            onClicked: root.model.actions.chooseAgain(root.location)
+        }
+        PushButton {
+            Accessible.description: root.name
+            text: Catalogue.translated("Stop Tracking…")
+            visible: root.canStop
+
+            onClicked: root.model.actions.stopTracking(root.location)
+        }
+        PushButton {
+            Accessible.description: root.name
+            text: Catalogue.translated("Forget…")
+            visible: root.canForget
+
+            onClicked: root.model.actions.forget(root.location)
+        }
+        PushButton {
             Accessible.checkable: true
             Accessible.checked: root.isOpen
+            Accessible.description: root.name
             text: root.unreadable
             visible: root.unreadable.length > 0
 

@@ -8,7 +8,8 @@ T.Button {
 
     property bool isDefault: false
 
-    implicitWidth: Math.max(Theme.scaled(72), implicitContentWidth + leftPadding + rightPadding)
+    // Whole, or a layout that rounds it down would break the line.
+    implicitWidth: Math.max(Theme.scaled(72), Math.ceil(implicitContentWidth) + leftPadding + rightPadding)
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     verticalPadding: Theme.gapSmall
     horizontalPadding: Theme.gap
@@ -16,8 +17,9 @@ T.Button {
     hoverEnabled: true
     Accessible.name: root.text
     Accessible.onPressAction: root.clicked()
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
+    // A key that is held down is one press, whatever takes the button's place meanwhile.
+    Keys.onReturnPressed: event => event.isAutoRepeat || root.clicked()
+    Keys.onEnterPressed: event => event.isAutoRepeat || root.clicked()
 
     contentItem: Text {
         text: root.text

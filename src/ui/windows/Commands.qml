@@ -22,6 +22,7 @@ Item {
     readonly property alias previousDay: previousDay
     readonly property alias nextDay: nextDay
     readonly property alias history: history
+    readonly property alias setup: setup
 
     signal aboutRequested
     signal closeRequested
@@ -115,6 +116,12 @@ Item {
         text: root.model.isExample ? Catalogue.translated("Show Your History") : Catalogue.translated("Show Example History")
         enabled: !root.model.isExample || root.model.canShowOwnHistory
         onTriggered: root.model.isExample ? root.model.showOwnHistory() : root.model.showExample()
+    }
+    Action {
+        id: setup
+        text: Catalogue.translated("Set Up Brindle")
+        enabled: root.model.canShowSetup
+        onTriggered: root.model.showSetup()
     }
     Repeater {
         model: root.model.pageTitles

@@ -59,6 +59,9 @@ CommandMenu {
         action: root.commands.history
     }
     CommandMenuItem {
+        action: root.commands.setup
+    }
+    CommandMenuItem {
         action: root.commands.settings
     }
     CommandMenuItem {

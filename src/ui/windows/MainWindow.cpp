@@ -14,15 +14,21 @@ MainWindow::MainWindow(AppModel& model, Reveal& reveal, QObject* parent)
       activity_(model),
       storageHistory_(model),
       trends_(model),
-      drives_(model),
+      tracking_(model),
+      drives_(model, tracking_),
       exporter_(model),
       about_(model),
       startup_(model),
       settingsModel_(model, startup_),
-      settingsWindow_(settingsModel_, windowModel_) {
+      settingsWindow_(settingsModel_, windowModel_),
+      setup_(model, tracking_) {
     connect(&windowModel_, &WindowModel::revealRequested, &reveal, &Reveal::show);
     connect(&reveal, &Reveal::failed, &windowModel_, &WindowModel::revealFailed);
     connect(&drives_, &DrivesModel::revealRequested, &reveal, &Reveal::show);
+    connect(drives_.actions(), &LocationActionsModel::folderRequested, &folderDialog_, &FolderDialog::open);
+    connect(&folderDialog_, &FolderDialog::chosen, drives_.actions(), &LocationActionsModel::takeFolder);
+    connect(setup_.locations(), &LocationChoice::folderRequested, &setupFolderDialog_, &FolderDialog::open);
+    connect(&setupFolderDialog_, &FolderDialog::chosen, setup_.locations(), &LocationChoice::include);
     connect(&exporter_, &ExportModel::revealRequested, &reveal, &Reveal::show);
     connect(&settingsModel_, &SettingsModel::revealRequested, &reveal, &Reveal::show);
     connect(&windowModel_, &WindowModel::settingsRequested, this, &MainWindow::showSettings);
@@ -63,7 +69,9 @@ void MainWindow::create() {
                                    {"trends", QVariant::fromValue(&trends_)},
                                    {"drives", QVariant::fromValue(&drives_)},
                                    {"exporter", QVariant::fromValue(&exporter_)},
-                                   {"about", QVariant::fromValue(&about_)}});
+                                   {"about", QVariant::fromValue(&about_)},
+                                   {"setup", QVariant::fromValue(&setup_)},
+                                   {"startup", QVariant::fromValue(&startup_)}});
     engine_->load(QUrl("qrc:/qt/qml/Brindle/Windows/MainWindow.qml"));
     window_ = engine_->rootObjects().isEmpty() ? nullptr
                                                : qobject_cast<QQuickWindow*>(engine_->rootObjects().first());

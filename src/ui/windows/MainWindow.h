@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/AppModel.h"
+#include "app/Tracking.h"
 #include "app/desktop/Reveal.h"
 #include "app/pages/AboutModel.h"
 #include "app/pages/ActivityModel.h"
@@ -8,12 +9,14 @@
 #include "app/pages/ExportModel.h"
 #include "app/pages/OverviewModel.h"
 #include "app/pages/SettingsModel.h"
+#include "app/pages/SetupModel.h"
 #include "app/pages/StartupChoices.h"
 #include "app/pages/StorageHistoryModel.h"
 #include "app/pages/TrendsModel.h"
 #include "app/pages/WindowModel.h"
 #include "ui/settings/SettingsWindow.h"
 #include "ui/theme/Appearance.h"
+#include "ui/windows/FolderDialog.h"
 #include "ui/windows/FrameKeeper.h"
 #include "ui/windows/SaveDialog.h"
 
@@ -25,8 +28,8 @@
 
 namespace brindle {
 
-/// The main window with the models of its pages, and the settings window beside it. It is made when it is first shown, and hidden rather than
-/// destroyed when it is closed.
+/// The main window with the models of its pages, and the settings window beside it. Each is made when it is
+/// first shown, and hidden rather than destroyed when it is closed.
 /// Thread: main.
 class MainWindow : public QObject {
     Q_OBJECT
@@ -50,6 +53,7 @@ public:
     [[nodiscard]] Appearance& appearance() { return appearance_; }
     [[nodiscard]] StartupChoices& startup() { return startup_; }
     [[nodiscard]] SettingsWindow& settings() { return settingsWindow_; }
+    [[nodiscard]] SetupModel& setup() { return setup_; }
 
 Q_SIGNALS:
     /// The user wants the program to end.
@@ -65,13 +69,17 @@ private:
     ActivityModel activity_;
     StorageHistoryModel storageHistory_;
     TrendsModel trends_;
+    Tracking tracking_;
     DrivesModel drives_;
+    FolderDialog folderDialog_;
     ExportModel exporter_;
     SaveDialog saveDialog_{exporter_};
     AboutModel about_;
     StartupChoices startup_;
     SettingsModel settingsModel_;
     SettingsWindow settingsWindow_;
+    SetupModel setup_;
+    FolderDialog setupFolderDialog_;
     std::unique_ptr<QQmlApplicationEngine> engine_;  // goes before the models that its objects show
     QQuickWindow* window_ = nullptr;                 // the engine's
     std::unique_ptr<FrameKeeper> frame_;

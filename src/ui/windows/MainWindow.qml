@@ -4,6 +4,7 @@ import QtQuick.Window
 import Brindle.Models
 import Brindle.Pages
 import Brindle.Parts
+import Brindle.Setup
 import Brindle.Theme
 
 // One page at a time under the navigation, above the status bar; what is to be said in between.
@@ -18,6 +19,8 @@ Window {
     required property DrivesModel drives
     required property ExportModel exporter
     required property AboutModel about
+    required property SetupModel setup
+    required property StartupChoices startup
 
     readonly property int widthClass: width < 1100 ? 0 : width < 1440 ? 1 : 2
 
@@ -60,6 +63,11 @@ Window {
                 visible: root.model.canShowOwnHistory
                 onClicked: root.model.showOwnHistory()
             }
+            PushButton {
+                text: Catalogue.translated("Set up Brindle")
+                visible: root.model.canShowOwnHistory
+                onClicked: root.model.showSetup()
+            }
         }
         Banner {
             text: root.model.note
@@ -74,7 +82,7 @@ Window {
         }
         Loader {
             id: screen
-            sourceComponent: root.model.screen === WindowModel.Pages ? pageOf(root.model.page) : root.model.screen === WindowModel.Unavailable ? unavailable : root.model.screen === WindowModel.FirstRun ? welcome : null
+            sourceComponent: root.model.screen === WindowModel.Pages ? pageOf(root.model.page) : root.model.screen === WindowModel.Unavailable ? unavailable : root.model.screen === WindowModel.FirstRun ? firstRun : null
             Layout.fillWidth: true
             Layout.fillHeight: true
 
@@ -131,14 +139,19 @@ Window {
         }
     }
     Component {
-        id: welcome
-        WelcomeScreen {
-            model: root.model
+        id: firstRun
+        SetupView {
+            model: root.setup
+            startup: root.startup
+            widthClass: root.widthClass
         }
     }
 
     ExportDialogs {
         model: root.exporter
+    }
+    LocationDialogs {
+        model: root.drives.actions
     }
     AboutSheet {
         id: aboutSheet

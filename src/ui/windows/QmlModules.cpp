@@ -8,6 +8,7 @@ Q_IMPORT_PLUGIN(Brindle_ModelsPlugin)
 Q_IMPORT_PLUGIN(Brindle_PagesPlugin)
 Q_IMPORT_PLUGIN(Brindle_PartsPlugin)
 Q_IMPORT_PLUGIN(Brindle_SettingsPlugin)
+Q_IMPORT_PLUGIN(Brindle_SetupPlugin)
 Q_IMPORT_PLUGIN(Brindle_ThemePlugin)
 Q_IMPORT_PLUGIN(Brindle_WindowsPlugin)
 

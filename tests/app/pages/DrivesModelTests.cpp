@@ -45,7 +45,7 @@ TEST(DrivesModel, ADrivesUsedSpaceIsDividedAndItsOutlookFollows) {
     history->known.breakdowns["drive"] =
         spaceBreakdown(latest, {.allocatedBytes = 500 * GB, .trashBytes = 20 * GB});
 
-    DrivesModel page(shown.model());
+    DrivesModel page(shown.model(), shown.tracking());
     EXPECT_FALSE(page.hasLocations());
     ASSERT_TRUE(shown.show(history));
     EXPECT_THAT(texts(*page.drives(), "used"), ElementsAre("750.0 GB"));
@@ -77,7 +77,7 @@ TEST(DrivesModel, ALocationTellsItsStateAndItsUnreadableFoldersOnDemand) {
 
     ShownHistory shown;
     ASSERT_TRUE(shown.open(stored.directory()));
-    DrivesModel page(shown.model());
+    DrivesModel page(shown.model(), shown.tracking());
     EXPECT_THAT(texts(*page.locations(), "status"),
                 ElementsAre("Full access", "Disconnected", "Full access"));
     EXPECT_THAT(texts(*page.locations(), "size"), ElementsAre("1.2 MB", "1 byte", ""));
@@ -112,7 +112,7 @@ TEST(DrivesModel, NothingOfTheExampleIsInTheFileManager) {
     history->known.today = today;
     history->known.isExample = true;
     history->include("home", "Home", today);
-    DrivesModel page(shown.model());
+    DrivesModel page(shown.model(), shown.tracking());
     ASSERT_TRUE(shown.show(history));
     EXPECT_THAT(numbers(*page.locations(), "canShow"), ElementsAre(0));
     EXPECT_THAT(page.drives()->rowCount(), 0);

@@ -3,6 +3,7 @@
 #include "app/AppModel.h"
 #include "app/EventLoop.h"
 #include "app/RecordingLoginItem.h"
+#include "app/Tracking.h"
 #include "support/TempHistory.h"
 
 #include <memory>
@@ -42,7 +43,18 @@ public:
         return runUntil([&] { return model().mode() != AppMode(PlainMode::starting); });
     }
 
+    /// What changes the tracked locations, made at the first call.
+    [[nodiscard]] Tracking& tracking() {
+        if (!tracking_) tracking_ = std::make_unique<Tracking>(model());
+        return *tracking_;
+    }
+
+    /// Waits for the changes that are being made.
+    void endTracking() { tracking_.reset(); }
+
     void setNow(UnixTime now) { now_ = now; }
+    /// What checks walk; before the model is made.
+    void setTrees(std::function<std::unique_ptr<const TreeSource>()> trees) { trees_ = std::move(trees); }
 
 private:
     class NoAlarm : public Alarm {
@@ -61,7 +73,8 @@ private:
                      .settingsFile = SettingsFile(settings),
                      .session = {.dataDirectory = directory_,
                                  .now = [this] { return now_; },
-                                 .calendar = [calendar = Calendar("en_US", "UTC")] { return calendar; }},
+                                 .calendar = [calendar = Calendar("en_US", "UTC")] { return calendar; },
+                                 .trees = trees_},
                      .alarm = std::make_unique<NoAlarm>(),
                      .uptime = [] { return Schedule::Moment(0); },
                      .loginItem = std::make_unique<RecordingLoginItem>(),
@@ -80,8 +93,10 @@ private:
     TempFolder folder_;
     std::string directory_ = (folder_.path() / "data").string();
     UnixTime now_;
+    std::function<std::unique_ptr<const TreeSource>()> trees_ = [] { return makeTreeSource(); };
     std::shared_ptr<HistorySource> source_;
     std::unique_ptr<AppModel> model_;
+    std::unique_ptr<Tracking> tracking_;
 };
 
 }  // namespace brindle

@@ -114,7 +114,7 @@ TEST(DrivesPage, ALocationIsShownAndItsUnreadableFoldersAreOpenedByTheKeyboard) 
     stored.close();
     ShownHistory shown;
     ASSERT_TRUE(shown.open(stored.directory()));
-    DrivesModel drives(shown.model());
+    DrivesModel drives(shown.model(), shown.tracking());
     std::vector<std::string> revealed;
     QObject::connect(&drives, &DrivesModel::revealRequested,
                      [&](const std::string& path) { revealed.push_back(path); });
