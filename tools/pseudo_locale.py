@@ -17,6 +17,8 @@ import project
 ACCENTED = str.maketrans("aceinouyACEINOUY", "áçéíñóúýÁÇÉÍÑÓÚÝ")
 # What a text keeps: the places of its values.
 KEPT = re.compile(r"(\{[^}]*\}|%\d|&\w+;)")
+# All of its strings are texts.
+PLATFORM_TEXTS = "src/model/PlatformText.h"
 PLURAL_FORMS = "nplurals=2; plural=n != 1;"
 
 
@@ -33,12 +35,14 @@ def pseudo(text):
 def extracted(top, template):
     """The texts of the C++ and QML files, as xgettext finds them, in the template file."""
     sources = [str(file) for file in project.files(top) if file.parts[0] == "src" and file.suffix in (".h", ".cpp", ".qml")]
-    for language, endings in (("C++", (".h", ".cpp")), ("JavaScript", (".qml",))):
-        subprocess.run(
-            ["xgettext", f"--language={language}", "--from-code=UTF-8", "--keyword", "--keyword=translated:1",
-             "--keyword=translatedCount:1,2", "--join-existing", f"--output={template}", "--no-location",
-             *(source for source in sources if source.endswith(endings))],
-            cwd=top, check=True, stderr=subprocess.DEVNULL)
+    keywords = ("--keyword", "--keyword=translated:1", "--keyword=translatedCount:1,2")
+    by_language = (("C++", keywords, [source for source in sources if source.endswith((".h", ".cpp"))]),
+                   ("JavaScript", keywords, [source for source in sources if source.endswith(".qml")]),
+                   ("C++", ("--extract-all",), [PLATFORM_TEXTS]))
+    for language, options, files in by_language:
+        subprocess.run(["xgettext", f"--language={language}", "--from-code=UTF-8", *options, "--join-existing",
+                        f"--output={template}", "--no-location", *files],
+                       cwd=top, check=True, stderr=subprocess.DEVNULL)
 
 
 def unquoted(lines):

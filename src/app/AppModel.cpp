@@ -44,7 +44,10 @@ AppModel::~AppModel() = default;
 
 void AppModel::connectParts() {
     connect(&session_, &HistorySession::openingChanged, this, &AppModel::openingChanged);
-    connect(&session_, &HistorySession::opened, &session_, &HistorySession::reloadFigures);
+    connect(&session_, &HistorySession::opened, this, [this] {
+        areEstimatesSettled_ = false;
+        session_.reloadFigures();
+    });
     connect(&session_, &HistorySession::failed, this, [this](const QString& sentence) {
         if (!isExampleShown()) setMode(ModeUnavailable{sentence.toStdString()});
     });
@@ -172,6 +175,13 @@ void AppModel::take(const HistoryFigures& figures) {
     else if (!isExampleShown())
         show(own_.snapshot);
     if (std::exchange(isRunOver_, false)) schedule_.runEnded();
+    if (!std::exchange(areEstimatesSettled_, true)) settleEstimates();
+}
+
+// The user may have switched them while the history was not open.
+void AppModel::settleEstimates() {
+    const bool shows = settings_.showsEstimates();
+    if (shows || !own_.snapshot.estimates.empty()) session_.setEstimatesEnabled(shows);
 }
 
 void AppModel::show(HistorySnapshot snapshot) {

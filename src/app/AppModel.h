@@ -178,6 +178,7 @@ private:
     void chooseMode();
     void returnToOwnHistory();
     void take(const HistoryFigures& figures);
+    void settleEstimates();
     void show(HistorySnapshot snapshot);
     void reloadDetails();
 
@@ -208,6 +209,7 @@ private:
     int dayChangesRevision_ = 0;
     std::optional<CheckRunSummary> lastRun_;
     bool isRunOver_ = false;  // its figures are still to come
+    bool areEstimatesSettled_ = false;
 
     HistorySession session_;
     Schedule schedule_;

@@ -65,6 +65,12 @@ std::string aboutSentence() {
     return translated("Automatic updates aren't available in this build.");
 }
 
+std::string installSentence() {
+    return translated(
+        "An update installs only when you choose it. If a storage check is running, Brindle restarts after "
+        "it finishes.");
+}
+
 std::string settingsSentence(UpdateController::Unavailable reason) {
     if (reason == UpdateController::Unavailable::developmentBuild)
         return translated("Updates are off in development builds, so they never replace themselves.");

@@ -66,6 +66,8 @@ private:
 
 /// For the about window.
 [[nodiscard]] std::string aboutSentence();
+/// What installing an update means, for the settings and the about window.
+[[nodiscard]] std::string installSentence();
 /// For the settings.
 [[nodiscard]] std::string settingsSentence(UpdateController::Unavailable reason);
 

@@ -1,6 +1,7 @@
 #include "app/EventLoop.h"
 #include "app/UpdateController.h"
 #include "app/UpdateServer.h"
+#include "app/pages/UpdateSettings.h"
 #include "platform/WholeFile.h"
 #include "support/Program.h"
 #include "support/TempFolder.h"
@@ -382,6 +383,36 @@ TEST_F(Updates, AreLookedForOnceADay) {
     QObject::connect(updates_.get(), &UpdateController::noted, [&note](const QString& said) { note = said; });
     updates_->setChecksAutomatically(false);
     EXPECT_TRUE(runUntil([&note] { return note.contains("symbolic link"); }));
+    EXPECT_FALSE(updates_->checksAutomatically());
+}
+
+TEST_F(Updates, AreSeenAndActedOnInTheSettings) {
+    UpdateSettings settings(*updates_);
+    EXPECT_TRUE(settings.isAvailable());
+    EXPECT_TRUE(settings.checksAutomatically());
+    EXPECT_EQ(settings.message(), "");
+    EXPECT_FALSE(settings.hasUpdate() || settings.canInstall());
+
+    settings.checkNow();
+    EXPECT_EQ(settings.message(), "Checking for updates…");
+    EXPECT_FALSE(settings.canCheckNow());
+    static_cast<void>(ended());
+    EXPECT_EQ(settings.message(), "Brindle 1.1.0 is ready to install.");
+    EXPECT_TRUE(settings.canInstall());
+    EXPECT_EQ(settings.installTitle(), "Install Brindle 1.1.0");
+
+    isBusy_ = true;
+    settings.install();
+    static_cast<void>(ended());
+    EXPECT_EQ(settings.message(), "Brindle 1.1.0 will be installed when the check has finished.");
+    EXPECT_TRUE(settings.hasUpdate());
+    EXPECT_FALSE(settings.canInstall()) << "it is to be installed already";
+    isBusy_ = false;
+    updates_->runPostponedInstall();
+    ASSERT_TRUE(runUntil([&] { return !installer_->contents.empty(); }));
+
+    settings.setChecksAutomatically(false);
+    start();
     EXPECT_FALSE(updates_->checksAutomatically());
 }
 

@@ -235,7 +235,7 @@ Rectangle {
                     spacing: Theme.gapSmall
 
                     Repeater {
-                        model: ["chevron-left", "chevron-right", "chevron-down", "search", "close", "folder", "file", "drive", "warning", "pin", "arrow-up", "arrow-down", "export", "clock", "check", "menu"]
+                        model: ["chevron-left", "chevron-right", "chevron-down", "search", "close", "folder", "file", "drive", "warning", "pin", "arrow-up", "arrow-down", "export", "clock", "check", "menu", "paintbrush", "power", "hand-raised", "update"]
 
                         Symbol {
                             required property string modelData

@@ -178,12 +178,24 @@ TEST_F(PartsTest, WhatIsTypedIsLookedForAndEscapeEmptiesIt) {
 }
 
 TEST_F(PartsTest, AListOfChoicesOpensAndCloses) {
-    scene_.item("choice").forceActiveFocus(Qt::TabFocusReason);
+    QQuickItem& choice = scene_.item("choice");
+    const auto isOpen = [&] {
+        return choice.property("popup").value<QObject*>()->property("visible").toBool();
+    };
+    choice.forceActiveFocus(Qt::TabFocusReason);
     scene_.press(Qt::Key_Return);
+    EXPECT_TRUE(isOpen());
     scene_.press(Qt::Key_Down);
     scene_.press(Qt::Key_Return);
+    EXPECT_FALSE(isOpen());
     EXPECT_EQ(heard(), "choice 1");
-    EXPECT_EQ(name(scene_.item("choice")), "Sort: Name");
+    EXPECT_EQ(name(choice), "Sort: Name");
+    scene_.press(Qt::Key_Space);
+    EXPECT_TRUE(isOpen());
+    scene_.press(Qt::Key_Down);
+    scene_.press(Qt::Key_Escape);
+    EXPECT_FALSE(isOpen());
+    EXPECT_EQ(name(choice), "Sort: Name") << "nothing was chosen";
 }
 
 TEST_F(PartsTest, ADialogHasTheKeyboardUntilEscapeClosesIt) {

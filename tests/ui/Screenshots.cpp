@@ -91,6 +91,8 @@ Scene exampleScene() {
         stage.model().selection()->setDestination(Destination::activity);
         stage.model().prepareExport();
     });
+    add("about",
+        [](Stage& stage) { QMetaObject::invokeMethod(stage.window().findChild<QObject*>("about"), "open"); });
     return {"example", {}, std::move(views)};
 }
 
@@ -346,6 +348,35 @@ void render(const Scene& scene, const fs::path& folder) {
     }
 }
 
+/// Every section of the settings, at the smallest size and at the one that it opens with.
+void renderSettings(const fs::path& folder) {
+    StageSettings settings = firstWeekScene().settings;
+    settings.hasUpdates = true;
+    Stage stage(settings);
+    stage.model().updates()->checkForUpdates();
+    stage.mainWindow().showSettings();
+    QQuickWindow& window = *stage.mainWindow().settings().window();
+    auto& model = *window.property("model").value<SettingsModel*>();
+    const QSize usual = window.size();
+    for (const auto section : {SettingsModel::Appearance, SettingsModel::StorageChecks,
+                               SettingsModel::Startup, SettingsModel::Privacy, SettingsModel::Updates})
+        for (const bool isSmallest : {false, true})
+            for (const AppearanceMode appearance : {AppearanceMode::dark, AppearanceMode::light})
+                for (const TextSize text : {TextSize::standard, TextSize::extraLarge}) {
+                    model.setSection(section);
+                    stage.model().settings()->setAppearance(appearance);
+                    stage.model().settings()->setTextSize(text);
+                    window.resize(isSmallest ? window.minimumSize() : usual);
+                    stage.settle();
+                    const std::string name =
+                        fmt::format("settings-{}-{}-{}-{}.png", static_cast<int>(section),
+                                    isSmallest ? "smallest" : "usual", rawText(appearance), rawText(text));
+                    if (!window.grabWindow().save(QString::fromStdString((folder / name).string())))
+                        throw std::runtime_error("can't write " + (folder / name).string());
+                }
+    fmt::print("settings\n");
+}
+
 int run(std::span<char*> arguments) {
     const fs::path folder = arguments.size() > 1 ? arguments[1] : "screenshots";
     const std::string only = arguments.size() > 2 ? arguments[2] : "";
@@ -355,6 +386,7 @@ int run(std::span<char*> arguments) {
     for (const Scene& scene : {exampleScene(), firstDayScene(), firstWeekScene(), locationsScene(),
                                manyChangesScene(), unavailableScene(), welcomeScene()})
         if (only.empty() || scene.name == only) render(scene, folder);
+    if (only.empty() || only == "settings") renderSettings(folder);
     return 0;
 }
 

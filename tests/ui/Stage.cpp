@@ -19,6 +19,9 @@ public:
     void cancel() override {}
 };
 
+const nlohmann::ordered_json deadFeed{{"SUFeedURL", "https://localhost:1/feed.xml"},
+                                      {"SUPublicEDKey", "11qYAYKxCrfVS/7TyWQHOg7hcvPapiMlrwIaaPcHURo="}};
+
 QQuickItem* find(QQuickItem* item, const QString& name) {
     if (!item->isVisible()) return nullptr;
     if (auto* reader = QAccessible::queryAccessibleInterface(item);
@@ -49,9 +52,9 @@ Stage::Stage(StageSettings settings) : reveal_(QDBusConnection("no bus"), "true"
         .uptime = [] { return std::chrono::milliseconds(0); },
         .loginItem = std::make_unique<RecordingLoginItem>(),
         .updates =
-            [this](std::function<bool()> isBusy) {
+            [this, hasUpdates = settings.hasUpdates](std::function<bool()> isBusy) {
                 return std::make_unique<UpdateController>(
-                    false, SettingValues(),
+                    hasUpdates, SettingValues(deadFeed),
                     UpdateServices{.runningVersion = *ProgramVersion::from("1.0"),
                                    .settings = SettingValues(),
                                    .settingsFile = SettingsFile((folder_.path() / "updates.json").string())},

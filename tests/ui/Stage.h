@@ -17,6 +17,7 @@ namespace brindle {
 struct StageSettings {
     Preferences preferences{.checksPaused = true, .startupSetupCompleted = true};
     bool isExample = true;
+    bool hasUpdates = false;  // with a feed that never answers
     /// Fills the data folder before the program opens it.
     std::function<void(const std::string& dataDirectory)> prepare = [](const std::string&) {};
     std::function<std::unique_ptr<const TreeSource>()> trees = [] { return makeTreeSource(); };

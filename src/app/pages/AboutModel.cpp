@@ -5,27 +5,27 @@
 #include "model/Translation.h"
 
 namespace brindle {
-namespace {
 
-QString updatesText(const UpdateController& updates) {
-    if (updates.unavailable()) return QString::fromStdString(aboutSentence());
-    return translated(
-        "An update installs only when you choose it. If a storage check is running, Brindle restarts after "
-        "it finishes.");
+QString AboutModel::product() const {
+    return translated("A private, local statement of where your storage went.");
 }
 
-}  // namespace
+QString AboutModel::version() const {
+    return pageText(translated("Version {} ({})"), BRINDLE_VERSION, BRINDLE_BUILD);
+}
 
-QString AboutModel::text() const {
-    const QString version = pageText(translated("Version {} ({})"), BRINDLE_VERSION, BRINDLE_BUILD);
-    const QString privacy =
-        pageText("{} {}", translated(platformText::staysHere),
-                 translated("Brindle records file sizes, dates, and paths. It never reads file contents."));
-    return QStringList{translated("A private, local statement of where your storage went."),
-                       version + "\n" + translated("© 2026 The Brindle developers"),
-                       translated("Privacy") + ("\n" + privacy),
-                       translated("Updates") + ("\n" + updatesText(*model_.updates()))}
-        .join("\n\n");
+QString AboutModel::copyright() const {
+    return translated("© 2026 The Brindle developers");
+}
+
+QString AboutModel::privacy() const {
+    return pageText(
+        "{} {}", translated(platformText::staysHere),
+        translated("Brindle records file sizes, dates, and paths. It never reads file contents."));
+}
+
+QString AboutModel::updates() const {
+    return QString::fromStdString(model_.updates()->unavailable() ? aboutSentence() : installSentence());
 }
 
 }  // namespace brindle

@@ -39,7 +39,7 @@ QString StartupChoices::quietTitle() const {
 }
 
 QString StartupChoices::quietText() const {
-    const QString text = translated(platformText::quietStart);
+    QString text = translated(platformText::quietStart);
     if (isTrayAvailable_) return text;
     return text + " " + translated("This desktop shows none, so the window opens with Brindle.");
 }

@@ -116,6 +116,11 @@ void WindowModel::showHistoryFolder() {
     Q_EMIT revealRequested(model_.options().dataDirectory);
 }
 
+void WindowModel::checkForUpdates() {
+    model_.updates()->checkForUpdates();
+    Q_EMIT updatesRequested();
+}
+
 void WindowModel::revealFailed(const std::string& path) {
     tell(text(fmt::format(fmt::runtime(translated("“{}” can't be shown: no file manager answers.")),
                           fileNameText(path))));

@@ -80,6 +80,8 @@ public:
     Q_INVOKABLE void checkForUpdates() { model_.updates()->checkForUpdates(); }
     Q_INVOKABLE void openMainWindow() { model_.openMainWindow(); }
     Q_INVOKABLE void toggleMiniWindow();
+    Q_INVOKABLE void showSettings() { Q_EMIT settingsRequested(); }
+    Q_INVOKABLE void checkForUpdates();
     Q_INVOKABLE void dismissNote();
     /// There is no way to show what revealRequested() asked for.
     void revealFailed(const std::string& path);
@@ -95,6 +97,9 @@ Q_SIGNALS:
     void noteChanged();
     /// A folder or file is to be shown in the file manager.
     void revealRequested(const std::string& path);
+    void settingsRequested();
+    /// What becomes of the updates is to be shown.
+    void updatesRequested();
     void quitRequested();
 
 private:

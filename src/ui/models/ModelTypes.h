@@ -2,6 +2,7 @@
 
 #include "app/pages/AboutModel.h"
 #include "app/pages/ActivityModel.h"
+#include "app/pages/CheckSettings.h"
 #include "app/pages/DrivesModel.h"
 #include "app/pages/ExplorerModel.h"
 #include "app/pages/ExportModel.h"
@@ -12,10 +13,12 @@
 #include "app/pages/LocationActionsModel.h"
 #include "app/pages/OverviewModel.h"
 #include "app/pages/ScopeModel.h"
+#include "app/pages/SettingsModel.h"
 #include "app/pages/SetupModel.h"
 #include "app/pages/StartupChoices.h"
 #include "app/pages/StorageHistoryModel.h"
 #include "app/pages/TrendsModel.h"
+#include "app/pages/UpdateSettings.h"
 #include "app/pages/WindowModel.h"
 
 #include <QtQml/qqml.h>
@@ -35,6 +38,13 @@ struct ActivityModelType {
     Q_GADGET
     QML_FOREIGN(brindle::ActivityModel)
     QML_NAMED_ELEMENT(ActivityModel)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct CheckSettingsType {
+    Q_GADGET
+    QML_FOREIGN(brindle::CheckSettings)
+    QML_NAMED_ELEMENT(CheckSettings)
     QML_UNCREATABLE("made with the program")
 };
 
@@ -87,6 +97,13 @@ struct OverviewModelType {
     QML_UNCREATABLE("made with the program")
 };
 
+struct SettingsModelType {
+    Q_GADGET
+    QML_FOREIGN(brindle::SettingsModel)
+    QML_NAMED_ELEMENT(SettingsModel)
+    QML_UNCREATABLE("made with the program")
+};
+
 struct FirstCheckModelType {
     Q_GADGET
     QML_FOREIGN(brindle::FirstCheckModel)
@@ -126,6 +143,13 @@ struct TrendsModelType {
     Q_GADGET
     QML_FOREIGN(brindle::TrendsModel)
     QML_NAMED_ELEMENT(TrendsModel)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct UpdateSettingsType {
+    Q_GADGET
+    QML_FOREIGN(brindle::UpdateSettings)
+    QML_NAMED_ELEMENT(UpdateSettings)
     QML_UNCREATABLE("made with the program")
 };
 

@@ -8,6 +8,7 @@ T.ComboBox {
 
     required property var options
     property string label: ""
+    property bool opensWithRelease: false
 
     signal chosen(int index)
 
@@ -21,8 +22,21 @@ T.ComboBox {
     hoverEnabled: true
     Accessible.name: root.label === "" ? root.displayText : root.label + ": " + root.displayText
     Accessible.onPressAction: root.popup.open()
-    Keys.onReturnPressed: root.popup.open()
-    Keys.onEnterPressed: root.popup.open()
+    // A list that opened with the press would be closed by the release.
+    Keys.onReturnPressed: event => event.accepted = root.opensWithRelease = !root.popup.visible
+    Keys.onEnterPressed: event => event.accepted = root.opensWithRelease = !root.popup.visible
+    Keys.onReleased: event => {
+        event.accepted = root.opensWithRelease && (event.key === Qt.Key_Return || event.key === Qt.Key_Enter);
+        if (!event.accepted)
+            return;
+        root.opensWithRelease = false;
+        root.popup.open();
+    }
+    // Closes the list alone, also where it closes what is around it.
+    Keys.onEscapePressed: event => {
+        event.accepted = root.popup.visible;
+        root.popup.close();
+    }
     onActivated: index => root.chosen(index)
 
     contentItem: Text {

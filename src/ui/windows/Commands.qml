@@ -9,6 +9,7 @@ Item {
 
     required property WindowModel model
     readonly property alias about: about
+    readonly property alias settings: settings
     readonly property alias checkForUpdates: checkForUpdates
     readonly property alias quit: quit
     readonly property alias close: close
@@ -33,6 +34,12 @@ Item {
         id: about
         text: Catalogue.translated("About Brindle")
         onTriggered: root.aboutRequested()
+    }
+    Action {
+        id: settings
+        text: Catalogue.translated("Settings…")
+        shortcut: "Ctrl+,"
+        onTriggered: root.model.showSettings()
     }
     Action {
         id: checkForUpdates

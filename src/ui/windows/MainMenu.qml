@@ -62,6 +62,9 @@ CommandMenu {
         action: root.commands.setup
     }
     CommandMenuItem {
+        action: root.commands.settings
+    }
+    CommandMenuItem {
         action: root.commands.checkForUpdates
     }
     CommandMenuItem {

@@ -19,6 +19,8 @@ MainWindow::MainWindow(AppModel& model, Reveal& reveal, QObject* parent)
       exporter_(model),
       about_(model),
       startup_(model),
+      settingsModel_(model, startup_),
+      settingsWindow_(settingsModel_, windowModel_),
       setup_(model, tracking_) {
     connect(&windowModel_, &WindowModel::revealRequested, &reveal, &Reveal::show);
     connect(&reveal, &Reveal::failed, &windowModel_, &WindowModel::revealFailed);
@@ -28,6 +30,9 @@ MainWindow::MainWindow(AppModel& model, Reveal& reveal, QObject* parent)
     connect(setup_.locations(), &LocationChoice::folderRequested, &setupFolderDialog_, &FolderDialog::open);
     connect(&setupFolderDialog_, &FolderDialog::chosen, setup_.locations(), &LocationChoice::include);
     connect(&exporter_, &ExportModel::revealRequested, &reveal, &Reveal::show);
+    connect(&settingsModel_, &SettingsModel::revealRequested, &reveal, &Reveal::show);
+    connect(&windowModel_, &WindowModel::settingsRequested, this, &MainWindow::showSettings);
+    connect(&windowModel_, &WindowModel::updatesRequested, this, &MainWindow::showUpdates);
     connect(&windowModel_, &WindowModel::quitRequested, this, &MainWindow::quitRequested);
 }
 
@@ -45,7 +50,13 @@ void MainWindow::show(const QString& activationToken) {
 }
 
 void MainWindow::hide() {
+    settingsWindow_.hide();
     if (window_ != nullptr) window_->hide();
+}
+
+void MainWindow::showUpdates() {
+    settingsModel_.setSection(SettingsModel::Updates);
+    settingsWindow_.show();
 }
 
 void MainWindow::create() {

@@ -155,6 +155,7 @@ Window {
     }
     AboutSheet {
         id: aboutSheet
+        objectName: "about"
         model: root.about
     }
 }
