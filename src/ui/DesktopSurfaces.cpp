@@ -12,9 +12,10 @@ constexpr std::chrono::seconds patienceLater{1};
 
 }  // namespace
 
-DesktopSurfaces::DesktopSurfaces(AppModel& model, const QDBusConnection& sessionBus)
+DesktopSurfaces::DesktopSurfaces(AppModel& model, const QDBusConnection& sessionBus,
+                                 const QString& folderOpener)
     : model_(model),
-      reveal_(sessionBus),
+      reveal_(sessionBus, folderOpener),
       notices_(sessionBus),
       desktop_(sessionBus),
       mainWindow_(model, reveal_),

@@ -26,8 +26,9 @@ public:
     /// How long a desktop that has just begun may take until its tray is there.
     static constexpr std::chrono::seconds patienceAtLogin{15};
 
-    /// Nothing shows yet. The model outlives it.
-    DesktopSurfaces(AppModel& model, const QDBusConnection& sessionBus);
+    /// Nothing shows yet. The model outlives it. `folderOpener`: as Reveal has it.
+    DesktopSurfaces(AppModel& model, const QDBusConnection& sessionBus,
+                    const QString& folderOpener = "xdg-open");
     ~DesktopSurfaces() override;
 
     /// Shows the main window; when the login started the program and the user wants that to be quiet, the
