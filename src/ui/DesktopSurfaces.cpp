@@ -46,13 +46,9 @@ void DesktopSurfaces::begin(bool isAtLogin, const QString& activationToken,
 }
 
 void DesktopSurfaces::showMainWindow(const QString& activationToken) {
+    if (model_.isShuttingDown()) return;
     isWaitingForTray_ = false;
     mainWindow_.show(activationToken);
-}
-
-void DesktopSurfaces::hide() {
-    isWaitingForTray_ = false;
-    mainWindow_.hide();
 }
 
 void DesktopSurfaces::mainWindowClosed() {

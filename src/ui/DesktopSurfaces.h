@@ -36,9 +36,10 @@ public:
     /// which the desktop lets a window come to the front; may be empty.
     void begin(bool isAtLogin, const QString& activationToken,
                std::chrono::milliseconds patience = patienceAtLogin);
+    /// Not while the program ends.
     void showMainWindow(const QString& activationToken = {});
-    /// The program ends: nothing asks for the user any more.
-    void hide();
+    /// The program ends. The mini window goes with the model's end.
+    void hide() { mainWindow_.hide(); }
 
     [[nodiscard]] MainWindow& mainWindow() { return mainWindow_; }
     [[nodiscard]] MiniWindow& miniWindow() { return miniWindow_; }
