@@ -12,9 +12,10 @@ constexpr std::chrono::seconds patienceLater{1};
 
 }  // namespace
 
-DesktopSurfaces::DesktopSurfaces(AppModel& model, const QDBusConnection& sessionBus)
+DesktopSurfaces::DesktopSurfaces(AppModel& model, const QDBusConnection& sessionBus,
+                                 const QString& folderOpener)
     : model_(model),
-      reveal_(sessionBus),
+      reveal_(sessionBus, folderOpener),
       notices_(sessionBus),
       desktop_(sessionBus),
       mainWindow_(model, reveal_),
@@ -45,13 +46,9 @@ void DesktopSurfaces::begin(bool isAtLogin, const QString& activationToken,
 }
 
 void DesktopSurfaces::showMainWindow(const QString& activationToken) {
+    if (model_.isShuttingDown()) return;
     isWaitingForTray_ = false;
     mainWindow_.show(activationToken);
-}
-
-void DesktopSurfaces::hide() {
-    isWaitingForTray_ = false;
-    mainWindow_.hide();
 }
 
 void DesktopSurfaces::mainWindowClosed() {

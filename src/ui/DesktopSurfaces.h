@@ -26,8 +26,9 @@ public:
     /// How long a desktop that has just begun may take until its tray is there.
     static constexpr std::chrono::seconds patienceAtLogin{15};
 
-    /// Nothing shows yet. The model outlives it.
-    DesktopSurfaces(AppModel& model, const QDBusConnection& sessionBus);
+    /// Nothing shows yet. The model outlives it. `folderOpener`: as Reveal has it.
+    DesktopSurfaces(AppModel& model, const QDBusConnection& sessionBus,
+                    const QString& folderOpener = "xdg-open");
     ~DesktopSurfaces() override;
 
     /// Shows the main window; when the login started the program and the user wants that to be quiet, the
@@ -35,9 +36,10 @@ public:
     /// which the desktop lets a window come to the front; may be empty.
     void begin(bool isAtLogin, const QString& activationToken,
                std::chrono::milliseconds patience = patienceAtLogin);
+    /// Not while the program ends.
     void showMainWindow(const QString& activationToken = {});
-    /// The program ends: nothing asks for the user any more.
-    void hide();
+    /// The program ends. The mini window goes with the model's end.
+    void hide() { mainWindow_.hide(); }
 
     [[nodiscard]] MainWindow& mainWindow() { return mainWindow_; }
     [[nodiscard]] MiniWindow& miniWindow() { return miniWindow_; }

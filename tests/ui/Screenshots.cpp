@@ -30,6 +30,10 @@ struct Scene {
     std::string name;
     StageSettings settings;
     std::vector<View> views;
+    std::function<QQuickWindow&(Stage&)> window = [](Stage& stage) -> QQuickWindow& {
+        return stage.window();
+    };
+    std::vector<QSize> sizes{{960, 680}, {1440, 900}};
 };
 
 std::function<void(Stage&)> page(Destination destination) {
@@ -328,20 +332,69 @@ Scene setUpAgainScene() {
     return scene;
 }
 
+/// The mini window in a corner of whatever the stage has.
+Scene miniScene(std::string name, StageSettings settings, std::vector<View> views) {
+    settings.begin = [](DesktopSurfaces&) {};
+    settings.preferences.checksPaused = false;
+    views.insert(views.begin(), {"open", [](Stage& stage) { stage.model().setMiniWindowOpen(true); }});
+    return {std::move(name),
+            std::move(settings),
+            std::move(views),
+            [](Stage& stage) -> QQuickWindow& { return *stage.surfaces().miniWindow().window(); },
+            {QSize(300, 176)}};
+}
+
+Scene miniExampleScene() {
+    return miniScene(
+        "mini-example", {},
+        {{"on-top", [](Stage& stage) { stage.model().settings()->setMiniWindowKeepsOnTop(true); }},
+         {"paused", [](Stage& stage) { stage.model().settings()->setChecksPaused(true); }}});
+}
+
+/// A folder that was last checked yesterday, and whose check goes on until the stage is gone.
+Scene miniCheckScene() {
+    StageSettings settings{.isExample = false};
+    settings.prepare = [now = settings.now](const std::string& data) {
+        TempHistory history;
+        history.now = now - 86'400;
+        LocationRecord record = makeCandidate(fs::temp_directory_path().string(), {}, history.now).record;
+        record.name = "Photos with a name that is much longer than names usually are";
+        const LocationID id = record.id;
+        history.store().insert(record).get();
+        history.check(id.rawValue, {{"a", 1'000'000}});
+        history.close();
+        fs::copy(history.directory(), data);
+    };
+    // Lets no walk end while it can be seen.
+    settings.trees = [] {
+        return std::make_unique<HookedTree>(
+            [](const std::string&) { std::this_thread::sleep_for(std::chrono::seconds(20)); });
+    };
+    return miniScene("mini-check", std::move(settings),
+                     {{"checking", [](Stage& stage) { stage.model().checkNow(); }}});
+}
+
+Scene miniWelcomeScene() {
+    StageSettings settings{.isExample = false};
+    settings.preferences.startupSetupCompleted = false;
+    return miniScene("mini-welcome", std::move(settings), {});
+}
+
 void render(const Scene& scene, const fs::path& folder) {
     Stage stage(scene.settings);
     for (const View& view : scene.views) {
         view.go(stage);
-        for (const QSize size : {QSize(960, 680), QSize(1440, 900)})
+        for (const QSize size : scene.sizes)
             for (const AppearanceMode appearance : {AppearanceMode::dark, AppearanceMode::light})
                 for (const TextSize text : {TextSize::standard, TextSize::extraLarge}) {
-                    stage.window().resize(size);
+                    QQuickWindow& window = scene.window(stage);
+                    if (window.minimumSize() != window.maximumSize()) window.resize(size);
                     stage.model().settings()->setAppearance(appearance);
                     stage.model().settings()->setTextSize(text);
                     stage.settle();
                     const std::string name = fmt::format("{}-{}-{}-{}-{}.png", scene.name, view.name,
                                                          size.width(), rawText(appearance), rawText(text));
-                    if (!stage.picture().save(QString::fromStdString((folder / name).string())))
+                    if (!window.grabWindow().save(QString::fromStdString((folder / name).string())))
                         throw std::runtime_error("can't write " + (folder / name).string());
                 }
         fmt::print("{} {}\n", scene.name, view.name);
@@ -385,6 +438,9 @@ int run(std::span<char*> arguments) {
                                unavailableScene(), firstRunScene(), setUpAgainScene()})
     for (const Scene& scene : {exampleScene(), firstDayScene(), firstWeekScene(), locationsScene(),
                                manyChangesScene(), unavailableScene(), welcomeScene()})
+    for (const Scene& scene :
+         {exampleScene(), firstDayScene(), firstWeekScene(), manyChangesScene(), unavailableScene(),
+          welcomeScene(), miniExampleScene(), miniCheckScene(), miniWelcomeScene()})
         if (only.empty() || scene.name == only) render(scene, folder);
     if (only.empty() || only == "settings") renderSettings(folder);
     return 0;

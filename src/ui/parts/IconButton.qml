@@ -18,6 +18,7 @@ T.Button {
     hoverEnabled: true
     Accessible.name: root.text
     Accessible.onPressAction: root.clicked()
+    Accessible.onToggleAction: root.clicked()
     Keys.onReturnPressed: root.clicked()
     Keys.onEnterPressed: root.clicked()
 
