@@ -434,13 +434,10 @@ int run(std::span<char*> arguments) {
     const fs::path folder = arguments.size() > 1 ? arguments[1] : "screenshots";
     const std::string only = arguments.size() > 2 ? arguments[2] : "";
     fs::create_directories(folder);
-    for (const Scene& scene : {exampleScene(), firstDayScene(), firstWeekScene(), manyChangesScene(),
-                               unavailableScene(), firstRunScene(), setUpAgainScene()})
-    for (const Scene& scene : {exampleScene(), firstDayScene(), firstWeekScene(), locationsScene(),
-                               manyChangesScene(), unavailableScene(), welcomeScene()})
     for (const Scene& scene :
-         {exampleScene(), firstDayScene(), firstWeekScene(), manyChangesScene(), unavailableScene(),
-          welcomeScene(), miniExampleScene(), miniCheckScene(), miniWelcomeScene()})
+         {exampleScene(), firstDayScene(), firstWeekScene(), locationsScene(), manyChangesScene(),
+          unavailableScene(), firstRunScene(), setUpAgainScene(), miniExampleScene(), miniCheckScene(),
+          miniWelcomeScene()})
         if (only.empty() || scene.name == only) render(scene, folder);
     if (only.empty() || only == "settings") renderSettings(folder);
     return 0;

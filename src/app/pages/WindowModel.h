@@ -77,7 +77,6 @@ public:
     Q_INVOKABLE void showSetup() { model_.showSetup(); }
     Q_INVOKABLE void retryOpening() { model_.retryOpening(); }
     Q_INVOKABLE void showHistoryFolder();
-    Q_INVOKABLE void checkForUpdates() { model_.updates()->checkForUpdates(); }
     Q_INVOKABLE void openMainWindow() { model_.openMainWindow(); }
     Q_INVOKABLE void toggleMiniWindow();
     Q_INVOKABLE void showSettings() { Q_EMIT settingsRequested(); }

@@ -10,7 +10,6 @@
 #include "app/pages/LocationActionsModel.h"
 #include "app/pages/LocationChoice.h"
 #include "app/pages/MiniWindowModel.h"
-#include "app/pages/LocationActionsModel.h"
 #include "app/pages/OverviewModel.h"
 #include "app/pages/ScopeModel.h"
 #include "app/pages/SettingsModel.h"
