@@ -22,7 +22,7 @@ AppModel::AppModel(AppParts parts, QObject* parent)
       options_(std::move(parts.options)),
       sessionParts_(std::move(parts.session)),
       settings_(parts.preferences, std::move(parts.settingsFile)),
-      selection_(today(), sessionParts_.calendar),
+      selection_(today(), sessionParts_.clock.calendar),
       loginItem_(std::move(parts.loginItem)),
       loginItemStatus_(loginItem_->status()),
       makeExample_(std::move(parts.example)),
@@ -94,7 +94,7 @@ void AppModel::connectParts() {
 }
 
 LocalDay AppModel::today() const {
-    return sessionParts_.calendar().day(sessionParts_.now());
+    return sessionParts_.clock.calendar().day(sessionParts_.clock.now());
 }
 
 std::shared_ptr<HistorySource> AppModel::source() const {
@@ -187,9 +187,10 @@ void AppModel::settleEstimates() {
 void AppModel::show(HistorySnapshot snapshot) {
     history_ = std::move(snapshot);
     const auto& scope = selection_.scope().location;
-    if (scope && std::ranges::find(history_.locations, *scope, &TrackedLocation::id) == history_.locations.end())
+    if (scope &&
+        std::ranges::find(history_.locations, *scope, &TrackedLocation::id) == history_.locations.end())
         selection_.setScope({});  // it was forgotten
-    locations_->replaceRows(locationRows(history_, figures(), sessionParts_.calendar()));
+    locations_->replaceRows(locationRows(history_, figures(), sessionParts_.clock.calendar()));
     drives_->replaceRows(driveRows(history_));
     Q_EMIT historyChanged();
     reloadDetails();
@@ -257,7 +258,7 @@ void AppModel::prepareExport() {
     if (!shown) return;
     exporter_.prepare({.source = shown,
                        .snapshot = history_,
-                       .calendar = sessionParts_.calendar(),
+                       .calendar = sessionParts_.clock.calendar(),
                        .records = session_.exportRecords()},
                       selection_.firstDay(), selection_.day(), selection_.scope());
 }

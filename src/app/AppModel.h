@@ -71,8 +71,9 @@ public:
     [[nodiscard]] StatementExporter* exporter() { return &exporter_; }
     [[nodiscard]] UpdateController* updates() { return updates_.get(); }
     [[nodiscard]] const LaunchOptions& options() const { return options_; }
+    [[nodiscard]] UnixTime now() const { return sessionParts_.clock.now(); }
     /// That of the user at this moment: the time zone may change while the program runs.
-    [[nodiscard]] Calendar calendar() const { return sessionParts_.calendar(); }
+    [[nodiscard]] Calendar calendar() const { return sessionParts_.clock.calendar(); }
 
     [[nodiscard]] const AppMode& mode() const { return mode_; }
     /// The first-run screens are to be shown, which nothing but them ends.

@@ -25,7 +25,8 @@ HistorySession::HistorySession(SessionParts parts, QObject* parent)
 HistorySession::~HistorySession() = default;
 
 void HistorySession::renewCalendar() {
-    if (isOpen()) source_ = std::make_shared<StoredHistory>(history_->store, parts_.calendar(), parts_.now);
+    if (isOpen())
+        source_ = std::make_shared<StoredHistory>(history_->store, parts_.clock.calendar(), parts_.clock.now);
 }
 
 HistoryStore* HistorySession::store() const {
@@ -44,14 +45,14 @@ ExportRecords HistorySession::exportRecords() const {
     const auto recent = [history = history_] {
         return history ? history->store->recentExports().get() : std::vector<std::string>();
     };
-    const auto add = [history = history_, now = parts_.now](const std::string& path) {
+    const auto add = [history = history_, now = parts_.clock.now](const std::string& path) {
         if (history) history->store->recordExport(path, now()).get();
     };
     return {.recent = recent, .add = add};
 }
 
 std::shared_ptr<HistorySession::Open> HistorySession::makeOpen(bool estimatesEnabled) {
-    auto store = std::make_shared<HistoryStore>(parts_.dataDirectory, parts_.now);
+    auto store = std::make_shared<HistoryStore>(parts_.dataDirectory, parts_.clock.now);
     auto windowLock = tryToTakeWindowLock(parts_.dataDirectory);
     if (!windowLock) throw std::runtime_error(translated("Another Brindle window uses this history."));
     auto history = std::make_shared<Open>(Open{.store = store,
@@ -61,7 +62,7 @@ std::shared_ptr<HistorySession::Open> HistorySession::makeOpen(bool estimatesEna
     history->coordinator = std::make_unique<ScanCoordinator>(
         *store, history->locks,
         [this](const CoordinatorEvent& event) { background_.post([this, event] { take(event); }); },
-        estimatesEnabled, parts_.trees());
+        estimatesEnabled, parts_.trees(), parts_.clock);
     return history;
 }
 
@@ -154,7 +155,9 @@ void HistorySession::take(const CoordinatorEvent& event) {
         Q_EMIT activityChanged();
         Q_EMIT runFinished(finished->summary);
         reloadFigures();
-        whileOpen([this](Open& history) { maintain(*history.store, parts_.now, parts_.calendar()); }, [] {});
+        whileOpen(
+            [this](Open& history) { maintain(*history.store, parts_.clock.now, parts_.clock.calendar()); },
+            [] {});
         return;
     }
     Q_EMIT activityChanged();

@@ -5,7 +5,7 @@
 #include "app/Schedule.h"
 #include "app/StatementExporter.h"
 #include "checks/ScanCoordinator.h"
-#include "model/Calendar.h"
+#include "model/DayClock.h"
 #include "model/HistorySource.h"
 #include "platform/FileLock.h"
 #include "platform/TreeReader.h"
@@ -32,8 +32,7 @@ struct HistoryFigures {
 /// What a session works with; tests bring their own.
 struct SessionParts {
     std::string dataDirectory;
-    Clock now = systemNow;
-    std::function<Calendar()> calendar = Calendar::current;
+    DayClock clock;
     std::function<std::unique_ptr<const TreeSource>()> trees = [] { return makeTreeSource(); };
 };
 

@@ -30,15 +30,15 @@ Tracking::Tracking(AppModel& model, QObject* parent) : QObject(parent), model_(m
 Tracking::~Tracking() = default;
 
 void Tracking::propose(const std::string& path) {
-    const auto look = [path](HistoryStore& store) {
-        return proposeLocation(path, trackedLocations(store), systemNow());
+    const auto look = [path, now = model_.now()](HistoryStore& store) {
+        return proposeLocation(path, trackedLocations(store), now);
     };
     proposeWith(look, false);
 }
 
 void Tracking::proposeDrive(const DriveInfo& drive) {
-    const auto look = [drive](HistoryStore& store) {
-        return brindle::proposeDrive(drive, trackedLocations(store), systemNow());
+    const auto look = [drive, now = model_.now()](HistoryStore& store) {
+        return brindle::proposeDrive(drive, trackedLocations(store), now);
     };
     proposeWith(look, false);
 }
@@ -84,10 +84,11 @@ void Tracking::chooseAgain(const LocationRecord& record) {
 }
 
 void Tracking::stopTracking(const LocationID& id) {
-    change({.failure = translated("Couldn't stop tracking “{0}”. {1}"),
-            .id = id,
-            .name = nameOf(id),
-            .apply = [id](HistoryStore& store) { brindle::stopTracking(store, id, systemNow()); }});
+    change(
+        {.failure = translated("Couldn't stop tracking “{0}”. {1}"),
+         .id = id,
+         .name = nameOf(id),
+         .apply = [id, now = model_.now()](HistoryStore& store) { brindle::stopTracking(store, id, now); }});
 }
 
 void Tracking::forget(const LocationID& id) {

@@ -28,9 +28,10 @@ void CheckRun::checkLocation(const LocationID& id) {
     const auto record = trackedLocation(store_, id);
     if (!record || turn.isStopped()) return static_cast<void>(goesOn());
     send_(LocationStarted{.location = id, .name = record->name});
-    LocationCheck check(store_, trees_, [this] {
+    const auto uncounted = [this] {
         return uncountedHere(store_.directory().string(), trackedLocations(store_));
-    });
+    };
+    LocationCheck check(store_, trees_, uncounted, clock_);
     add(id, check.run(*record, turn.cancellation(), [&](const ScanProgress& progress) {
         send_(LocationProgress{.location = id, .name = record->name, .progress = progress});
     }));
@@ -70,7 +71,9 @@ void CheckRun::estimateLocation(const LocationChecked& checked) {
     summary_.estimated[id] = makeEstimates(store_, {.record = *record,
                                                     .scanPath = checked.scanPath,
                                                     .rules = checked.rules,
-                                                    .cancellation = turn.cancellation()});
+                                                    .cancellation = turn.cancellation(),
+                                                    .now = clock_.now,
+                                                    .calendar = clock_.calendar()});
 }
 
 bool CheckRun::goesOn() {

@@ -18,8 +18,14 @@ class CheckRun {
 public:
     /// `send` takes the events but the last, and throws nothing. All references outlive the run.
     CheckRun(HistoryStore& store, const TreeSource& trees, Turns& turns,
-             std::shared_ptr<const CancellationFlag> cancellation, const EventHandler& send)
-        : store_(store), trees_(trees), turns_(turns), cancellation_(std::move(cancellation)), send_(send) {}
+             std::shared_ptr<const CancellationFlag> cancellation, const EventHandler& send,
+             const DayClock& clock)
+        : store_(store),
+          trees_(trees),
+          turns_(turns),
+          cancellation_(std::move(cancellation)),
+          send_(send),
+          clock_(clock) {}
 
     /// Checks the locations in this order. One that is not tracked or left out at its turn is passed over.
     void check(std::span<const LocationID> locations);
@@ -41,6 +47,7 @@ private:
     Turns& turns_;
     std::shared_ptr<const CancellationFlag> cancellation_;
     const EventHandler& send_;
+    const DayClock& clock_;
     std::vector<LocationChecked> checked_;
     CheckRunSummary summary_;
 };

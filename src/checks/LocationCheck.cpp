@@ -85,10 +85,14 @@ CheckOutcome LocationCheck::check(const LocationRecord& record,
         return report;
     };
     const auto readVolume = [&] {
-        return readCapacity(ready->scanPath, found.volumeID, found.volumeName, systemNow());
+        return readCapacity(ready->scanPath, found.volumeID, found.volumeName, clock_.now());
     };
-    auto committed = store_.commit(
-        {.record = found, .walk = walkAhead(walk), .cancellation = cancellation, .readVolume = readVolume});
+    auto committed = store_.commit({.record = found,
+                                    .walk = walkAhead(walk),
+                                    .cancellation = cancellation,
+                                    .readVolume = readVolume,
+                                    .now = clock_.now,
+                                    .calendar = clock_.calendar()});
     try {
         while (committed.wait_for(betweenWords) != std::future_status::ready)
             if (const auto word = latest.take()) progress(*word);

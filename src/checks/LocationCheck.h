@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/Cancellation.h"
+#include "model/DayClock.h"
 #include "model/LocationRecord.h"
 #include "model/Walk.h"
 #include "platform/TreeReader.h"
@@ -52,8 +53,8 @@ public:
     using Uncounted = std::function<std::vector<UncountedCandidate>()>;
 
     /// `store` and `trees` outlive the check.
-    LocationCheck(HistoryStore& store, const TreeSource& trees, Uncounted uncounted)
-        : store_(store), trees_(trees), uncounted_(std::move(uncounted)) {}
+    LocationCheck(HistoryStore& store, const TreeSource& trees, Uncounted uncounted, DayClock clock = {})
+        : store_(store), trees_(trees), uncounted_(std::move(uncounted)), clock_(std::move(clock)) {}
 
     /// Waits for the check, which runs on the store's writer queue. `progress` is called meanwhile, on the
     /// calling thread: with the walk's latest word, the last one always included.
@@ -72,6 +73,7 @@ private:
     HistoryStore& store_;
     const TreeSource& trees_;
     Uncounted uncounted_;
+    DayClock clock_;
 };
 
 /// The status that a location's access stands for: active when it is ready.

@@ -7,11 +7,13 @@
 namespace brindle {
 
 ScanCoordinator::ScanCoordinator(HistoryStore& store, RunLockSource& locks, EventHandler onEvent,
-                                 bool estimatesEnabled, std::unique_ptr<const TreeSource> trees)
+                                 bool estimatesEnabled, std::unique_ptr<const TreeSource> trees,
+                                 DayClock clock)
     : store_(store),
       locks_(locks),
       onEvent_(std::move(onEvent)),
       trees_(std::move(trees)),
+      clock_(std::move(clock)),
       estimatesEnabled_(estimatesEnabled),
       thread_("Brindle.checks") {}
 
@@ -77,7 +79,7 @@ CheckRunSummary ScanCoordinator::perform(const RunRequest& request) {
 
 CheckRunSummary ScanCoordinator::checkAll(const RunRequest& request) {
     const EventHandler sendOn = [this](const CoordinatorEvent& event) { send(event); };
-    CheckRun run(store_, *trees_, turns_, request.cancellation, sendOn);
+    CheckRun run(store_, *trees_, turns_, request.cancellation, sendOn, clock_);
     try {
         const RunLock lock = locks_.take(request.whenTaken, *request.cancellation);
         run.check(request.locations);

@@ -4,6 +4,7 @@
 #include "checks/RunLock.h"
 #include "checks/Turns.h"
 #include "model/Cancellation.h"
+#include "model/DayClock.h"
 #include "platform/TaskThread.h"
 #include "platform/TreeReader.h"
 #include "store/HistoryStore.h"
@@ -37,7 +38,7 @@ class ScanCoordinator {
 public:
     /// The history, its lock and `trees` outlive the coordinator.
     ScanCoordinator(HistoryStore& store, RunLockSource& locks, EventHandler onEvent, bool estimatesEnabled,
-                    std::unique_ptr<const TreeSource> trees = makeTreeSource());
+                    std::unique_ptr<const TreeSource> trees = makeTreeSource(), DayClock clock = {});
 
     /// Cancels the run in progress and waits for its end.
     ~ScanCoordinator();
@@ -85,6 +86,7 @@ private:
     RunLockSource& locks_;
     const EventHandler onEvent_;
     const std::unique_ptr<const TreeSource> trees_;
+    const DayClock clock_;
 
     Turns turns_;
     mutable std::mutex mutex_;  // never held while a handler runs

@@ -9,9 +9,8 @@
 
 namespace brindle {
 
-/// Somebody in front of the windows of this process: reads what a screen reader reads, and has a keyboard and a
-/// mouse that the window system knows.
-/// Thread: main.
+/// Somebody in front of the windows of this process: reads what a screen reader reads, and has a keyboard and
+/// a mouse that the window system knows. Thread: main.
 class Person {
 public:
     struct Element {

@@ -18,19 +18,20 @@ AppParts partsAt(TestTime& time) {
     LaunchOptions options = readLaunchOptions(values);
     const auto now = [&time] { return time.now(); };
     const auto calendar = [] { return Calendar("en_US", "UTC"); };
-    return {.options = options,
-            .preferences = readPreferences(values),
-            .settingsFile = file,
-            .session = {.dataDirectory = options.dataDirectory, .now = now, .calendar = calendar},
-            .alarm = time.makeAlarm(),
-            .uptime = [&time] { return time.uptime(); },
-            .loginItem = std::unique_ptr<LoginItemControlling>(new SystemLoginItem(SystemLoginItem::ofUser())),
-            .updates =
-                [values, file](std::function<bool()> isBusy) {
-                    return std::make_unique<UpdateController>(
-                        true, SettingValues(), UpdateServices::ofUser(values, file), std::move(isBusy));
-                },
-            .example = [now, calendar] { return std::make_shared<ExampleHistory>(calendar(), now()); }};
+    return {
+        .options = options,
+        .preferences = readPreferences(values),
+        .settingsFile = file,
+        .session = {.dataDirectory = options.dataDirectory, .clock = {.now = now, .calendar = calendar}},
+        .alarm = time.makeAlarm(),
+        .uptime = [&time] { return time.uptime(); },
+        .loginItem = std::unique_ptr<LoginItemControlling>(new SystemLoginItem(SystemLoginItem::ofUser())),
+        .updates =
+            [values, file](std::function<bool()> isBusy) {
+                return std::make_unique<UpdateController>(
+                    true, SettingValues(), UpdateServices::ofUser(values, file), std::move(isBusy));
+            },
+        .example = [now, calendar] { return std::make_shared<ExampleHistory>(calendar(), now()); }};
 }
 
 }  // namespace

@@ -10,8 +10,8 @@
 
 namespace brindle {
 
-/// A computer's clock and its one timer, which go on when the test says so. Shared, for the timer belongs to the
-/// program and the clock outlives it.
+/// A computer's clock and its one timer, which go on when the test says so. Shared, for the timer belongs to
+/// the program and the clock outlives it.
 class TestTime {
 public:
     explicit TestTime(UnixTime now) : now_(now) {}

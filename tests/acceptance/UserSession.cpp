@@ -25,7 +25,8 @@ std::string lineOf(const fs::path& file) {
 
 ProgramLaunch inherited(std::vector<std::string> arguments) {
     ProgramLaunch launch{.arguments = std::move(arguments), .environment = {}};
-    for (char** variable = environ; *variable != nullptr; ++variable) launch.environment.emplace_back(*variable);
+    for (char** variable = environ; *variable != nullptr; ++variable)
+        launch.environment.emplace_back(*variable);
     return launch;
 }
 

@@ -10,8 +10,8 @@
 
 namespace brindle {
 
-/// What a user has logged in to, for the program in this process: a home folder, a screen with a window manager,
-/// and the two buses, all told to this process by its environment.
+/// What a user has logged in to, for the program in this process: a home folder, a screen with a window
+/// manager, and the two buses, all told to this process by its environment.
 class UserSession {
 public:
     /// To be made before the application object. Throws std::runtime_error when something does not come up.

@@ -58,29 +58,30 @@ protected:
         options_.dataDirectory = data();
         const Calendar calendar("en_US", "UTC");
         const auto now = [this] { return now_; };
-        model_ = std::make_unique<AppModel>(AppParts{
-            .options = options_,
-            .preferences = preferences_,
-            .settingsFile = SettingsFile((folder_.path() / "preferences.json").string()),
-            .session = {.dataDirectory = data(), .now = now, .calendar = [calendar] { return calendar; }},
-            .alarm = std::move(alarm),
-            .uptime = [this] { return std::chrono::milliseconds(static_cast<long>(now_ * 1000)); },
-            .loginItem = std::move(login),
-            .updates =
-                [this](std::function<bool()> isBusy) {
-                    return std::make_unique<UpdateController>(
-                        false, SettingValues(),
-                        UpdateServices{.runningVersion = *ProgramVersion::from("1.0"),
-                                       .settings = SettingValues(),
-                                       .settingsFile = SettingsFile(data() + ".json")},
-                        std::move(isBusy));
-                },
-            .example =
-                [this] {
-                    example_ = std::make_shared<TempHistory>();
-                    example_->include("example.home");
-                    return std::make_shared<StoredHistory>(example_->sharedStore());
-                }});
+        model_ = std::make_unique<AppModel>(
+            AppParts{.options = options_,
+                     .preferences = preferences_,
+                     .settingsFile = SettingsFile((folder_.path() / "preferences.json").string()),
+                     .session = {.dataDirectory = data(),
+                                 .clock = {.now = now, .calendar = [calendar] { return calendar; }}},
+                     .alarm = std::move(alarm),
+                     .uptime = [this] { return std::chrono::milliseconds(static_cast<long>(now_ * 1000)); },
+                     .loginItem = std::move(login),
+                     .updates =
+                         [this](std::function<bool()> isBusy) {
+                             return std::make_unique<UpdateController>(
+                                 false, SettingValues(),
+                                 UpdateServices{.runningVersion = *ProgramVersion::from("1.0"),
+                                                .settings = SettingValues(),
+                                                .settingsFile = SettingsFile(data() + ".json")},
+                                 std::move(isBusy));
+                         },
+                     .example =
+                         [this] {
+                             example_ = std::make_shared<TempHistory>();
+                             example_->include("example.home");
+                             return std::make_shared<StoredHistory>(example_->sharedStore());
+                         }});
         QObject::connect(model_.get(), &AppModel::noted,
                          [this](const QString& sentence) { notes_.push_back(sentence.toStdString()); });
         QObject::connect(model_.get(), &AppModel::readyToQuit, [this] { isReadyToQuit_ = true; });

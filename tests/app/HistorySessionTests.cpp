@@ -24,7 +24,7 @@ protected:
         write("a", 1000);
         const Calendar calendar("en_US", "UTC");
         parts_ = {.dataDirectory = (folder_.path() / "data").string(),
-                  .calendar = [calendar] { return calendar; }};
+                  .clock = {.calendar = [calendar] { return calendar; }}};
         LocationRecord record = makeCandidate(files().string(), {}, systemNow()).record;
         record.id = {"files"};
         HistoryStore(parts_.dataDirectory).insert(std::move(record)).get();

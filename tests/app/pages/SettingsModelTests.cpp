@@ -47,8 +47,8 @@ protected:
                      .preferences = stored(),
                      .settingsFile = SettingsFile(preferencesFile()),
                      .session = {.dataDirectory = options_.dataDirectory,
-                                 .now = [now = history_.now] { return now; },
-                                 .calendar = [calendar = history_.calendar] { return calendar; }},
+                                 .clock = {.now = [now = history_.now] { return now; },
+                                           .calendar = [calendar = history_.calendar] { return calendar; }}},
                      .alarm = std::make_unique<RememberedAlarm>(wait_),
                      .uptime = [] { return milliseconds(0); },
                      .loginItem = std::make_unique<SystemLoginItem>(

@@ -65,30 +65,30 @@ protected:
         const SettingValues stored(file.read().values);
         LaunchOptions options;
         options.dataDirectory = data();
-        model_ = std::make_unique<AppModel>(
-            AppParts{.options = options,
-                     .preferences = readPreferences(stored),
-                     .settingsFile = file,
-                     .session = {.dataDirectory = data(),
-                                 .calendar = [calendar = Calendar("en_US", "UTC")] { return calendar; },
-                                 .trees =
-                                     [this] {
-                                         return std::make_unique<HookedTree>(
-                                             [this](const std::string& root) { atEndOfWalk_(root); });
-                                     }},
-                     .alarm = std::make_unique<HandAlarm>(ring_),
-                     .uptime = [this] { return uptime_; },
-                     .loginItem = std::make_unique<RecordingLoginItem>(),
-                     .updates =
-                         [file](std::function<bool()> isBusy) {
-                             return std::make_unique<UpdateController>(
-                                 false, SettingValues(),
-                                 UpdateServices{.runningVersion = *ProgramVersion::from("1.0"),
-                                                .settings = SettingValues(),
-                                                .settingsFile = file},
-                                 std::move(isBusy));
-                         },
-                     .example = [this] { return std::make_shared<StoredHistory>(example_.sharedStore()); }});
+        model_ = std::make_unique<AppModel>(AppParts{
+            .options = options,
+            .preferences = readPreferences(stored),
+            .settingsFile = file,
+            .session = {.dataDirectory = data(),
+                        .clock = {.calendar = [calendar = Calendar("en_US", "UTC")] { return calendar; }},
+                        .trees =
+                            [this] {
+                                return std::make_unique<HookedTree>(
+                                    [this](const std::string& root) { atEndOfWalk_(root); });
+                            }},
+            .alarm = std::make_unique<HandAlarm>(ring_),
+            .uptime = [this] { return uptime_; },
+            .loginItem = std::make_unique<RecordingLoginItem>(),
+            .updates =
+                [file](std::function<bool()> isBusy) {
+                    return std::make_unique<UpdateController>(
+                        false, SettingValues(),
+                        UpdateServices{.runningVersion = *ProgramVersion::from("1.0"),
+                                       .settings = SettingValues(),
+                                       .settingsFile = file},
+                        std::move(isBusy));
+                },
+            .example = [this] { return std::make_shared<StoredHistory>(example_.sharedStore()); }});
         notes_.clear();
         QObject::connect(model_.get(), &AppModel::noted,
                          [this](const QString& sentence) { notes_.push_back(sentence.toStdString()); });

@@ -67,27 +67,27 @@ private:
         const std::string settings = (folder_.path() / "preferences.json").string();
         LaunchOptions options;
         options.dataDirectory = directory_;
-        return std::make_unique<AppModel>(
-            AppParts{.options = options,
-                     .preferences = {.checksPaused = true, .startupSetupCompleted = true},
-                     .settingsFile = SettingsFile(settings),
-                     .session = {.dataDirectory = directory_,
-                                 .now = [this] { return now_; },
-                                 .calendar = [calendar = Calendar("en_US", "UTC")] { return calendar; },
-                                 .trees = trees_},
-                     .alarm = std::make_unique<NoAlarm>(),
-                     .uptime = [] { return Schedule::Moment(0); },
-                     .loginItem = std::make_unique<RecordingLoginItem>(),
-                     .updates =
-                         [settings](std::function<bool()> isBusy) {
-                             return std::make_unique<UpdateController>(
-                                 false, SettingValues(),
-                                 UpdateServices{.runningVersion = *ProgramVersion::from("1.0"),
-                                                .settings = SettingValues(),
-                                                .settingsFile = SettingsFile(settings)},
-                                 std::move(isBusy));
-                         },
-                     .example = [this] { return source_; }});
+        return std::make_unique<AppModel>(AppParts{
+            .options = options,
+            .preferences = {.checksPaused = true, .startupSetupCompleted = true},
+            .settingsFile = SettingsFile(settings),
+            .session = {.dataDirectory = directory_,
+                        .clock = {.now = [this] { return now_; },
+                                  .calendar = [calendar = Calendar("en_US", "UTC")] { return calendar; }},
+                        .trees = trees_},
+            .alarm = std::make_unique<NoAlarm>(),
+            .uptime = [] { return Schedule::Moment(0); },
+            .loginItem = std::make_unique<RecordingLoginItem>(),
+            .updates =
+                [settings](std::function<bool()> isBusy) {
+                    return std::make_unique<UpdateController>(
+                        false, SettingValues(),
+                        UpdateServices{.runningVersion = *ProgramVersion::from("1.0"),
+                                       .settings = SettingValues(),
+                                       .settingsFile = SettingsFile(settings)},
+                        std::move(isBusy));
+                },
+            .example = [this] { return source_; }});
     }
 
     TempFolder folder_;
