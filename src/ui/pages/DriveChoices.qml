@@ -5,87 +5,105 @@ import Brindle.Parts
 import Brindle.Theme
 
 // The mounted drives that are not included, each with the button that includes it or with what speaks against it.
-ListView {
+Flickable {
     id: root
 
     required property LocationActionsModel model
+    readonly property alias count: rows.count
+
+    // What the keyboard comes to is in sight.
+    function reveal(row: Item) {
+        const least = Math.min(row.y, row.y + row.height - root.height);
+        root.contentY = Math.max(least, Math.min(root.contentY, row.y));
+    }
 
     Accessible.name: Catalogue.translated("Drives")
     Accessible.role: Accessible.List
     boundsBehavior: Flickable.StopAtBounds
-    // All of them are there for the keyboard, also those that have to be scrolled to.
-    cacheBuffer: Math.max(0, contentHeight)
     clip: true
-    implicitHeight: Math.min(contentHeight, Theme.scaled(320))
-    spacing: Theme.gapSmall
+    contentHeight: column.implicitHeight
+    implicitHeight: Math.min(contentHeight, Theme.scaled(280))
 
-    delegate: RowLayout {
-        id: row
+    ColumnLayout {
+        id: column
 
-        required property int index
-        required property string name
-        required property string mountPath
-        required property string size
-        required property string reason
-        required property string action
+        spacing: Theme.gapSmall
+        width: root.width
 
-        Accessible.name: [row.name, row.mountPath, row.size, row.reason].filter(part => part.length > 0).join(", ")
-        Accessible.role: Accessible.ListItem
-        spacing: Theme.gap
-        width: ListView.view ? ListView.view.width : 0
+        Repeater {
+            id: rows
 
-        Symbol {
-            Layout.alignment: Qt.AlignTop
-            name: "drive"
-        }
-        ColumnLayout {
-            Layout.fillWidth: true
-            spacing: Theme.gapTiny
+            model: root.model.drives
 
-            Text {
-                Accessible.ignored: true
+            RowLayout {
+                id: row
+
+                required property int index
+                required property string name
+                required property string mountPath
+                required property string size
+                required property string reason
+                required property string spoken
+                required property string action
+
+                Accessible.name: row.spoken
+                Accessible.role: Accessible.ListItem
                 Layout.fillWidth: true
-                color: Theme.text
-                font: Theme.bodyEmphasis
-                horizontalAlignment: Text.AlignLeft
-                text: row.name
-                wrapMode: Text.Wrap
-            }
-            Text {
-                Accessible.ignored: true
-                Layout.fillWidth: true
-                color: Theme.textSecondary
-                font: Theme.secondary
-                horizontalAlignment: Text.AlignLeft
-                text: row.mountPath
-                wrapMode: Text.WrapAnywhere
-            }
-            Text {
-                Accessible.ignored: true
-                Layout.fillWidth: true
-                color: Theme.textSecondary
-                font: Theme.secondary
-                horizontalAlignment: Text.AlignLeft
-                text: row.reason
-                visible: text.length > 0
-                wrapMode: Text.Wrap
-            }
-        }
-        Text {
-            Accessible.ignored: true
-            color: Theme.text
-            font: Theme.body
-            text: row.size
-            visible: text.length > 0
-        }
-        PushButton {
-            Accessible.name: row.action
-            text: Catalogue.translated("Include")
-            visible: row.reason.length === 0
+                spacing: Theme.gap
 
-            onActiveFocusChanged: if (activeFocus)
-                root.positionViewAtIndex(row.index, ListView.Contain)
-            onClicked: root.model.includeDrive(row.index)
+                Symbol {
+                    name: "drive"
+                }
+                ColumnLayout {
+                    Layout.fillWidth: true
+                    spacing: Theme.gapTiny
+
+                    Text {
+                        Accessible.ignored: true
+                        Layout.fillWidth: true
+                        color: Theme.text
+                        font: Theme.bodyEmphasis
+                        horizontalAlignment: Text.AlignLeft
+                        text: row.name
+                        wrapMode: Text.Wrap
+                    }
+                    Text {
+                        Accessible.ignored: true
+                        Layout.fillWidth: true
+                        color: Theme.textSecondary
+                        font: Theme.secondary
+                        horizontalAlignment: Text.AlignLeft
+                        text: row.mountPath
+                        wrapMode: Text.WrapAnywhere
+                    }
+                    Text {
+                        Accessible.ignored: true
+                        Layout.fillWidth: true
+                        color: Theme.textSecondary
+                        font: Theme.secondary
+                        horizontalAlignment: Text.AlignLeft
+                        text: row.reason
+                        visible: text.length > 0
+                        wrapMode: Text.Wrap
+                    }
+                }
+                Text {
+                    Accessible.ignored: true
+                    color: Theme.text
+                    font: Theme.body
+                    text: row.size
+                    visible: text.length > 0
+                }
+                PushButton {
+                    Accessible.name: row.action
+                    text: Catalogue.translated("Include")
+                    visible: row.reason.length === 0
+
+                    onActiveFocusChanged: if (activeFocus)
+                        root.reveal(row)
+                    onClicked: root.model.includeDrive(row.index)
+                }
+            }
         }
     }
 }
