@@ -159,7 +159,11 @@ void LocationActionsModel::take(const TrackingProposal& proposal) {
 
 void LocationActionsModel::refuse(const QString& sentence) {
     const Proposing refused = std::exchange(proposing_, Proposing::nothing);
-    if (refused == Proposing::nothing) return;
+    if (refused == Proposing::nothing) {
+        if (sheet_ == ChoosingDrive)
+            show(sheet_, {.title = words_.title, .text = sentence, .dismissTitle = words_.dismissTitle});
+        return;
+    }
     const bool isDrive = refused == Proposing::drive;
     onConfirm_ = [this, isDrive] { isDrive ? addDrive() : Q_EMIT folderRequested(); };
     show(Telling, {.title = isDrive  ? translated("This drive can't be included")

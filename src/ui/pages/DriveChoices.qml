@@ -13,7 +13,7 @@ Flickable {
 
     // What the keyboard comes to is in sight.
     function reveal(row: Item) {
-        const least = Math.min(row.y, row.y + row.height - root.height);
+        const least = Math.min(row.y, row.y + row.height + 2 * Theme.focusWidth - root.height);
         root.contentY = Math.max(least, Math.min(root.contentY, row.y));
     }
 
@@ -21,14 +21,16 @@ Flickable {
     Accessible.role: Accessible.List
     boundsBehavior: Flickable.StopAtBounds
     clip: true
-    contentHeight: column.implicitHeight
+    contentHeight: column.implicitHeight + 2 * Theme.focusWidth
     implicitHeight: Math.min(contentHeight, Theme.scaled(280))
 
     ColumnLayout {
         id: column
 
-        spacing: Theme.gapSmall
-        width: root.width
+        spacing: Theme.gap
+        width: root.width - 2 * Theme.focusWidth
+        x: Theme.focusWidth
+        y: Theme.focusWidth
 
         Repeater {
             id: rows

@@ -88,8 +88,10 @@ TEST_F(LocationActions, ALocationIsStoppedOrBeforeItsFirstCheckForgotten) {
     actions().forget(column(*page().locations(), "location").at(1).toString());
     EXPECT_EQ(title(), "Forget “music”?");
     EXPECT_TRUE(actions().isDestructive());
+    model().selection()->setScope({known("music")->id});
     actions().confirm();
     ASSERT_TRUE(changesAreMade());
+    EXPECT_FALSE(model().selection()->scope().location) << "nobody looks at what is not there any more";
 
     actions().stopTracking("home");
     EXPECT_EQ(title(), "Stop tracking “home”?");
@@ -147,6 +149,10 @@ TEST_F(LocationActions, AFailureIsToldInASheetOrBesideTheOneThatIsOpen) {
     EXPECT_THAT(text(), HasSubstr("Couldn't include “music”. "));
     EXPECT_EQ(actions().confirmTitle(), "");
     EXPECT_THAT(notes, IsEmpty());
+
+    actions().addDrive();
+    Q_EMIT tracking().refused("The drives can't be told.");
+    EXPECT_EQ(text(), "The drives can't be told.");
 
     actions().stopTracking("home");
     tracking().include(music);
