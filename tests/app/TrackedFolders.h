@@ -87,8 +87,9 @@ protected:
             if (record.path == path(name)) return record;
         return {};
     }
-    [[nodiscard]] bool changesBecome(int changes) {
-        return runUntil([&] { return changes_ >= changes && !tracking().isChanging(); });
+    /// Whether all changes that were asked for come to be shown.
+    [[nodiscard]] bool changesAreMade() {
+        return runUntil([&] { return !tracking().isChanging(); });
     }
 
     TempFolder folder_;
