@@ -92,7 +92,6 @@ FocusScope {
                 }
                 Text {
                     Layout.fillWidth: true
-                    Layout.bottomMargin: Theme.gapSmall
                     text: root.model.explanation
                     font: Theme.body
                     color: Theme.textSecondary
