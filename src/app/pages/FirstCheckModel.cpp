@@ -63,8 +63,7 @@ QString FirstCheckModel::explanation() const {
         case Running:
             return translated(
                 "It finds out how much is there now, which takes longer than any check after it. From then "
-                "on "
-                "Brindle records what was added, grew, shrank or went away.");
+                "on Brindle records what was added, grew, shrank or went away.");
         case Stopped:
             return hasBaseline()
                        ? translated(
@@ -139,7 +138,7 @@ void FirstCheckModel::stop() {
 
 void FirstCheckModel::takeActivity() {
     if (model_.isChecking()) {
-        if (!everySecond_.isActive()) {
+        if (!everySecond_.isActive() && model_.isSetupShown()) {
             sinceBegin_.start();
             everySecond_.start();
         }

@@ -71,6 +71,7 @@ QString LocationChoice::questionTitle() const {
 }
 
 void LocationChoice::refresh() {
+    asked_.reset();
     tell({});
     tracking_.findDrives();
 }

@@ -97,7 +97,6 @@ ColumnLayout {
     }
     SectionTitle {
         Layout.fillWidth: true
-        Layout.topMargin: Theme.gapSmall
         text: Catalogue.translated("Included")
     }
     Card {

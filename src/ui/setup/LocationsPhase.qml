@@ -47,7 +47,6 @@ ColumnLayout {
     }
     SectionTitle {
         Layout.fillWidth: true
-        Layout.topMargin: Theme.gapSmall
         visible: root.choice.hasSuggestions
         text: Catalogue.translated("Suggested")
     }

@@ -15,7 +15,7 @@ FocusScope {
     required property int widthClass
 
     readonly property int phase: root.model.phase
-    readonly property bool isRunning: root.model.check.isRunning
+    readonly property bool isRunning: root.phase === SetupModel.FirstCheck && root.model.check.isRunning
     readonly property real contentWidth: Math.min(root.width - 2 * Theme.margin, Theme.scaled(720))
     readonly property Item focused: root.Window.activeFocusItem
     property bool isKeyboardUsed: false
@@ -92,7 +92,6 @@ FocusScope {
                 }
                 Text {
                     Layout.fillWidth: true
-                    Layout.bottomMargin: Theme.gapSmall
                     text: root.model.explanation
                     font: Theme.body
                     color: Theme.textSecondary

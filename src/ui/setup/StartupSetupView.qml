@@ -30,7 +30,6 @@ ColumnLayout {
     }
     SectionTitle {
         Layout.fillWidth: true
-        Layout.topMargin: Theme.gapSmall
         text: Catalogue.translated("Start-up")
     }
     Card {

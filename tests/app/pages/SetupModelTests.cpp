@@ -388,8 +388,7 @@ TEST_F(FirstRun, AFullDiskIsToldAndTheCheckCanBeTriedAgain) {
     SKIP_UNLESS_MOUNTS_WORK();
     fs::create_directory(data());
     const TestMount disk = TestMount::memory(data(), "size=600k");
-    for (int i = 0; i < 3000; ++i)
-        write("Many/a file with a name that is as long as names are " + std::to_string(i), 1);
+    for (int i = 0; i < 3000; ++i) write("Many/" + std::string(200, 'a') + std::to_string(i), 1);
     start();
     chooseFolders({place("ann/Many")});
     setup().goOn();
