@@ -30,17 +30,18 @@ nlohmann::json Tray::item() const {
     return item.is_discarded() ? nlohmann::json() : item;
 }
 
-bool Tray::shows(const std::string& title) const {
+bool Tray::shows(const std::string& label) const {
     return eventually([&] {
         const auto item = this->item();
-        return !item.is_null() && item["title"] == title;
+        return !item.is_null() && item["label"] == label;
     });
 }
 
 std::vector<std::string> Tray::menu() const {
     std::vector<std::string> entries;
     const auto item = this->item();
-    for (const auto& entry : item.value("menu", nlohmann::json::array())) {
+    if (item.is_null()) return {};
+    for (const auto& entry : item["menu"]) {
         const auto label = entry["label"].get<std::string>();
         entries.push_back(entry["isEnabled"].get<bool>() ? label : "[" + label + "]");
     }

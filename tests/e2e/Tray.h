@@ -14,10 +14,10 @@ class Tray {
 public:
     explicit Tray(const Screen& screen);
 
-    /// Name, status, icon and menu of the item in it; null when there is none.
+    /// Label, status, icon sizes and menu of the item in it; null when there is none.
     [[nodiscard]] nlohmann::json item() const;
-    /// Whether the item's name comes to be this within any reasonable time.
-    [[nodiscard]] bool shows(const std::string& title) const;
+    /// Whether the item comes to be labelled so within any reasonable time.
+    [[nodiscard]] bool shows(const std::string& label) const;
 
     /// The entries that show, separators left out; those that cannot be chosen are in brackets.
     [[nodiscard]] std::vector<std::string> menu() const;

@@ -31,7 +31,7 @@ TEST(TrayItem, OffersItsMenuAndDoesWhatIsChosen) {
     // The desktop's tray takes longer than Brindle.
     std::this_thread::sleep_for(std::chrono::seconds(2));
     auto tray = std::make_unique<Tray>(screen);
-    ASSERT_TRUE(tray->shows("Brindle, today +1.5 MB"));
+    ASSERT_TRUE(tray->shows("Brindle, today +1.5 MB")) << tray->item();
     EXPECT_FALSE(screen.named("Overview").has_value()) << "the login was to be quiet";
     EXPECT_THAT(tray->item()["iconSizes"], ElementsAre(16, 22, 24, 32, 48, 64));
     EXPECT_THAT(tray->item()["separators"], ElementsAre(2, 7, 9));

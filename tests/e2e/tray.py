@@ -88,7 +88,7 @@ def main():
         return 1
     entries = [{"label": shown(values.get("label", "")), "isEnabled": values.get("enabled", True)}
                for _, values in menu if values.get("type") != "separator"]
-    print(json.dumps({"title": item["Title"], "id": item["Id"], "status": item["Status"],
+    print(json.dumps({"label": item["ToolTip"][2], "id": item["Id"], "status": item["Status"],
                       "iconSizes": sorted(pixmap[0] for pixmap in item["IconPixmap"]), "menu": entries,
                       "separators": [place for place, (_, values) in enumerate(menu)
                                      if values.get("type") == "separator"]}))

@@ -370,8 +370,7 @@ Scene miniCheckScene() {
         return std::make_unique<HookedTree>(
             [](const std::string&) { std::this_thread::sleep_for(std::chrono::seconds(20)); });
     };
-    return miniScene("mini-check", std::move(settings),
-                     {{"checking", [](Stage& stage) { stage.model().checkNow(); }}});
+    return miniScene("mini-check", std::move(settings), {});
 }
 
 Scene miniWelcomeScene() {

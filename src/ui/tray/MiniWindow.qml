@@ -93,14 +93,17 @@ Window {
         RowLayout {
             visible: root.model.hasFigures
             spacing: Theme.gapLarge
+            Layout.fillHeight: true
 
             Figure {
+                Layout.alignment: Qt.AlignTop
                 caption: Catalogue.translated("Added")
                 amount: root.model.added
                 exact: root.model.addedExact
                 tone: Figure.Added
             }
             Figure {
+                Layout.alignment: Qt.AlignTop
                 caption: Catalogue.translated("Freed")
                 amount: root.model.freed
                 exact: root.model.freedExact
@@ -117,8 +120,6 @@ Window {
             Accessible.role: Accessible.StaticText
             Accessible.name: text
             Layout.fillWidth: true
-        }
-        Item {
             Layout.fillHeight: true
         }
         Text {
