@@ -101,10 +101,10 @@ int run(int argc, char** argv, const StopSignals& signals) {
     AppModel& model = program.model();
     QObject::connect(&application, &DesktopApplication::becameActive, &program.events(),
                      &SystemEvents::becomeActive);
-    QObject::connect(&application, &DesktopApplication::sessionEnding, &program,
+    QObject::connect(&application, &DesktopApplication::sessionEnded, &program,
                      &DesktopProgram::requestQuit);
     QObject::connect(&signals, &StopSignals::quitRequested, &program, &DesktopProgram::requestQuit);
-    QObject::connect(&program, &DesktopProgram::ended, &application, &DesktopApplication::quit);
+    QObject::connect(&program, &DesktopProgram::ended, &application, [] { DesktopApplication::exit(); });
 
     Reveal reveal(QDBusConnection::sessionBus());
     MainWindow window(model, reveal);
