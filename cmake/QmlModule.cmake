@@ -47,6 +47,7 @@ function(brindle_qml_module folder)
   list(TRANSFORM arg_MODULES PREPEND brindle_ui_)
   target_link_libraries(${target} PUBLIC ${arg_MODULES} ${arg_LAYERS} ${arg_LIBRARIES} Qt6::Quick)
   target_compile_definitions(${target} PUBLIC QT_NO_KEYWORDS)
+  brindle_use_precompiled(${target} Qt6::Quick)
   # Warnings are for what is written here, not for what Qt's tools generate into the same target.
   set_source_files_properties(${arg_SOURCES} TARGET_DIRECTORY ${target} PROPERTIES
     COMPILE_OPTIONS "$<TARGET_PROPERTY:brindle_warnings,INTERFACE_COMPILE_OPTIONS>")

@@ -109,7 +109,7 @@ std::string withoutFieldCodes(std::string_view argument) {
     return result;
 }
 
-std::string quoted(std::string_view argument) {
+std::string quotedArgument(std::string_view argument) {
     std::string result;
     for (const char letter : argument) {
         if (escapedInQuotation.find(letter) != std::string_view::npos) result += '\\';
@@ -232,7 +232,7 @@ std::string execOfCommand(const std::vector<std::string>& command) {
     std::string line;
     for (const auto& argument : command) {
         if (!line.empty()) line += ' ';
-        line += quoted(argument);
+        line += quotedArgument(argument);
     }
     return escaped(line);
 }

@@ -4,6 +4,7 @@
 
 #include <QEvent>
 #include <QQuickStyle>
+#include <QSessionManager>
 
 namespace brindle {
 
@@ -17,7 +18,18 @@ DesktopApplication::DesktopApplication(int& argc, char** argv) : QApplication(ar
     connect(this, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
         if (state == Qt::ApplicationActive) Q_EMIT becameActive();
     });
-    connect(this, &QGuiApplication::commitDataRequest, this, [this] { Q_EMIT sessionEnding(); });
+    // Whether Brindle opens at login is the user's setting, not that of a session that is restored. A logout
+    // that is only asked for may still be called off: the program ends when the session does.
+    connect(
+        this, &QGuiApplication::commitDataRequest, this,
+        [](QSessionManager& session) { session.setRestartHint(QSessionManager::RestartNever); },
+        Qt::DirectConnection);
+}
+
+bool DesktopApplication::event(QEvent* event) {
+    if (event->type() != QEvent::Quit) return QApplication::event(event);
+    Q_EMIT sessionEnded();
+    return true;
 }
 
 bool DesktopApplication::notify(QObject* receiver, QEvent* event) {

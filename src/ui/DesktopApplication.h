@@ -20,8 +20,11 @@ public:
 Q_SIGNALS:
     /// The user turned to the program.
     void becameActive();
-    /// The session ends.
-    void sessionEnding();
+    /// The session is over. Nothing has ended yet.
+    void sessionEnded();
+
+protected:
+    bool event(QEvent* event) override;
 
 private:
     HandlerTimes handlerTimes_;

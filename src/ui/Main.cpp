@@ -102,10 +102,10 @@ int run(int argc, char** argv, const StopSignals& signals) {
     AppModel& model = program.model();
     QObject::connect(&application, &DesktopApplication::becameActive, &program.events(),
                      &SystemEvents::becomeActive);
-    QObject::connect(&application, &DesktopApplication::sessionEnding, &program,
+    QObject::connect(&application, &DesktopApplication::sessionEnded, &program,
                      &DesktopProgram::requestQuit);
     QObject::connect(&signals, &StopSignals::quitRequested, &program, &DesktopProgram::requestQuit);
-    QObject::connect(&program, &DesktopProgram::ended, &application, &DesktopApplication::quit);
+    QObject::connect(&program, &DesktopProgram::ended, &application, [] { DesktopApplication::exit(); });
 
     DesktopSurfaces surfaces(model, QDBusConnection::sessionBus());
     QObject::connect(&program, &DesktopProgram::showWindowRequested, &surfaces,

@@ -22,7 +22,7 @@ using std::chrono::steady_clock;
 using testing::AnyOf;
 using testing::UnorderedElementsAre;
 
-constexpr std::chrono::seconds promptly{2};
+constexpr std::chrono::seconds promptly{10};
 
 /// A copy of the system's settings in the place of the settings, for this process and those that it starts.
 class SystemSettings {

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 #include <stdexcept>
 #include <unistd.h>
+#include <utility>
 
 namespace brindle {
 namespace {
@@ -114,8 +115,12 @@ void Screen::type(const std::string& text) const {
 }
 
 void Screen::click(const std::string& name) const {
-    EXPECT_TRUE(shows(name)) << name;
-    const auto element = named(name);
+    // A click goes where the element rests: what is still on its way would be missed.
+    std::optional<Element> element;
+    EXPECT_TRUE(eventually([&] {
+        const auto before = std::exchange(element, named(name));
+        return element && before && element->x == before->x && element->y == before->y;
+    })) << name;
     if (!element) return;
     EXPECT_EQ(
         run({"xdotool", "mousemove", std::to_string(element->x), std::to_string(element->y), "click", "1"})

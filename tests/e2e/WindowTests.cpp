@@ -2,6 +2,7 @@
 #include "e2e/Screen.h"
 
 #include <csignal>
+#include <fcntl.h>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -107,6 +108,64 @@ TEST_F(Person, SeesTheirOwnHistoryAndWhatAScreenReaderDoes) {
                 EXPECT_NE(element.name, "") << page << ": " << element.role;
             }
     }
+}
+
+/// The session that the program belongs to, as session_manager runs it.
+class LoginSession {
+public:
+    explicit LoginSession(const fs::path& log) : log_(log) {
+        ProgramLaunch launch{.arguments = {BRINDLE_SESSION_MANAGER}, .environment = {}};
+        const FileDescriptor output(open(log.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600));
+        launch.output = output.get();
+        manager_ = std::make_unique<RunningProgram>(launch);
+        if (!eventually([&] { return !events().empty(); })) throw std::runtime_error("there is no session");
+    }
+
+    [[nodiscard]] std::string address() const { return events().front(); }
+    void logOut() const { manager_->signal(SIGUSR1); }
+    void stay() const { manager_->signal(SIGUSR2); }
+    void end() const { manager_->signal(SIGHUP); }
+    /// What the program has done so far.
+    [[nodiscard]] bool heard(std::vector<std::string> wanted) const {
+        return eventually([&] {
+            const auto all = events();
+            return std::vector(all.begin() + 1, all.end()) == wanted;
+        });
+    }
+
+private:
+    [[nodiscard]] std::vector<std::string> events() const {
+        std::vector<std::string> lines;
+        std::ifstream stream(log_);
+        for (std::string line; std::getline(stream, line) && !stream.eof();) lines.push_back(line);
+        return lines;
+    }
+
+    fs::path log_;
+    std::unique_ptr<RunningProgram> manager_;
+};
+
+TEST_F(Person, WhoLogsOutIsAskedNothingAndWhoStaysKeepsTheProgram) {
+    const LoginSession session(desktop.brindle.home() / "session");
+    ProgramLaunch launch = screen.launch();
+    launch.setVariable("SESSION_MANAGER", session.address());
+    launch.arguments.insert(launch.arguments.end(), {"-BrindleExample", "YES"});
+    desktop.program = std::make_unique<RunningProgram>(launch);
+    ASSERT_TRUE(screen.shows("Example history — your files haven't been scanned."));
+    ASSERT_TRUE(session.heard({"registered", "saved"}));
+
+    session.logOut();
+    ASSERT_TRUE(session.heard({"registered", "saved", "saved"}));
+    session.stay();
+    screen.press("ctrl+2");
+    EXPECT_TRUE(screen.shows("Search names")) << "a logout that was called off ends nothing";
+
+    session.logOut();
+    ASSERT_TRUE(session.heard({"registered", "saved", "saved", "saved"}));
+    session.end();
+    EXPECT_TRUE(session.heard({"registered", "saved", "saved", "saved", "left"}));
+    const auto end = std::exchange(desktop.program, nullptr)->wait();
+    EXPECT_EQ(end.exitCode, 0) << end.error;
 }
 
 }  // namespace

@@ -191,11 +191,25 @@ FocusScope {
             radius: Theme.radius / 2
         }
         MouseArea {
+            id: pointer
+
+            // Where it was last: it is told of anew when what lies under it is drawn again, and one that rests
+            // does not take back what the keyboard has chosen.
+            property real lastX: -1
+
+            function follow(x: real) {
+                if (x === pointer.lastX)
+                    return;
+                pointer.lastX = x;
+                root.chosen(root.rowAt(x));
+            }
+
             anchors.fill: parent
             hoverEnabled: true
             cursorShape: Qt.PointingHandCursor
-            onEntered: root.chosen(root.rowAt(mouseX))
-            onPositionChanged: mouse => root.chosen(root.rowAt(mouse.x))
+            onEntered: pointer.follow(pointer.mouseX)
+            onExited: pointer.lastX = -1
+            onPositionChanged: mouse => pointer.follow(mouse.x)
             onClicked: mouse => root.activated(root.rowAt(mouse.x))
         }
     }

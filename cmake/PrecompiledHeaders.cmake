@@ -1,0 +1,45 @@
+# The headers of the libraries, read once instead of with every file: they are half of a compilation. Only
+# where BRINDLE_PRECOMPILED_HEADERS is on, for a file that forgets an include compiles with them: the everyday
+# build goes without, and so notices.
+option(BRINDLE_PRECOMPILED_HEADERS "Read the libraries' headers once (hides a forgotten include)" OFF)
+
+set(precompiled_headers
+  <algorithm> <array> <chrono> <compare> <cstdint> <filesystem> <functional> <future> <map> <memory> <mutex>
+  <numeric> <optional> <random> <ranges> <set> <span> <stdexcept> <string> <string_view> <thread> <unordered_map>
+  <utility> <variant> <vector> <fmt/format.h>)
+set(precompiled_qt_headers
+  <QAbstractListModel> <QByteArray> <QDBusConnection> <QList> <QObject> <QString> <QStringList> <QVariant>)
+set(precompiled_test_headers <gmock/gmock.h> <gtest/gtest.h> <fstream>)
+
+function(brindle_add_precompiled name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "HEADERS;LIBRARIES")
+  set(empty ${CMAKE_BINARY_DIR}/precompiled/${name}.cpp)
+  file(CONFIGURE OUTPUT ${empty} CONTENT "")
+  add_library(brindle_precompiled_${name} OBJECT EXCLUDE_FROM_ALL ${empty})
+  target_link_libraries(brindle_precompiled_${name} PRIVATE fmt::fmt ${arg_LIBRARIES})
+  target_precompile_headers(brindle_precompiled_${name} PRIVATE ${precompiled_headers} ${arg_HEADERS})
+endfunction()
+
+if(BRINDLE_PRECOMPILED_HEADERS)
+  brindle_add_precompiled(core)
+  brindle_add_precompiled(core_tests HEADERS ${precompiled_test_headers} LIBRARIES GTest::gmock)
+  if(BRINDLE_DESKTOP)
+    brindle_add_precompiled(qt HEADERS ${precompiled_qt_headers} LIBRARIES Qt6::Core Qt6::DBus)
+    brindle_add_precompiled(qt_tests HEADERS ${precompiled_qt_headers} ${precompiled_test_headers}
+      LIBRARIES Qt6::Core Qt6::DBus GTest::gmock)
+    foreach(name qt qt_tests)
+      target_compile_definitions(brindle_precompiled_${name} PRIVATE QT_NO_KEYWORDS)
+    endforeach()
+  endif()
+endif()
+
+# brindle_use_precompiled(<target> <libraries that it links> [_tests])
+function(brindle_use_precompiled target libraries)
+  if(BRINDLE_PRECOMPILED_HEADERS)
+    set(kind core)
+    if("${libraries}" MATCHES "Qt6::")
+      set(kind qt)
+    endif()
+    target_precompile_headers(${target} REUSE_FROM brindle_precompiled_${kind}${ARGN})
+  endif()
+endfunction()
