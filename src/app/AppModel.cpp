@@ -176,6 +176,10 @@ void AppModel::take(const HistoryFigures& figures) {
 
 void AppModel::show(HistorySnapshot snapshot) {
     history_ = std::move(snapshot);
+    const auto& scope = selection_.scope().location;
+    if (scope &&
+        std::ranges::find(history_.locations, *scope, &TrackedLocation::id) == history_.locations.end())
+        selection_.setScope({});  // it was forgotten
     locations_->replaceRows(locationRows(history_, figures(), sessionParts_.calendar()));
     drives_->replaceRows(driveRows(history_));
     Q_EMIT historyChanged();

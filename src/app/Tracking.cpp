@@ -102,18 +102,16 @@ void Tracking::change(Change change) {
     if (!access) return;
     if (++changing_ == 1) Q_EMIT changingChanged();
     // From now on, so that a change before this one has not to wait for the location's walk either.
-    const auto leftOut = access->leaveOut(change.id);
-    const auto work = [access, leftOut, id = change.id, apply = std::move(change.apply)] {
-        const RunLock lock =
-            RunLockSource(access->locks).take(RunLock::WhenTaken::refuse, CancellationFlag());
-        apply(*access->store);
+    auto work = [store = access->store, locks = access->locks, leftOut = access->leaveOut(change.id),
+                 apply = std::move(change.apply)]() mutable {
+        const RunLock lock = locks.take(RunLock::WhenTaken::refuse, CancellationFlag());
+        apply(*store);
+        leftOut.reset();  // it may be checked next
     };
     changes_.run(
-        work,
+        std::move(work),
         [this, id = change.id, isCheckedNext = change.isCheckedNext] {
-            const bool isChecking =
-                model_.mode() == AppMode(PlainMode::tracking) && !model_.settings()->checksPaused();
-            if (isCheckedNext && isChecking) unchecked_.insert(id);
+            if (isCheckedNext) unchecked_.insert(id);
             ++stored_;
             model_.session().reloadFigures();
         },
@@ -134,6 +132,7 @@ void Tracking::endChange() {
 void Tracking::checkNow() {
     if (unchecked_.empty() || model_.session().isChecking()) return;
     const auto next = std::exchange(unchecked_, {});
+    if (model_.mode() != AppMode(PlainMode::tracking) || model_.settings()->checksPaused()) return;
     model_.session().checkThese({next.begin(), next.end()});
 }
 

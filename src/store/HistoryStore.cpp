@@ -82,8 +82,9 @@ std::future<std::vector<UnreadableFolder>> HistoryStore::unreadableFolders(Locat
 }
 
 std::future<InventorySample> HistoryStore::sampleInventory(LocationID id, std::size_t limit) {
-    return reader_->perform(
-        [id = std::move(id), limit](SQLiteConnection& db) { return brindle::sampleInventory(db, id, limit); });
+    return reader_->perform([id = std::move(id), limit](SQLiteConnection& db) {
+        return brindle::sampleInventory(db, id, limit);
+    });
 }
 
 std::future<CheckCommit> HistoryStore::commit(CheckRequest request) {

@@ -17,6 +17,13 @@ namespace brindle {
 class TrackedFolders : public testing::Test {
 protected:
     TrackedFolders() {
+        shown_.setTrees([this] {
+            return std::make_unique<HookedTree>([this](const std::string& root) {
+                if (root != held_) return;
+                isHeld_ = true;
+                goesOn_.acquire();
+            });
+        });
         write("home/a", 1000);
         HistoryStore store(data());
         LocationRecord record = proposeLocation(path("home"), {}, systemNow()).record;
@@ -27,13 +34,6 @@ protected:
             store, locks, [](const CoordinatorEvent&) {}, false);
         coordinator.run({.locations = {{"home"}}}).wait();
 
-        shown_.setTrees([this] {
-            return std::make_unique<HookedTree>([this](const std::string& root) {
-                if (root != held_) return;
-                isHeld_ = true;
-                goesOn_.acquire();
-            });
-        });
         QObject::connect(&tracking(), &Tracking::changed, [this] { ++changes_; });
         QObject::connect(&tracking(), &Tracking::failed,
                          [this](const QString& sentence) { failures_.push_back(sentence.toStdString()); });
@@ -53,7 +53,7 @@ protected:
     }
 
     [[nodiscard]] std::string path(const std::string& name) const { return (folder_.path() / name).string(); }
-    [[nodiscard]] std::string data() const { return path("data"); }
+    [[nodiscard]] const std::string& data() { return model().options().dataDirectory; }
 
     void write(const std::string& name, std::size_t bytes) const {
         std::filesystem::create_directories(std::filesystem::path(path(name)).parent_path());
@@ -87,8 +87,9 @@ protected:
             if (record.path == path(name)) return record;
         return {};
     }
-    [[nodiscard]] bool changesBecome(int changes) {
-        return runUntil([&] { return changes_ >= changes && !tracking().isChanging(); });
+    /// Whether all changes that were asked for come to be shown.
+    [[nodiscard]] bool changesAreMade() {
+        return runUntil([&] { return !tracking().isChanging(); });
     }
 
     TempFolder folder_;

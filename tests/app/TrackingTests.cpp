@@ -30,7 +30,7 @@ TEST_F(TrackingTest, WhatIsIncludedIsCheckedAtOnceUnlessChecksArePaused) {
     const LocationRecord music = record("music");
     tracking().include(music);
     EXPECT_TRUE(tracking().isChanging());
-    ASSERT_TRUE(changesBecome(1));
+    ASSERT_TRUE(changesAreMade());
     ASSERT_TRUE(runUntil([&] { return known("music")->baselineAt.has_value(); }));
     ASSERT_EQ(runs_.size(), 2U);
     EXPECT_THAT(checkedBy(runs_.back()), ElementsAre(music.id)) << "and nothing else again";
@@ -39,7 +39,7 @@ TEST_F(TrackingTest, WhatIsIncludedIsCheckedAtOnceUnlessChecksArePaused) {
     model().settings()->setChecksPaused(true);
     write("films/one", 1);
     tracking().include(record("films"));
-    ASSERT_TRUE(changesBecome(2));
+    ASSERT_TRUE(changesAreMade());
     QCoreApplication::processEvents();
     EXPECT_FALSE(model().isChecking());
     EXPECT_FALSE(known("films")->lastCheckAt);
@@ -54,7 +54,7 @@ TEST_F(TrackingTest, WhatIsIncludedDuringACheckIsCheckedAfterIt) {
     EXPECT_TRUE(tracking().isChanging());
     EXPECT_FALSE(known("music"));
     letGo();
-    ASSERT_TRUE(changesBecome(1));
+    ASSERT_TRUE(changesAreMade());
     ASSERT_TRUE(runUntil([&] { return known("music") && known("music")->baselineAt; }));
     ASSERT_EQ(runs_.size(), 3U);
     EXPECT_THAT(checkedBy(runs_[1]), ElementsAre(LocationID{"home"}));
@@ -70,13 +70,13 @@ TEST_F(TrackingTest, WhatIsBeingCheckedIsTakenAwayAtOnceAndTheOthersAreCheckedOn
     tracking().include(music);
     const LocationRecord fresh = record("new");
     tracking().include(fresh);
-    ASSERT_TRUE(changesBecome(2));
+    ASSERT_TRUE(changesAreMade());
 
     // Before its first check: it is not checked after all, and so can be forgotten.
     ASSERT_TRUE(holdCheckOf("music"));
     tracking().forget(music.id);
     letGo();
-    ASSERT_TRUE(changesBecome(3));
+    ASSERT_TRUE(changesAreMade());
     EXPECT_FALSE(known("music"));
     ASSERT_TRUE(runUntil([&] { return !runs_.empty() && known("new")->lastCheckAt; }));
     EXPECT_FALSE(runs_[0].cancelled);
@@ -87,7 +87,7 @@ TEST_F(TrackingTest, WhatIsBeingCheckedIsTakenAwayAtOnceAndTheOthersAreCheckedOn
     ASSERT_TRUE(holdCheckOf("home"));
     tracking().stopTracking({"home"});
     letGo();
-    ASSERT_TRUE(changesBecome(4));
+    ASSERT_TRUE(changesAreMade());
     ASSERT_TRUE(runUntil([&] { return runs_.size() == 2 && !model().isChecking(); }));
     EXPECT_THAT(checkedBy(runs_[1]), ElementsAre(fresh.id));
     EXPECT_TRUE(known("home")->removedAt);
@@ -111,7 +111,7 @@ TEST_F(TrackingTest, AFolderThatWasMovedIsCheckedWhereItWasChosenAgain) {
     EXPECT_EQ(proposal->explanation, "");
     write("elsewhere/moved/b", 70);
     tracking().chooseAgain(proposal->record);
-    ASSERT_TRUE(changesBecome(1));
+    ASSERT_TRUE(changesAreMade());
     ASSERT_TRUE(runUntil([&] { return runs_.size() == 2 && !model().isChecking(); }));
     ASSERT_TRUE(runUntil([&] { return model().ownToday().totals == (ChangeTotals{70, 0, 1}); }));
     EXPECT_EQ(known("elsewhere/moved")->id, LocationID{"home"});
@@ -156,7 +156,7 @@ TEST_F(TrackingTest, NothingChangesWhileAnotherProgramChecks) {
     EXPECT_THAT(failures_[1], StartsWith("Couldn't stop tracking “home”. Another program"));
     other.die();
     tracking().include(record("music"));
-    ASSERT_TRUE(changesBecome(1));
+    ASSERT_TRUE(changesAreMade());
     EXPECT_TRUE(known("music"));
     EXPECT_FALSE(known("home")->removedAt);
 }
@@ -174,7 +174,7 @@ TEST_F(TrackingTest, AFullDiskIsToldAndLeavesTheListAsItWas) {
     EXPECT_THAT(failures_[1], StartsWith("Couldn't stop tracking “home”. There is no room left"));
     disk.disarm();
     tracking().include(record("music"));
-    ASSERT_TRUE(changesBecome(1));
+    ASSERT_TRUE(changesAreMade());
     EXPECT_TRUE(known("music"));
     EXPECT_FALSE(known("home")->removedAt);
     ASSERT_TRUE(quit());  // before the disk is another one

@@ -4,6 +4,7 @@
 #include "model/NumberText.h"
 #include "model/Translation.h"
 
+#include <QStringList>
 #include <algorithm>
 #include <chrono>
 #include <utility>
@@ -14,12 +15,20 @@ namespace {
 
 constexpr std::chrono::milliseconds beforeAWord{400};
 
+/// The row for those who do not see it.
+QString spoken(const DriveChoiceRow& row) {
+    QStringList parts{row.name, row.mountPath, row.size, row.reason};
+    parts.removeAll(QString());
+    return parts.join(", ");
+}
+
 std::vector<ListModel<DriveChoiceRow, std::string>::Role> driveRoles() {
     using Row = DriveChoiceRow;
     return {{"name", [](const Row& row) { return row.name; }},
             {"mountPath", [](const Row& row) { return row.mountPath; }},
             {"size", [](const Row& row) { return row.size; }},
             {"reason", [](const Row& row) { return row.reason; }},
+            {"spoken", [](const Row& row) { return spoken(row); }},
             {"action", [](const Row& row) { return row.action; }}};
 }
 
@@ -116,7 +125,7 @@ void LocationActionsModel::takeDrives(const std::vector<DriveChoice>& drives) {
                                                       : QString(),
                         .reason = QString::fromStdString(choice.reason),
                         .action = pageText(translated("Include “{}”"), fileNameText(choice.drive.name))});
-    words_.text = rows.empty() ? translated("Every connected drive is included already.")
+    words_.text = rows.empty() ? translated("No other drive is connected.")
                                : translated(
                                      "A drive is checked as a whole, except for the system's own folders "
                                      "on it.");
@@ -151,7 +160,11 @@ void LocationActionsModel::take(const TrackingProposal& proposal) {
 
 void LocationActionsModel::refuse(const QString& sentence) {
     const Proposing refused = std::exchange(proposing_, Proposing::nothing);
-    if (refused == Proposing::nothing) return;
+    if (refused == Proposing::nothing) {
+        if (sheet_ == ChoosingDrive)
+            show(sheet_, {.title = words_.title, .text = sentence, .dismissTitle = words_.dismissTitle});
+        return;
+    }
     const bool isDrive = refused == Proposing::drive;
     onConfirm_ = [this, isDrive] { isDrive ? addDrive() : Q_EMIT folderRequested(); };
     show(Telling, {.title = isDrive  ? translated("This drive can't be included")

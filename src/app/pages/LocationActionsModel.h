@@ -80,6 +80,8 @@ public:
 
     /// The answer to folderRequested(): an absolute path.
     void takeFolder(const std::string& path);
+    /// The drives that were looked for; nobody waits for them any more once their sheet is closed.
+    void takeDrives(const std::vector<DriveChoice>& drives);
 
 Q_SIGNALS:
     void offeredChanged();
@@ -100,7 +102,6 @@ private:
     void take(const TrackingProposal& proposal);
     void store(const TrackingProposal& proposal);
     void refuse(const QString& sentence);
-    void takeDrives(const std::vector<DriveChoice>& drives);
     void ask(Words words, std::function<void()> onConfirm);
     void show(Sheet sheet, Words words);
     void updateWaiting();

@@ -16,7 +16,7 @@ PageScroll {
 
         PushButton {
             text: Catalogue.translated("Add Folder…")
-            visible: root.model.actions.isOffered
+            visible: root.model.actions.isOffered && root.model.hasLocations
 
             onClicked: root.model.actions.addFolder()
         }

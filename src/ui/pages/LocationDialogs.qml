@@ -2,7 +2,6 @@ import QtQuick
 import QtQuick.Layouts
 import Brindle.Models
 import Brindle.Parts
-import Brindle.Theme
 
 // What the user is asked and told before the tracked locations are changed, one sheet at a time. Folders are
 // chosen in the system's own dialog.

@@ -1,50 +1,18 @@
-#include "app/pages/DrivesModel.h"
 #include "app/pages/FixedHistory.h"
 #include "app/pages/OverviewModel.h"
 #include "app/pages/ShownHistory.h"
-#include "ui/Scene.h"
+#include "ui/Keyboard.h"
 
-#include <QAccessible>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace brindle {
 namespace {
 
-using testing::AnyOf;
-using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr LocalDay today{2026, 3, 7};
-
-/// The item that has the keyboard, as a screen reader calls it.
-std::string focusedName(Scene& scene) {
-    QQuickItem* item = scene.window().activeFocusItem();
-    auto* reader = item == nullptr ? nullptr : QAccessible::queryAccessibleInterface(item);
-    return reader == nullptr ? std::string() : reader->text(QAccessible::Name).toStdString();
-}
-
-/// What the keyboard comes to with Tab, once around, in this order.
-std::vector<std::string> tabbedNames(Scene& scene) {
-    std::vector<std::string> names;
-    for (int i = 0; i < 40; ++i) {
-        scene.press(Qt::Key_Tab);
-        const std::string name = focusedName(scene);
-        if (!names.empty() && name == names.front()) break;
-        names.push_back(name);
-    }
-    return names;
-}
-
-/// Moves the keyboard on to the item of this name. False when it does not come there.
-bool tabTo(Scene& scene, const std::string& name) {
-    for (int i = 0; i < 40; ++i) {
-        if (focusedName(scene) == name) return true;
-        scene.press(Qt::Key_Tab);
-    }
-    return false;
-}
 
 TEST(OverviewPage, TheKeyboardComesToEveryFigureInReadingOrderAndToWhatIsBehindIt) {
     auto history = std::make_shared<FixedHistory>();
@@ -105,32 +73,6 @@ TEST(OverviewPage, WhatTheKeyboardComesToIsInSight) {
     EXPECT_EQ(page.property("contentY").toDouble(), 0);
     scene.press(Qt::Key_PageDown);
     EXPECT_GT(page.property("contentY").toDouble(), 0);
-}
-
-TEST(DrivesPage, ALocationIsShownAndItsUnreadableFoldersAreOpenedByTheKeyboard) {
-    TempHistory stored;
-    stored.include("home");
-    stored.check("home", {{"file", 1000}}, {.unreadable = {{"Private", true}}});
-    stored.close();
-    ShownHistory shown;
-    ASSERT_TRUE(shown.open(stored.directory()));
-    DrivesModel drives(shown.model(), shown.tracking());
-    std::vector<std::string> revealed;
-    QObject::connect(&drives, &DrivesModel::revealRequested,
-                     [&](const std::string& path) { revealed.push_back(path); });
-    Scene scene;
-    scene.show("DrivesPage { widthClass: 1; focus: true }", {1180, 760},
-               {{"model", QVariant::fromValue(&drives)}});
-    EXPECT_THAT(tabbedNames(scene), ElementsAre("Show in Files", "1 folder couldn't be read"));
-    scene.press(Qt::Key_Return);
-    EXPECT_THAT(revealed, ElementsAre(shown.model().records().front().path));
-    scene.press(Qt::Key_Tab);
-    scene.press(Qt::Key_Return);
-    EXPECT_EQ(drives.unreadable()->rowCount(), 1);
-    // The list, or its row at once where that is there already.
-    EXPECT_THAT(tabbedNames(scene),
-                Contains(AnyOf("Folders that couldn't be read", "Private, Access was refused")));
-    EXPECT_THAT(scene.warnings(), IsEmpty());
 }
 
 }  // namespace
