@@ -2,6 +2,7 @@
 
 #include "app/EventLoop.h"
 #include "platform/TreeReader.h"
+#include "scan/LocationAccess.h"
 #include "support/FakeTree.h"
 #include "support/TempHistory.h"
 #include "ui/DesktopApplication.h"
