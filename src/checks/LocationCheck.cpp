@@ -90,8 +90,8 @@ CheckOutcome LocationCheck::check(const LocationRecord& record,
     auto committed = store_.commit({.record = found,
                                     .walk = walkAhead(walk),
                                     .cancellation = cancellation,
-                                    .readVolume = readVolume,
                                     .now = clock_.now,
+                                    .readVolume = readVolume,
                                     .calendar = clock_.calendar()});
     try {
         while (committed.wait_for(betweenWords) != std::future_status::ready)

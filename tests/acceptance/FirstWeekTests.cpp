@@ -118,6 +118,12 @@ TEST_F(FirstWeek, EveryFigureIsThatOfTheFiles) {
     person.look("overview");
     expectFigures();
     std::cout << person.everything();
+    write(files / "Movies/new", 12'000'000);
+    fs::resize_file(files / "old", 2'500'000);
+    fs::remove(files / "Movies/short");
+    expectCheckAfter([&] { person.press("ctrl+r"); });
+    expectFigures();
+    std::cout << person.everything();
     for (const char* page : {"ctrl+2", "ctrl+3", "ctrl+4", "ctrl+5"}) {
         person.press(page);
         person.look(page);
