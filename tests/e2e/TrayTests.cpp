@@ -139,7 +139,7 @@ TEST_F(MiniWindowOnScreen, TakesNoFocusStaysOnTopWhenAskedAndKeepsItsPlace) {
     ASSERT_TRUE(eventually([&] { return !miniWindow().empty(); }));
     EXPECT_THAT(geometry(miniWindow()), HasSubstr("X=570\nY=362\nWIDTH=300\nHEIGHT=176\n"));
     EXPECT_FALSE(hasFocus());
-    EXPECT_TRUE(isInFront());
+    EXPECT_TRUE(eventually([&] { return isInFront(); }));
     EXPECT_THAT(properties(), HasSubstr("_NET_WM_DESKTOP(CARDINAL) = 4294967295"));
     EXPECT_THAT(properties(), Not(HasSubstr("_NET_WM_STATE_ABOVE")));
 
