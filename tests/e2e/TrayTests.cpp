@@ -102,6 +102,8 @@ protected:
         launch.arguments.insert(launch.arguments.end(), {"-BrindleExample", "YES"});
         desktop.program = std::make_unique<RunningProgram>(launch);
         ASSERT_TRUE(screen.shows("Overview"));
+        // The window manager's last word about a new window is that it has the keyboard.
+        ASSERT_TRUE(eventually([&] { return screen.run({"xdotool", "getactivewindow"}).exitCode == 0; }));
     }
     void quit() { EXPECT_EQ(desktop.quit().exitCode, 0); }
 
