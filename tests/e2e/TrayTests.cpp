@@ -1,5 +1,6 @@
 #include "e2e/Tray.h"
 
+#include <fmt/format.h>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -101,6 +102,8 @@ protected:
         launch.arguments.insert(launch.arguments.end(), {"-BrindleExample", "YES"});
         desktop.program = std::make_unique<RunningProgram>(launch);
         ASSERT_TRUE(screen.shows("Overview"));
+        // The window manager's last word about a new window is that it has the keyboard.
+        ASSERT_TRUE(eventually([&] { return screen.run({"xdotool", "getactivewindow"}).exitCode == 0; }));
     }
     void quit() { EXPECT_EQ(desktop.quit().exitCode, 0); }
 
@@ -118,6 +121,11 @@ protected:
     [[nodiscard]] std::string properties() const {
         return screen.run({"xprop", "-id", miniWindow(), "_NET_WM_STATE", "_NET_WM_DESKTOP"}).output;
     }
+    /// Whether no other window is in front of it.
+    [[nodiscard]] bool isInFront() const {
+        const std::string windows = screen.run({"xprop", "-root", "_NET_CLIENT_LIST_STACKING"}).output;
+        return windows.ends_with(fmt::format("{:#x}\n", std::stoul(miniWindow())));
+    }
     [[nodiscard]] bool hasFocus() const {
         return screen.run({"xdotool", "getactivewindow"}).output == miniWindow() + "\n";
     }
@@ -133,6 +141,7 @@ TEST_F(MiniWindowOnScreen, TakesNoFocusStaysOnTopWhenAskedAndKeepsItsPlace) {
     ASSERT_TRUE(eventually([&] { return !miniWindow().empty(); }));
     EXPECT_THAT(geometry(miniWindow()), HasSubstr("X=570\nY=362\nWIDTH=300\nHEIGHT=176\n"));
     EXPECT_FALSE(hasFocus());
+    EXPECT_TRUE(eventually([&] { return isInFront(); }));
     EXPECT_THAT(properties(), HasSubstr("_NET_WM_DESKTOP(CARDINAL) = 4294967295"));
     EXPECT_THAT(properties(), Not(HasSubstr("_NET_WM_STATE_ABOVE")));
 

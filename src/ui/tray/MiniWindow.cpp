@@ -22,8 +22,10 @@ void MiniWindow::showOrHide() {
     }
     if (!engine_) create();
     x11Desktop::joinAllDesktops(*window_);
+    // Window managers may put a window that takes no keyboard behind the one that has it. They hear what is
+    // asked of a window only once it is theirs.
+    connect(window_, &QQuickWindow::frameSwapped, window_, &QWindow::raise, Qt::SingleShotConnection);
     window_->show();
-    window_->raise();
 }
 
 void MiniWindow::create() {
