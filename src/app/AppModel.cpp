@@ -263,6 +263,17 @@ void AppModel::checkNow() {
     if (!isShuttingDown_) session_.checkAll();
 }
 
+bool AppModel::canCheckNow() const {
+    return mode_ == AppMode(PlainMode::tracking) && !isChecking() &&
+           std::ranges::any_of(own_.records, [](const LocationRecord& record) { return !record.removedAt; });
+}
+
+void AppModel::setMiniWindowOpen(bool isOpen) {
+    if (isMiniWindowOpen_ == isOpen || (isOpen && isShuttingDown_)) return;
+    isMiniWindowOpen_ = isOpen;
+    Q_EMIT miniWindowChanged();
+}
+
 void AppModel::setOpensAtLogin(bool opens) {
     loginItemFailure_.clear();
     try {
@@ -300,6 +311,7 @@ void AppModel::shutDown() {
     if (std::exchange(isShuttingDown_, true)) return;
     Q_EMIT shuttingDownChanged();
     schedule_.shutDown();
+    setMiniWindowOpen(false);
     dayDetails_.forget();
     exporter_.stop();
     session_.stop();

@@ -54,6 +54,7 @@ class AppModel : public QObject {
     Q_PROPERTY(int dayChangesRevision READ dayChangesRevision NOTIFY detailsChanged)
     Q_PROPERTY(bool isChecking READ isChecking NOTIFY checkingChanged)
     Q_PROPERTY(QString checkingText READ checkingText NOTIFY checkingChanged)
+    Q_PROPERTY(bool isMiniWindowOpen READ isMiniWindowOpen WRITE setMiniWindowOpen NOTIFY miniWindowChanged)
     Q_PROPERTY(brindle::LoginItemStatus loginItemStatus READ loginItemStatus NOTIFY loginItemStatusChanged)
     Q_PROPERTY(brindle::Settings* settings READ settings CONSTANT)
     Q_PROPERTY(brindle::Selection* selection READ selection CONSTANT)
@@ -130,8 +131,14 @@ public:
     void prepareExport();
     /// Checks every location now, unless nothing is tracked.
     void checkNow();
+    /// Whether there is something to check, and nothing that checks it.
+    [[nodiscard]] bool canCheckNow() const;
     /// What the running check has found so far is dropped.
     void stopCheck() { session_.cancelCheck(); }
+    /// Brings the main window back, from wherever that is asked.
+    void openMainWindow() { Q_EMIT mainWindowRequested(); }
+    [[nodiscard]] bool isMiniWindowOpen() const { return isMiniWindowOpen_; }
+    void setMiniWindowOpen(bool isOpen);
     /// Ends with readyToQuit().
     void shutDown();
 
@@ -155,6 +162,8 @@ Q_SIGNALS:
     void checkingChanged();
     void lastRunChanged();
     void loginItemStatusChanged();
+    void mainWindowRequested();
+    void miniWindowChanged();
     /// A sentence for the user about something that did not work.
     void noted(const QString& sentence);
     void readyToQuit();
@@ -186,6 +195,7 @@ private:
     AppMode mode_ = PlainMode::starting;
     bool hasStarted_ = false;
     bool isShuttingDown_ = false;
+    bool isMiniWindowOpen_ = false;
     bool wantsExample_;
     bool wantsSetup_ = false;  // although there are pages to show
     HistorySnapshot history_;

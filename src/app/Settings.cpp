@@ -65,4 +65,8 @@ void Settings::setMainWindowFrame(const std::string& frame) {
     set(preferenceKeys::mainWindowFrame, frame, &Settings::mainWindowFrameChanged);
 }
 
+void Settings::setMiniWindowFrame(const std::string& frame) {
+    set(preferenceKeys::miniWindowFrame, frame, &Settings::miniWindowFrameChanged);
+}
+
 }  // namespace brindle

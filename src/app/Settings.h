@@ -41,6 +41,7 @@ public:
     [[nodiscard]] bool showsEstimates() const { return values_.showsEstimates; }
     [[nodiscard]] bool startupSetupCompleted() const { return values_.startupSetupCompleted; }
     [[nodiscard]] const std::string& mainWindowFrame() const { return values_.mainWindowFrame; }
+    [[nodiscard]] const std::string& miniWindowFrame() const { return values_.miniWindowFrame; }
 
     void setAppearance(AppearanceMode mode);
     void setTextSize(TextSize size);
@@ -53,6 +54,7 @@ public:
     void setShowsEstimates(bool shows);
     void setStartupSetupCompleted(bool completed);
     void setMainWindowFrame(const std::string& frame);
+    void setMiniWindowFrame(const std::string& frame);
 
 Q_SIGNALS:
     void appearanceChanged();
@@ -65,6 +67,7 @@ Q_SIGNALS:
     void showsEstimatesChanged();
     void startupSetupCompletedChanged();
     void mainWindowFrameChanged();
+    void miniWindowFrameChanged();
     /// Something that the user should know: a setting could not be stored, or what was stored was damaged.
     void noted(const QString& sentence);
 

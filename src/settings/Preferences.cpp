@@ -62,7 +62,7 @@ Preferences readPreferences(const SettingValues& settings) {
     };
     using namespace preferenceKeys;
     read(appearance, textSize, checkInterval, checksPaused, showsMenuBarItem, miniWindowKeepsOnTop,
-         opensQuietlyAtLogin, showsEstimates, startupSetupCompleted, mainWindowFrame);
+         opensQuietlyAtLogin, showsEstimates, startupSetupCompleted, mainWindowFrame, miniWindowFrame);
     return preferences;
 }
 

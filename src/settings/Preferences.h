@@ -36,6 +36,7 @@ struct Preferences {
     bool showsEstimates = false;
     bool startupSetupCompleted = false;
     std::string mainWindowFrame;  // "x y width height", as the window was left; empty before it was shown
+    std::string miniWindowFrame;  // likewise
 
     bool operator==(const Preferences&) const = default;
 };
@@ -62,6 +63,8 @@ inline constexpr PreferenceKey<bool> startupSetupCompleted{"startupSetupComplete
                                                            &Preferences::startupSetupCompleted};
 inline constexpr PreferenceKey<std::string> mainWindowFrame{"BrindleMainWindow",
                                                             &Preferences::mainWindowFrame};
+inline constexpr PreferenceKey<std::string> miniWindowFrame{"BrindleMiniWindow",
+                                                            &Preferences::miniWindowFrame};
 }  // namespace preferenceKeys
 
 /// Never fails: what is missing, of another type or unknown has its default. For `showsMenuBarItem` an

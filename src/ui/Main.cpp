@@ -1,7 +1,5 @@
 #include "app/CoarseAlarm.h"
-#include "app/desktop/AppearanceWatch.h"
 #include "app/desktop/DesktopProgram.h"
-#include "app/desktop/Reveal.h"
 #include "app/desktop/StopSignals.h"
 #include "example/ExampleHistory.h"
 #include "model/Translation.h"
@@ -11,9 +9,10 @@
 #include "settings/LaunchArguments.h"
 #include "settings/ProgramInformation.h"
 #include "ui/DesktopApplication.h"
-#include "ui/windows/MainWindow.h"
+#include "ui/DesktopSurfaces.h"
 
 #include <QDBusConnection>
+#include <algorithm>
 #include <clocale>
 #include <cstdio>
 #include <fmt/format.h>
@@ -92,10 +91,12 @@ int run(int argc, char** argv, const StopSignals& signals) {
             return fail(otherWindow, translated("Brindle is already open and doesn't answer."));
     }
 
+    const std::span arguments = std::span(argv, static_cast<std::size_t>(argc)).subspan(1);
+    const bool isAtLogin =
+        std::ranges::find(arguments, std::string_view(launchedAtLoginArgument)) != arguments.end();
     const SettingsFile file = SettingsFile::ofUser();
     const StoredSettings stored = file.read();
-    const SettingValues values(
-        stored.values, parseLaunchArguments(std::span(argv, static_cast<std::size_t>(argc)).subspan(1)));
+    const SettingValues values(stored.values, parseLaunchArguments(arguments));
     DesktopProgram program(std::make_unique<AppModel>(partsFrom(values, file)), instance,
                            QDBusConnection::systemBus());
     AppModel& model = program.model();
@@ -106,14 +107,11 @@ int run(int argc, char** argv, const StopSignals& signals) {
     QObject::connect(&signals, &StopSignals::quitRequested, &program, &DesktopProgram::requestQuit);
     QObject::connect(&program, &DesktopProgram::ended, &application, &DesktopApplication::quit);
 
-    Reveal reveal(QDBusConnection::sessionBus());
-    MainWindow window(model, reveal);
-    const AppearanceWatch desktop(QDBusConnection::sessionBus());
-    QObject::connect(&desktop, &AppearanceWatch::appearanceChanged,
-                     [&] { window.appearance().setSystem(desktop.appearance()); });
-    QObject::connect(&program, &DesktopProgram::showWindowRequested, &window, &MainWindow::show);
-    QObject::connect(&window, &MainWindow::quitRequested, &program, &DesktopProgram::requestQuit);
-    QObject::connect(&program, &DesktopProgram::quitBegan, &window, &MainWindow::hide);
+    DesktopSurfaces surfaces(model, QDBusConnection::sessionBus());
+    QObject::connect(&program, &DesktopProgram::showWindowRequested, &surfaces,
+                     &DesktopSurfaces::showMainWindow);
+    QObject::connect(&surfaces, &DesktopSurfaces::quitRequested, &program, &DesktopProgram::requestQuit);
+    QObject::connect(&program, &DesktopProgram::quitBegan, &surfaces, &DesktopSurfaces::hide);
     QObject::connect(&model, &AppModel::noted,
                      [](const QString& sentence) { fmt::print(stderr, "{}\n", sentence.toStdString()); });
     if (stored.note) Q_EMIT model.noted(QString::fromStdString(*stored.note));
@@ -123,8 +121,7 @@ int run(int argc, char** argv, const StopSignals& signals) {
     });
 #endif
     model.start();
-    // Without an item in the tray a quiet start would leave nothing to be seen.
-    window.show(QString::fromStdString(activationToken()));
+    surfaces.begin(isAtLogin, QString::fromStdString(activationToken()));
     const int code = DesktopApplication::exec();
 #ifdef BRINDLE_HANDLER_TIMES
     if (const auto path = environmentValue("BRINDLE_HANDLER_TIMES")) application.handlerTimes().write(*path);

@@ -48,9 +48,10 @@ public:
     /// As a screen reader does it. False when the element has no such action.
     [[nodiscard]] bool activate(const std::string& name) const;
 
-private:
-    [[nodiscard]] ProgramResult run(std::vector<std::string> arguments) const;
+    /// Runs a program of the desktop's to its end.
+    ProgramResult run(std::vector<std::string> arguments) const;
 
+private:
     Desktop& desktop_;
     std::string display_;  // ":7"
     std::unique_ptr<RunningProgram> server_;

@@ -3,6 +3,7 @@
 #include "app/EventLoop.h"
 #include "platform/TreeReader.h"
 #include "support/FakeTree.h"
+#include "support/HookedTree.h"
 #include "support/TempHistory.h"
 #include "ui/DesktopApplication.h"
 #include "ui/Stage.h"
@@ -30,6 +31,10 @@ struct Scene {
     std::string name;
     StageSettings settings;
     std::vector<View> views;
+    std::function<QQuickWindow&(Stage&)> window = [](Stage& stage) -> QQuickWindow& {
+        return stage.window();
+    };
+    std::vector<QSize> sizes{{960, 680}, {1440, 900}};
 };
 
 std::function<void(Stage&)> page(Destination destination) {
@@ -262,53 +267,92 @@ Scene setUpAgainScene() {
     return scene;
 }
 
+/// Every section of the settings, at the smallest size and at a larger one.
+Scene settingsScene() {
+    Scene scene = firstWeekScene();
+    scene.name = "settings";
+    scene.settings.hasUpdates = true;
+    scene.views.clear();
+    for (const auto section : {SettingsModel::Appearance, SettingsModel::StorageChecks,
+                               SettingsModel::Startup, SettingsModel::Privacy, SettingsModel::Updates})
+        scene.views.push_back({fmt::format("section-{}", static_cast<int>(section)), [section](Stage& stage) {
+                                   stage.mainWindow().showUpdates();
+                                   stage.model().updates()->checkForUpdates();
+                                   QQuickWindow& window = *stage.mainWindow().settings().window();
+                                   window.property("model").value<SettingsModel*>()->setSection(section);
+                               }});
+    scene.window = [](Stage& stage) -> QQuickWindow& { return *stage.mainWindow().settings().window(); };
+    scene.sizes = {QSize(884, 572), QSize(1100, 760)};
+    return scene;
+}
+
+/// The mini window in a corner of whatever the stage has.
+Scene miniScene(std::string name, StageSettings settings, std::vector<View> views) {
+    settings.begin = [](DesktopSurfaces&) {};
+    settings.preferences.checksPaused = false;
+    views.insert(views.begin(), {"open", [](Stage& stage) { stage.model().setMiniWindowOpen(true); }});
+    return {std::move(name),
+            std::move(settings),
+            std::move(views),
+            [](Stage& stage) -> QQuickWindow& { return *stage.surfaces().miniWindow().window(); },
+            {QSize(300, 176)}};
+}
+
+Scene miniExampleScene() {
+    return miniScene(
+        "mini-example", {},
+        {{"on-top", [](Stage& stage) { stage.model().settings()->setMiniWindowKeepsOnTop(true); }},
+         {"paused", [](Stage& stage) { stage.model().settings()->setChecksPaused(true); }}});
+}
+
+/// A folder that was last checked yesterday, and whose check goes on until the stage is gone.
+Scene miniCheckScene() {
+    StageSettings settings{.isExample = false};
+    settings.prepare = [now = settings.now](const std::string& data) {
+        TempHistory history;
+        history.now = now - 86'400;
+        LocationRecord record = makeCandidate(fs::temp_directory_path().string(), {}, history.now).record;
+        record.name = "Photos with a name that is much longer than names usually are";
+        const LocationID id = record.id;
+        history.store().insert(record).get();
+        history.check(id.rawValue, {{"a", 1'000'000}});
+        history.close();
+        fs::copy(history.directory(), data);
+    };
+    // Lets no walk end while it can be seen.
+    settings.trees = [] {
+        return std::make_unique<HookedTree>(
+            [](const std::string&) { std::this_thread::sleep_for(std::chrono::seconds(20)); });
+    };
+    return miniScene("mini-check", std::move(settings),
+                     {{"checking", [](Stage& stage) { stage.model().checkNow(); }}});
+}
+
+Scene miniWelcomeScene() {
+    StageSettings settings{.isExample = false};
+    settings.preferences.startupSetupCompleted = false;
+    return miniScene("mini-welcome", std::move(settings), {});
+}
+
 void render(const Scene& scene, const fs::path& folder) {
     Stage stage(scene.settings);
     for (const View& view : scene.views) {
         view.go(stage);
-        for (const QSize size : {QSize(960, 680), QSize(1440, 900)})
+        for (const QSize size : scene.sizes)
             for (const AppearanceMode appearance : {AppearanceMode::dark, AppearanceMode::light})
                 for (const TextSize text : {TextSize::standard, TextSize::extraLarge}) {
-                    stage.window().resize(size);
+                    QQuickWindow& window = scene.window(stage);
+                    if (window.minimumSize() != window.maximumSize()) window.resize(size);
                     stage.model().settings()->setAppearance(appearance);
                     stage.model().settings()->setTextSize(text);
                     stage.settle();
                     const std::string name = fmt::format("{}-{}-{}-{}-{}.png", scene.name, view.name,
                                                          size.width(), rawText(appearance), rawText(text));
-                    if (!stage.picture().save(QString::fromStdString((folder / name).string())))
+                    if (!window.grabWindow().save(QString::fromStdString((folder / name).string())))
                         throw std::runtime_error("can't write " + (folder / name).string());
                 }
         fmt::print("{} {}\n", scene.name, view.name);
     }
-}
-
-/// Every section of the settings, at the smallest size and at the one that it opens with.
-void renderSettings(const fs::path& folder) {
-    StageSettings settings = firstWeekScene().settings;
-    settings.hasUpdates = true;
-    Stage stage(settings);
-    stage.model().updates()->checkForUpdates();
-    stage.mainWindow().showSettings();
-    QQuickWindow& window = *stage.mainWindow().settings().window();
-    auto& model = *window.property("model").value<SettingsModel*>();
-    const QSize usual = window.size();
-    for (const auto section : {SettingsModel::Appearance, SettingsModel::StorageChecks,
-                               SettingsModel::Startup, SettingsModel::Privacy, SettingsModel::Updates})
-        for (const bool isSmallest : {false, true})
-            for (const AppearanceMode appearance : {AppearanceMode::dark, AppearanceMode::light})
-                for (const TextSize text : {TextSize::standard, TextSize::extraLarge}) {
-                    model.setSection(section);
-                    stage.model().settings()->setAppearance(appearance);
-                    stage.model().settings()->setTextSize(text);
-                    window.resize(isSmallest ? window.minimumSize() : usual);
-                    stage.settle();
-                    const std::string name =
-                        fmt::format("settings-{}-{}-{}-{}.png", static_cast<int>(section),
-                                    isSmallest ? "smallest" : "usual", rawText(appearance), rawText(text));
-                    if (!window.grabWindow().save(QString::fromStdString((folder / name).string())))
-                        throw std::runtime_error("can't write " + (folder / name).string());
-                }
-    fmt::print("settings\n");
 }
 
 int run(std::span<char*> arguments) {
@@ -316,9 +360,9 @@ int run(std::span<char*> arguments) {
     const std::string only = arguments.size() > 2 ? arguments[2] : "";
     fs::create_directories(folder);
     for (const Scene& scene : {exampleScene(), firstDayScene(), firstWeekScene(), manyChangesScene(),
-                               unavailableScene(), firstRunScene(), setUpAgainScene()})
+                               unavailableScene(), firstRunScene(), setUpAgainScene(), settingsScene(),
+                               miniExampleScene(), miniCheckScene(), miniWelcomeScene()})
         if (only.empty() || scene.name == only) render(scene, folder);
-    if (only.empty() || only == "settings") renderSettings(folder);
     return 0;
 }
 

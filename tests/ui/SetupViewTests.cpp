@@ -1,4 +1,5 @@
 #include "app/EventLoop.h"
+#include "support/TempHistory.h"
 #include "ui/CutTexts.h"
 #include "ui/PseudoLocale.h"
 #include "ui/Stage.h"

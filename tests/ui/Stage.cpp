@@ -34,7 +34,7 @@ QQuickItem* find(QQuickItem* item, const QString& name) {
 
 }  // namespace
 
-Stage::Stage(StageSettings settings) : reveal_(QDBusConnection("no bus"), "true") {
+Stage::Stage(StageSettings settings) {
     const std::string data = (folder_.path() / "data").string();
     settings.prepare(data);
     LaunchOptions options;
@@ -61,9 +61,9 @@ Stage::Stage(StageSettings settings) : reveal_(QDBusConnection("no bus"), "true"
                     std::move(isBusy));
             },
         .example = [settings] { return std::make_shared<ExampleHistory>(settings.calendar, settings.now); }});
-    mainWindow_ = std::make_unique<MainWindow>(*model_, reveal_);
+    surfaces_ = std::make_unique<DesktopSurfaces>(*model_, settings.sessionBus, "true");
     model_->start();
-    mainWindow_->show();
+    settings.begin(*surfaces_);
     if (!runUntil([this] { return model_->mode() != AppMode(PlainMode::starting); }))
         throw std::runtime_error("the history doesn't open");
     settle();

@@ -1,9 +1,8 @@
 #pragma once
 
 #include "app/AppModel.h"
-#include "app/desktop/Reveal.h"
 #include "support/TempFolder.h"
-#include "ui/windows/MainWindow.h"
+#include "ui/DesktopSurfaces.h"
 
 #include <QImage>
 #include <QString>
@@ -21,11 +20,16 @@ struct StageSettings {
     /// Fills the data folder before the program opens it.
     std::function<void(const std::string& dataDirectory)> prepare = [](const std::string&) {};
     std::function<std::unique_ptr<const TreeSource>()> trees = [] { return makeTreeSource(); };
+    /// Brings up what of the program is to show.
+    std::function<void(DesktopSurfaces&)> begin = [](DesktopSurfaces& surfaces) {
+        surfaces.showMainWindow();
+    };
+    QDBusConnection sessionBus{"no bus"};
     UnixTime now = 1'772'884'800;  // 2026-03-07 12:00 UTC
     Calendar calendar{"en_US", "UTC"};
 };
 
-/// The main window with everything behind it, at a time and on a history that the test chooses.
+/// The program's windows with everything behind them, at a time and on a history that the test chooses.
 class Stage {
 public:
     explicit Stage(StageSettings settings = {});
@@ -34,8 +38,9 @@ public:
     Stage& operator=(const Stage&) = delete;
 
     [[nodiscard]] AppModel& model() { return *model_; }
-    [[nodiscard]] MainWindow& mainWindow() { return *mainWindow_; }
-    [[nodiscard]] QQuickWindow& window() { return *mainWindow_->window(); }
+    [[nodiscard]] DesktopSurfaces& surfaces() { return *surfaces_; }
+    [[nodiscard]] MainWindow& mainWindow() { return surfaces_->mainWindow(); }
+    [[nodiscard]] QQuickWindow& window() { return *mainWindow().window(); }
     [[nodiscard]] TempFolder& folder() { return folder_; }
 
     /// Lets everything that is under way arrive, and the animations end.
@@ -47,9 +52,8 @@ public:
 
 private:
     TempFolder folder_;
-    Reveal reveal_;
     std::unique_ptr<AppModel> model_;
-    std::unique_ptr<MainWindow> mainWindow_;
+    std::unique_ptr<DesktopSurfaces> surfaces_;
 };
 
 }  // namespace brindle

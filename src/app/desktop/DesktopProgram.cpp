@@ -31,6 +31,7 @@ void DesktopProgram::requestQuit() {
 
 void DesktopProgram::perform(const QString& action) {
     if (action == "check-now") model_->checkNow();
+    if (action == "mini-window") model_->setMiniWindowOpen(true);
     if (action == "quit") requestQuit();
 }
 

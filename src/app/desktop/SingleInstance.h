@@ -38,7 +38,7 @@ public:
 public Q_SLOTS:
     /// Called over the bus.
     Q_SCRIPTABLE void Activate(const QVariantMap& platformData);
-    /// "check-now" or "quit", called over the bus by the desktop entry's actions.
+    /// "check-now", "mini-window" or "quit", called over the bus by the desktop entry's actions.
     Q_SCRIPTABLE void ActivateAction(const QString& action, const QVariantList& parameters,
                                      const QVariantMap& platformData);
 

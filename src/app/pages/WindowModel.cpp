@@ -1,10 +1,10 @@
 #include "app/pages/WindowModel.h"
 
+#include "app/pages/CommandTitles.h"
 #include "model/FileNameText.h"
 #include "model/NumberText.h"
 #include "model/Translation.h"
 
-#include <algorithm>
 #include <fmt/format.h>
 
 namespace brindle {
@@ -27,6 +27,7 @@ WindowModel::WindowModel(AppModel& model, QObject* parent) : QObject(parent), mo
     connect(model.selection(), &Selection::destinationChanged, this, &WindowModel::pageChanged);
     connect(model.selection(), &Selection::periodChanged, this, &WindowModel::periodChanged);
     connect(model.selection(), &Selection::todayChanged, this, &WindowModel::periodChanged);
+    connect(&model, &AppModel::miniWindowChanged, this, &WindowModel::miniWindowChanged);
     connect(model.updates(), &UpdateController::changed, this, &WindowModel::updatesChanged);
     connect(&model, &AppModel::noted, this, &WindowModel::tell);
     connect(model.exporter(), &StatementExporter::nothingToExport, this, &WindowModel::tell);
@@ -61,19 +62,12 @@ QStringList WindowModel::pageTitles() const {
             translated("Trends"), translated("Drives & folders")};
 }
 
-bool WindowModel::canCheckNow() const {
-    return model_.mode() == AppMode(PlainMode::tracking) && !isChecking() &&
-           std::ranges::any_of(model_.records(),
-                               [](const LocationRecord& record) { return !record.removedAt; });
-}
-
 QString WindowModel::checkNowTitle() const {
     return isChecking() ? translated("Checking…") : translated("Check Now");
 }
 
 QString WindowModel::pauseTitle() const {
-    return model_.settings()->checksPaused() ? translated("Resume Automatic Checks")
-                                             : translated("Pause Automatic Checks");
+    return brindle::pauseTitle(*model_.settings());
 }
 
 QString WindowModel::locationCount() const {
@@ -99,6 +93,14 @@ QString WindowModel::schedule() const {
 
 void WindowModel::togglePause() {
     model_.settings()->setChecksPaused(!model_.settings()->checksPaused());
+}
+
+QString WindowModel::miniWindowTitle() const {
+    return brindle::miniWindowTitle(model_);
+}
+
+void WindowModel::toggleMiniWindow() {
+    model_.setMiniWindowOpen(!model_.isMiniWindowOpen());
 }
 
 void WindowModel::searchActivity() {

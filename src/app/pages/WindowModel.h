@@ -29,6 +29,7 @@ class WindowModel : public QObject {
     Q_PROPERTY(QString schedule READ schedule NOTIFY statusChanged)
     Q_PROPERTY(bool hasNextDay READ hasNextDay NOTIFY periodChanged)
     Q_PROPERTY(bool canCheckForUpdates READ canCheckForUpdates NOTIFY updatesChanged)
+    Q_PROPERTY(QString miniWindowTitle READ miniWindowTitle NOTIFY miniWindowChanged)
     Q_PROPERTY(QString note READ note NOTIFY noteChanged)
 
 public:
@@ -52,7 +53,7 @@ public:
     [[nodiscard]] QStringList pageTitles() const;
 
     [[nodiscard]] bool isChecking() const { return model_.isChecking(); }
-    [[nodiscard]] bool canCheckNow() const;
+    [[nodiscard]] bool canCheckNow() const { return model_.canCheckNow(); }
     [[nodiscard]] QString checkNowTitle() const;
     [[nodiscard]] QString pauseTitle() const;
     [[nodiscard]] QString locationCount() const;
@@ -60,6 +61,7 @@ public:
     [[nodiscard]] QString schedule() const;
     [[nodiscard]] bool hasNextDay() const { return model_.selection()->hasNextDay(); }
     [[nodiscard]] bool canCheckForUpdates() const { return model_.updates()->canCheckForUpdates(); }
+    [[nodiscard]] QString miniWindowTitle() const;
     /// Something that did not work, in a sentence, until the user has seen it.
     [[nodiscard]] QString note() const { return note_; }
 
@@ -77,6 +79,8 @@ public:
     Q_INVOKABLE void showHistoryFolder();
     Q_INVOKABLE void showSettings() { Q_EMIT settingsRequested(); }
     Q_INVOKABLE void checkForUpdates();
+    Q_INVOKABLE void openMainWindow() { model_.openMainWindow(); }
+    Q_INVOKABLE void toggleMiniWindow();
     Q_INVOKABLE void dismissNote();
     /// There is no way to show what revealRequested() asked for.
     void revealFailed(const std::string& path);
@@ -88,6 +92,7 @@ Q_SIGNALS:
     void statusChanged();
     void periodChanged();
     void updatesChanged();
+    void miniWindowChanged();
     void noteChanged();
     /// A folder or file is to be shown in the file manager.
     void revealRequested(const std::string& path);

@@ -9,6 +9,7 @@
 #include "app/pages/FirstCheckModel.h"
 #include "app/pages/LocationActionsModel.h"
 #include "app/pages/LocationChoice.h"
+#include "app/pages/MiniWindowModel.h"
 #include "app/pages/OverviewModel.h"
 #include "app/pages/ScopeModel.h"
 #include "app/pages/SettingsModel.h"
@@ -78,6 +79,13 @@ struct LocationActionsModelType {
     Q_GADGET
     QML_FOREIGN(brindle::LocationActionsModel)
     QML_NAMED_ELEMENT(LocationActionsModel)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct MiniWindowModelType {
+    Q_GADGET
+    QML_FOREIGN(brindle::MiniWindowModel)
+    QML_NAMED_ELEMENT(MiniWindowModel)
     QML_UNCREATABLE("made with the program")
 };
 

@@ -9,6 +9,7 @@ GridPath {
 
     required property string name
     property color color: Theme.textSecondary
+    property bool isFilled: false
 
     readonly property var paths: ({
             "chevron-left": "M10 3 L5 8 L10 13",
@@ -38,6 +39,7 @@ GridPath {
     path: root.paths[root.name] ?? ""
     grid: Qt.size(16, 16)
     outline: root.color
+    fill: root.isFilled ? root.color : "transparent"
     lineWidth: 1.5
     isMirrored: root.LayoutMirroring.enabled && root.name.startsWith("chevron-")
     Accessible.ignored: true

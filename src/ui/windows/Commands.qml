@@ -23,6 +23,8 @@ Item {
     readonly property alias nextDay: nextDay
     readonly property alias history: history
     readonly property alias setup: setup
+    readonly property alias mainWindow: mainWindow
+    readonly property alias miniWindow: miniWindow
 
     signal aboutRequested
     signal closeRequested
@@ -122,6 +124,18 @@ Item {
         text: Catalogue.translated("Set Up Brindle")
         enabled: root.model.canShowSetup
         onTriggered: root.model.showSetup()
+    }
+    Action {
+        id: mainWindow
+        text: Catalogue.translated("Brindle")
+        shortcut: "Ctrl+0"
+        onTriggered: root.model.openMainWindow()
+    }
+    Action {
+        id: miniWindow
+        text: root.model.miniWindowTitle
+        shortcut: "Ctrl+Alt+M"
+        onTriggered: root.model.toggleMiniWindow()
     }
     Repeater {
         model: root.model.pageTitles

@@ -70,10 +70,20 @@ CommandMenu {
     CommandMenuItem {
         action: root.commands.about
     }
-    CommandMenuSeparator {
+    CommandMenu {
+        title: Catalogue.translated("Window")
+
+        CommandMenuItem {
+            action: root.commands.mainWindow
+        }
+        CommandMenuItem {
+            action: root.commands.miniWindow
+        }
+        CommandMenuItem {
+            action: root.commands.close
+        }
     }
-    CommandMenuItem {
-        action: root.commands.close
+    CommandMenuSeparator {
     }
     CommandMenuItem {
         action: root.commands.quit

@@ -76,6 +76,7 @@ void MainWindow::create() {
     window_ = engine_->rootObjects().isEmpty() ? nullptr
                                                : qobject_cast<QQuickWindow*>(engine_->rootObjects().first());
     if (window_ == nullptr) throw std::runtime_error("The window's own files are damaged.");
+    connect(window_, SIGNAL(closing(QQuickCloseEvent*)), SIGNAL(closed()));
     frame_ = std::make_unique<FrameKeeper>(
         *window_, app_.settings()->mainWindowFrame(),
         [this](const std::string& frame) { app_.settings()->setMainWindowFrame(frame); });

@@ -58,6 +58,8 @@ public:
 Q_SIGNALS:
     /// The user wants the program to end.
     void quitRequested();
+    /// The user closed the window.
+    void closed();
 
 private:
     void create();

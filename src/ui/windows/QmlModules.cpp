@@ -10,6 +10,7 @@ Q_IMPORT_PLUGIN(Brindle_PartsPlugin)
 Q_IMPORT_PLUGIN(Brindle_SettingsPlugin)
 Q_IMPORT_PLUGIN(Brindle_SetupPlugin)
 Q_IMPORT_PLUGIN(Brindle_ThemePlugin)
+Q_IMPORT_PLUGIN(Brindle_TrayPlugin)
 Q_IMPORT_PLUGIN(Brindle_WindowsPlugin)
 
 namespace brindle {

@@ -1,0 +1,45 @@
+#include "app/desktop/TrayHost.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusServiceWatcher>
+#include <QDBusVariant>
+#include <utility>
+
+namespace brindle {
+namespace {
+
+// Keeps the list of items and of those who show them.
+constexpr auto service = "org.kde.StatusNotifierWatcher";
+constexpr auto path = "/StatusNotifierWatcher";
+
+}  // namespace
+
+TrayHost::TrayHost(QDBusConnection sessionBus) : bus_(std::move(sessionBus)) {
+    if (!bus_.isConnected()) return;
+    auto* watcher = new QDBusServiceWatcher(service, bus_, QDBusServiceWatcher::WatchForOwnerChange, this);
+    connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, &TrayHost::ask);
+    for (const char* signal : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"})
+        bus_.connect(service, path, service, signal, this, SLOT(ask()));
+    ask();
+}
+
+void TrayHost::ask() {
+    auto message = QDBusMessage::createMethodCall(service, path, "org.freedesktop.DBus.Properties", "Get");
+    message.setAutoStartService(false);
+    message << service << "IsStatusNotifierHostRegistered";
+    auto* answer = new QDBusPendingCallWatcher(bus_.asyncCall(message), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer, question = ++questions_] {
+        answer->deleteLater();
+        if (question != questions_) return;
+        const QDBusPendingReply<QDBusVariant> reply = *answer;
+        tell(reply.isValid() && reply.value().variant().toBool());
+    });
+}
+
+void TrayHost::tell(bool isThere) {
+    if (std::exchange(isThere_, isThere) != isThere) Q_EMIT changed();
+}
+
+}  // namespace brindle
