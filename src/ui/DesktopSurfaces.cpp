@@ -29,6 +29,9 @@ DesktopSurfaces::DesktopSurfaces(AppModel& model, const QDBusConnection& session
     connect(&mainWindow_, &MainWindow::quitRequested, this, &DesktopSurfaces::quitRequested);
     connect(&mainWindow_, &MainWindow::closed, this, &DesktopSurfaces::mainWindowClosed);
     connect(&trayModel_, &TrayModel::quitRequested, this, &DesktopSurfaces::quitRequested);
+    connect(&trayModel_, &TrayModel::updatesRequested, &mainWindow_, &MainWindow::showUpdates);
+    connect(&trayItem_, &TrayItem::availabilityChanged, this,
+            [this] { mainWindow_.startup().setTrayAvailable(trayItem_.isAvailable()); });
     connect(&trayItem_, &TrayItem::decided, this, [this] {
         if (isWaitingForTray_ && !trayItem_.isShown()) showMainWindow();
         isWaitingForTray_ = false;

@@ -2,9 +2,12 @@
 #include "model/NumberText.h"
 #include "support/TestMounts.h"
 
+#include <QApplication>
 #include <QProcess>
+#include <fmt/format.h>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 #include <optional>
 
 #include "acceptance/Files.h"
@@ -69,28 +72,51 @@ protected:
         cause();
         EXPECT_TRUE(runUntil([&] { return runs > 0 && !brindle->model().isChecking(); }));
         QObject::disconnect(connection);
-        const Files found = filesIn(folders);
+        Files found = filesIn(folders);
+        // What lies on a drive that is away is neither there nor gone.
+        if (known && !isMounted())
+            for (const auto& [path, size] : *known)
+                if (path.native().starts_with(stick.native())) found[path] = size;
         if (known) today += movement(*known, found);
         known = found;
     }
+    [[nodiscard]] bool isMounted() const { return fs::exists(stick / "lost+found"); }
     void nextDay() {
         today = {};
         time.pass(std::chrono::hours(24));
         brindle->model().dayOrZoneChanged();
     }
 
-    /// The Overview and the terminal show what the files themselves tell.
+    /// The Overview shows what the files themselves tell, and so does the terminal.
     void expectFigures() {
         person.press("ctrl+1");
         EXPECT_TRUE(person.sees("Net change: " + signedByteAmount(today.net()))) << person.everything();
-        EXPECT_TRUE(person.sees("Added: " + byteAmount(today.added))) << person.everything();
-        EXPECT_TRUE(person.sees("Freed: " + byteAmount(today.freed))) << person.everything();
-        EXPECT_TRUE(person.sees("Tracked… " + byteAmount(sizeOf(*known)))) << person.everything();
+        EXPECT_TRUE(person.sees("Added: " + signedByteAmount(today.added))) << person.everything();
+        EXPECT_TRUE(person.sees("Freed: " + signedByteAmount(-today.freed))) << person.everything();
+        const auto told = runProgram(session->launch({session->prefix() / "bin/brindle", "status", "--json"}));
+        std::int64_t tracked = 0;
+        for (const auto& location : nlohmann::json::parse(told.output).at("locations"))
+            tracked += location.at("trackedBytes").get<std::int64_t>();
+        EXPECT_EQ(tracked, sizeOf(*known));
+    }
+
+    /// The day on which the files were made, as the calendar tells it.
+    [[nodiscard]] static std::string estimateOf(const Files& found) {
+        return "…" + byteAmount(sizeOf(found));
+    }
+
+    /// The rows of a statement: the sum of their changes, by Python's own reading of CSV.
+    [[nodiscard]] std::int64_t sumOf(const fs::path& statement) const {
+        const char* sum = "import csv, sys; print(sum(int(row['Change in bytes']) "
+                          "for row in csv.DictReader(open(sys.argv[1], encoding='utf-8-sig', newline=''))))";
+        const auto told = runProgram(session->launch({"/usr/bin/python3", "-c", sum, statement}));
+        EXPECT_EQ(told.error, "");
+        return std::stoll(told.output);
     }
 
     fs::path files = session->home() / "files";
     fs::path stick = session->folder() / "stick";
-    std::vector<fs::path> folders{files};
+    std::vector<fs::path> folders{files, stick};
     TestTime time{systemNow() + 10.0 * 86400};  // the files that are there are older than the first check
     Person person;
     std::unique_ptr<StartedBrindle> brindle;
@@ -99,7 +125,23 @@ protected:
 };
 
 TEST_F(FirstWeek, EveryFigureIsThatOfTheFiles) {
+    SKIP_UNLESS_MOUNTS_WORK();
+    const fs::path image = session->folder() / "image";
+    fs::create_directory(stick);
+    ASSERT_TRUE(makeImage(image, "ext4"));
+    std::optional<TestMount> drive(TestMount::image(image, stick));
+    write(stick / "Backup/archive", 3'000'000);
+
+    // Installed, as the packages do it.
+    const auto installed = runProgram(session->launch(
+        {"cmake", "--install", BRINDLE_BUILD_FOLDER, "--prefix", session->prefix().native()}));
+    ASSERT_EQ(installed.exitCode, 0) << installed.error;
+    EXPECT_EQ(runProgram(session->launch({session->prefix() / "bin/brindle-desktop", "--version"})).exitCode, 0);
+    const RunningProgram trayHost(session->launch({"/usr/bin/python3", BRINDLE_TRAY, "host"}));
+
+    // Monday: set up.
     start();
+    EXPECT_TRUE(person.sees("A private, local statement of where your storage went."));
     person.look("welcome");
     person.click("Get started");
     person.click("Choose another folder…");
@@ -109,26 +151,110 @@ TEST_F(FirstWeek, EveryFigureIsThatOfTheFiles) {
     choose(files / "Letters");
     EXPECT_TRUE(person.sees("“Letters” is already checked as part of “files”.")) << person.everything();
     person.look("nested");
+    person.click("Choose another folder…");
+    choose(stick);
+    ASSERT_TRUE(person.sees("Take out: stick")) << person.everything();
+    person.look("chosen");
     person.click("Continue");
     person.click("Estimate history from before Brindle");
     person.click("Open at login");
+    EXPECT_TRUE(runUntil(
+        [&] { return fs::exists(session->home() / ".config/autostart/org.brindle.brindle.desktop"); }));
     person.look("startup");
     expectCheckAfter([&] { person.click("Start the first check"); });
-    ASSERT_TRUE(person.sees("1 location included")) << person.everything();
+    ASSERT_TRUE(person.sees("2 locations included")) << person.everything();
     person.look("overview");
     expectFigures();
-    std::cout << person.everything();
+    // What was there already is an estimate, and in no sum.
+    person.press("ctrl+3");
+    person.press("Page_Up");
+    person.look("estimates");
+    EXPECT_TRUE(person.sees(estimateOf(filesIn(folders)))) << person.everything();
+
+    // Files come, grow and go; the user asks for a check.
     write(files / "Movies/new", 12'000'000);
     fs::resize_file(files / "old", 2'500'000);
     fs::remove(files / "Movies/short");
     expectCheckAfter([&] { person.press("ctrl+r"); });
     expectFigures();
-    std::cout << person.everything();
-    for (const char* page : {"ctrl+2", "ctrl+3", "ctrl+4", "ctrl+5"}) {
-        person.press(page);
-        person.look(page);
-        std::cout << "=== " << page << "\n" << person.everything();
+    person.press("ctrl+2");
+    EXPECT_TRUE(person.sees("files, folder, 3 files, +13.0 MB, −6.0 MB")) << person.everything();
+    person.click("files, folder…");
+    EXPECT_TRUE(person.sees("Movies, folder, 2 files, +12.0 MB, −6.0 MB")) << person.everything();
+    EXPECT_TRUE(person.sees("old, grew…")) << person.everything();
+    person.look("activity");
+
+    // Tuesday to Thursday: checks by themselves.
+    for (const std::size_t day : {1U, 2U, 3U}) {
+        write(files / fmt::format("Letters/day {}", day), day * 1'000'000);
+        write(stick / fmt::format("Backup/day {}", day), day * 10'000);
+        fs::resize_file(files / "Movies/long", 30'000'000 - day * 2'000'000);
+        expectCheckAfter([&] { nextDay(); });
+        expectFigures();
     }
+
+    // The drive is away for a day, and nothing of it counts as gone.
+    drive.reset();
+    ASSERT_TRUE(person.sees("“stick” is disconnected. Its record goes on when it is back."));
+    person.look("disconnected");
+    write(files / "Letters/alone", 700'000);
+    expectCheckAfter([&] { nextDay(); });
+    expectFigures();
+    expectCheckAfter([&] {
+        drive.emplace(TestMount::image(image, stick));
+        write(stick / "Backup/back", 500'000);
+    });
+    person.press("ctrl+5");
+    ASSERT_TRUE(person.seesNo("Disconnected"));
+    expectCheckAfter([&] { person.press("ctrl+r"); });
+    expectFigures();
+
+    // Settings hold at once.
+    person.press("ctrl+comma");
+    person.click("Storage checks");
+    person.click("15 minutes");
+    person.click("Appearance");
+    person.click("Light");
+    person.click("Large");
+    person.look("settings");
+    person.press("Escape");
+    EXPECT_TRUE(person.sees("Checks every 15 min")) << person.everything();
+
+    // The day as a statement.
+    const fs::path statement = session->home() / "statement.csv";
+    person.press("ctrl+2");
+    person.press("alt+Home");
+    person.press("ctrl+e");
+    ASSERT_TRUE(person.sees("Includes…")) << person.everything();
+    person.press("Return");
+    ASSERT_TRUE(runUntil([] { return QApplication::activeModalWidget() != nullptr; }));
+    choose(statement);
+    ASSERT_TRUE(person.sees("Your storage statement is ready.")) << person.everything();
+    person.look("exported");
+    EXPECT_EQ(sumOf(statement), today.net());
+    person.press("Escape");
+
+    // Closed, and back from the tray, where the day stands, too.
+    person.press("ctrl+w");
+    EXPECT_TRUE(runUntil([&] { return !brindle->surfaces().mainWindow().isVisible(); }));
+    EXPECT_TRUE(runUntil([&] {
+        return tray({"item"}).find("today " + signedByteAmount(today.net())) != std::string::npos;
+    })) << tray({"item"});
+    (void)tray({"press", "Open Mini Window"});
+    EXPECT_TRUE(person.sees("Added: " + byteAmount(today.added))) << person.everything();
+    person.look("mini");
+    (void)tray({"press", "Open Brindle"});
+    EXPECT_TRUE(person.sees("Checks every 15 min")) << person.everything();
+    person.look("reopened");
+
+    // Saturday: another start finds all of it.
+    quit();
+    start();
+    ASSERT_TRUE(person.sees("2 locations included")) << person.everything();
+    EXPECT_TRUE(person.sees("Checks every 15 min"));
+    expectFigures();
+    person.look("again");
+    quit();
 }
 
 }  // namespace

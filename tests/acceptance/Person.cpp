@@ -20,7 +20,8 @@ namespace brindle {
 namespace {
 
 bool isNamed(const QString& name, const QString& wanted) {
-    return name == wanted || (wanted.endsWith(u'…') && name.startsWith(wanted.chopped(1)));
+    return name == wanted || (wanted.endsWith(u'…') && name.startsWith(wanted.chopped(1))) ||
+           (wanted.startsWith(u'…') && name.endsWith(wanted.sliced(1)));
 }
 
 void read(QAccessibleInterface* element, const std::function<void(QAccessibleInterface&)>& see) {

@@ -24,7 +24,7 @@ public:
     /// Everything that shows, in reading order.
     [[nodiscard]] std::vector<Element> elements() const;
     /// Whether an element of this name comes to show within any reasonable time; the name may also be the
-    /// beginning of it, with "…" at the end.
+    /// beginning of it, with "…" at the end, or its end, with "…" at the beginning.
     [[nodiscard]] bool sees(const std::string& name) const;
     [[nodiscard]] bool seesNo(const std::string& name) const;
     /// The first element of the name once it rests. Throws std::runtime_error when none comes to show.

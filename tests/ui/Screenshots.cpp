@@ -3,6 +3,7 @@
 #include "app/EventLoop.h"
 #include "platform/TreeReader.h"
 #include "support/FakeTree.h"
+#include "support/HookedTree.h"
 #include "support/TempHistory.h"
 #include "ui/DesktopApplication.h"
 #include "ui/Stage.h"
@@ -332,6 +333,25 @@ Scene setUpAgainScene() {
     return scene;
 }
 
+/// Every section of the settings, at the smallest size and at a larger one.
+Scene settingsScene() {
+    Scene scene = firstWeekScene();
+    scene.name = "settings";
+    scene.settings.hasUpdates = true;
+    scene.views.clear();
+    for (const auto section : {SettingsModel::Appearance, SettingsModel::StorageChecks,
+                               SettingsModel::Startup, SettingsModel::Privacy, SettingsModel::Updates})
+        scene.views.push_back({fmt::format("section-{}", static_cast<int>(section)), [section](Stage& stage) {
+                                   stage.mainWindow().showUpdates();
+                                   stage.model().updates()->checkForUpdates();
+                                   QQuickWindow& window = *stage.mainWindow().settings().window();
+                                   window.property("model").value<SettingsModel*>()->setSection(section);
+                               }});
+    scene.window = [](Stage& stage) -> QQuickWindow& { return *stage.mainWindow().settings().window(); };
+    scene.sizes = {QSize(884, 572), QSize(1100, 760)};
+    return scene;
+}
+
 /// The mini window in a corner of whatever the stage has.
 Scene miniScene(std::string name, StageSettings settings, std::vector<View> views) {
     settings.begin = [](DesktopSurfaces&) {};
@@ -400,45 +420,15 @@ void render(const Scene& scene, const fs::path& folder) {
     }
 }
 
-/// Every section of the settings, at the smallest size and at the one that it opens with.
-void renderSettings(const fs::path& folder) {
-    StageSettings settings = firstWeekScene().settings;
-    settings.hasUpdates = true;
-    Stage stage(settings);
-    stage.model().updates()->checkForUpdates();
-    stage.mainWindow().showSettings();
-    QQuickWindow& window = *stage.mainWindow().settings().window();
-    auto& model = *window.property("model").value<SettingsModel*>();
-    const QSize usual = window.size();
-    for (const auto section : {SettingsModel::Appearance, SettingsModel::StorageChecks,
-                               SettingsModel::Startup, SettingsModel::Privacy, SettingsModel::Updates})
-        for (const bool isSmallest : {false, true})
-            for (const AppearanceMode appearance : {AppearanceMode::dark, AppearanceMode::light})
-                for (const TextSize text : {TextSize::standard, TextSize::extraLarge}) {
-                    model.setSection(section);
-                    stage.model().settings()->setAppearance(appearance);
-                    stage.model().settings()->setTextSize(text);
-                    window.resize(isSmallest ? window.minimumSize() : usual);
-                    stage.settle();
-                    const std::string name =
-                        fmt::format("settings-{}-{}-{}-{}.png", static_cast<int>(section),
-                                    isSmallest ? "smallest" : "usual", rawText(appearance), rawText(text));
-                    if (!window.grabWindow().save(QString::fromStdString((folder / name).string())))
-                        throw std::runtime_error("can't write " + (folder / name).string());
-                }
-    fmt::print("settings\n");
-}
-
 int run(std::span<char*> arguments) {
     const fs::path folder = arguments.size() > 1 ? arguments[1] : "screenshots";
     const std::string only = arguments.size() > 2 ? arguments[2] : "";
     fs::create_directories(folder);
     for (const Scene& scene :
          {exampleScene(), firstDayScene(), firstWeekScene(), locationsScene(), manyChangesScene(),
-          unavailableScene(), firstRunScene(), setUpAgainScene(), miniExampleScene(), miniCheckScene(),
-          miniWelcomeScene()})
+          unavailableScene(), firstRunScene(), setUpAgainScene(), settingsScene(), miniExampleScene(),
+          miniCheckScene(), miniWelcomeScene()})
         if (only.empty() || scene.name == only) render(scene, folder);
-    if (only.empty() || only == "settings") renderSettings(folder);
     return 0;
 }
 

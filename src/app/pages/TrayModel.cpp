@@ -49,6 +49,11 @@ QString TrayModel::miniWindowTitle() const {
     return brindle::miniWindowTitle(model_);
 }
 
+void TrayModel::checkForUpdates() {
+    model_.updates()->checkForUpdates();
+    Q_EMIT updatesRequested();
+}
+
 void TrayModel::togglePause() {
     model_.settings()->setChecksPaused(!model_.settings()->checksPaused());
 }

@@ -36,12 +36,14 @@ public:
     void checkNow() { model_.checkNow(); }
     void togglePause();
     void toggleMiniWindow();
-    void checkForUpdates() { model_.updates()->checkForUpdates(); }
+    void checkForUpdates();
     void quit() { Q_EMIT quitRequested(); }
 
 Q_SIGNALS:
     /// Anything of it.
     void changed();
+    /// What becomes of the updates is to be shown.
+    void updatesRequested();
     void quitRequested();
 
 private:

@@ -77,10 +77,10 @@ public:
     Q_INVOKABLE void showSetup() { model_.showSetup(); }
     Q_INVOKABLE void retryOpening() { model_.retryOpening(); }
     Q_INVOKABLE void showHistoryFolder();
-    Q_INVOKABLE void openMainWindow() { model_.openMainWindow(); }
-    Q_INVOKABLE void toggleMiniWindow();
     Q_INVOKABLE void showSettings() { Q_EMIT settingsRequested(); }
     Q_INVOKABLE void checkForUpdates();
+    Q_INVOKABLE void openMainWindow() { model_.openMainWindow(); }
+    Q_INVOKABLE void toggleMiniWindow();
     Q_INVOKABLE void dismissNote();
     /// There is no way to show what revealRequested() asked for.
     void revealFailed(const std::string& path);

@@ -75,17 +75,17 @@ struct DrivesModelType {
     QML_UNCREATABLE("made with the program")
 };
 
-struct MiniWindowModelType {
-    Q_GADGET
-    QML_FOREIGN(brindle::MiniWindowModel)
-    QML_NAMED_ELEMENT(MiniWindowModel)
-    QML_UNCREATABLE("made with the program")
-};
-
 struct LocationActionsModelType {
     Q_GADGET
     QML_FOREIGN(brindle::LocationActionsModel)
     QML_NAMED_ELEMENT(LocationActionsModel)
+    QML_UNCREATABLE("made with the program")
+};
+
+struct MiniWindowModelType {
+    Q_GADGET
+    QML_FOREIGN(brindle::MiniWindowModel)
+    QML_NAMED_ELEMENT(MiniWindowModel)
     QML_UNCREATABLE("made with the program")
 };
 

@@ -40,7 +40,10 @@ QAction* TrayItem::addCommand(void (TrayModel::*perform)()) {
 }
 
 void TrayItem::begin(std::chrono::milliseconds patience) {
-    connect(&host_, &TrayHost::changed, this, &TrayItem::look);
+    connect(&host_, &TrayHost::changed, this, [this] {
+        look();
+        if (isDecided_) Q_EMIT availabilityChanged();
+    });
     connect(&model_, &TrayModel::changed, this, &TrayItem::look);
     patience_.start(patience);
     look();
@@ -71,7 +74,9 @@ void TrayItem::look() {
 void TrayItem::decide() {
     patience_.stop();
     isPatient_ = false;
-    if (!std::exchange(isDecided_, true)) Q_EMIT decided();
+    if (std::exchange(isDecided_, true)) return;
+    Q_EMIT decided();
+    Q_EMIT availabilityChanged();
 }
 
 void TrayItem::refresh() {

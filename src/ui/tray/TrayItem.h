@@ -33,6 +33,8 @@ public:
 Q_SIGNALS:
     /// Once: the item is shown, or it is not although the patience is over.
     void decided();
+    /// isAvailable() may be another; not before it is decided.
+    void availabilityChanged();
 
 private:
     enum class Kind { bus, x11 };
