@@ -29,8 +29,8 @@ void SettingsWindow::hide() {
 void SettingsWindow::create() {
     engine_ = std::make_unique<QQmlApplicationEngine>();
     engine_->addImportPath("qrc:/qt/qml");
-    engine_->setInitialProperties({{"model", QVariant::fromValue(&model_)},
-                                   {"windowModel", QVariant::fromValue(&windowModel_)}});
+    engine_->setInitialProperties(
+        {{"model", QVariant::fromValue(&model_)}, {"windowModel", QVariant::fromValue(&windowModel_)}});
     engine_->load(QUrl("qrc:/qt/qml/Brindle/Settings/SettingsWindow.qml"));
     window_ = engine_->rootObjects().isEmpty() ? nullptr
                                                : qobject_cast<QQuickWindow*>(engine_->rootObjects().first());
