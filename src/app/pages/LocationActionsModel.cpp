@@ -117,6 +117,7 @@ void LocationActionsModel::addDrive() {
 void LocationActionsModel::takeDrives(const std::vector<DriveChoice>& drives) {
     if (sheet_ != ChoosingDrive) return;
     std::vector<DriveChoiceRow> rows;
+    rows.reserve(drives.size());
     for (const DriveChoice& choice : drives)
         rows.push_back({.drive = choice.drive,
                         .name = shownName(choice.drive.name),
