@@ -27,7 +27,7 @@ FocusScope {
                 root.focused.focus = false;
             return;
         }
-        const next = footer.goOn.enabled ? footer.goOn : phaseView.item.nextItemInFocusChain();
+        const next = footer.goOn.enabled ? footer.goOn : (phaseView.item as Item).nextItemInFocusChain();
         next.forceActiveFocus(root.isKeyboardUsed ? Qt.TabFocusReason : Qt.OtherFocusReason);
     }
 
