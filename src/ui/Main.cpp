@@ -102,8 +102,7 @@ int run(int argc, char** argv, const StopSignals& signals) {
     AppModel& model = program.model();
     QObject::connect(&application, &DesktopApplication::becameActive, &program.events(),
                      &SystemEvents::becomeActive);
-    QObject::connect(&application, &DesktopApplication::sessionEnded, &program,
-                     &DesktopProgram::requestQuit);
+    QObject::connect(&application, &DesktopApplication::sessionEnded, &program, &DesktopProgram::requestQuit);
     QObject::connect(&signals, &StopSignals::quitRequested, &program, &DesktopProgram::requestQuit);
     QObject::connect(&program, &DesktopProgram::ended, &application, [] { DesktopApplication::exit(); });
 

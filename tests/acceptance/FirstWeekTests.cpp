@@ -93,7 +93,8 @@ protected:
         EXPECT_TRUE(person.sees("Net change: " + signedByteAmount(today.net()))) << person.everything();
         EXPECT_TRUE(person.sees("Added: " + signedByteAmount(today.added))) << person.everything();
         EXPECT_TRUE(person.sees("Freed: " + signedByteAmount(-today.freed))) << person.everything();
-        const auto told = runProgram(session->launch({session->prefix() / "bin/brindle", "status", "--json"}));
+        const auto told =
+            runProgram(session->launch({session->prefix() / "bin/brindle", "status", "--json"}));
         std::int64_t tracked = 0;
         for (const auto& location : nlohmann::json::parse(told.output).at("locations"))
             tracked += location.at("trackedBytes").get<std::int64_t>();
@@ -107,8 +108,9 @@ protected:
 
     /// The rows of a statement: the sum of their changes, by Python's own reading of CSV.
     [[nodiscard]] std::int64_t sumOf(const fs::path& statement) const {
-        const char* sum = "import csv, sys; print(sum(int(row['Change in bytes']) "
-                          "for row in csv.DictReader(open(sys.argv[1], encoding='utf-8-sig', newline=''))))";
+        const char* sum =
+            "import csv, sys; print(sum(int(row['Change in bytes']) "
+            "for row in csv.DictReader(open(sys.argv[1], encoding='utf-8-sig', newline=''))))";
         const auto told = runProgram(session->launch({"/usr/bin/python3", "-c", sum, statement}));
         EXPECT_EQ(told.error, "");
         return std::stoll(told.output);
@@ -136,7 +138,8 @@ TEST_F(FirstWeek, EveryFigureIsThatOfTheFiles) {
     const auto installed = runProgram(session->launch(
         {"cmake", "--install", BRINDLE_BUILD_FOLDER, "--prefix", session->prefix().native()}));
     ASSERT_EQ(installed.exitCode, 0) << installed.error;
-    EXPECT_EQ(runProgram(session->launch({session->prefix() / "bin/brindle-desktop", "--version"})).exitCode, 0);
+    EXPECT_EQ(runProgram(session->launch({session->prefix() / "bin/brindle-desktop", "--version"})).exitCode,
+              0);
     const RunningProgram trayHost(session->launch({"/usr/bin/python3", BRINDLE_TRAY, "host"}));
 
     // Monday: set up.

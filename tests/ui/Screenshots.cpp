@@ -424,10 +424,9 @@ int run(std::span<char*> arguments) {
     const fs::path folder = arguments.size() > 1 ? arguments[1] : "screenshots";
     const std::string only = arguments.size() > 2 ? arguments[2] : "";
     fs::create_directories(folder);
-    for (const Scene& scene :
-         {exampleScene(), firstDayScene(), firstWeekScene(), locationsScene(), manyChangesScene(),
-          unavailableScene(), firstRunScene(), setUpAgainScene(), settingsScene(), miniExampleScene(),
-          miniCheckScene(), miniWelcomeScene()})
+    for (const Scene& scene : {exampleScene(), firstDayScene(), firstWeekScene(), locationsScene(),
+                               manyChangesScene(), unavailableScene(), firstRunScene(), setUpAgainScene(),
+                               settingsScene(), miniExampleScene(), miniCheckScene(), miniWelcomeScene()})
         if (only.empty() || scene.name == only) render(scene, folder);
     return 0;
 }

@@ -12,9 +12,8 @@
 
 namespace brindle {
 
-/// The settings, in a window of their own. It is made when it is first shown, and hidden rather than destroyed
-/// when it is closed, so that it comes up again where it was.
-/// Thread: main.
+/// The settings, in a window of their own. It is made when it is first shown, and hidden rather than
+/// destroyed when it is closed, so that it comes up again where it was. Thread: main.
 class SettingsWindow : public QObject {
     Q_OBJECT
 
