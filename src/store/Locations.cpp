@@ -86,7 +86,7 @@ std::vector<LocationRecord> loadLocations(SQLiteConnection& db) {
     auto rows = db.prepare(
         "SELECT id, name, path, scan_path, kind, volume_id, volume_name, case_sensitive, bookmark, added_at, "
         "removed_at, baseline_at, last_check_at, tracked_bytes, status, estimated_at FROM locations "
-        "ORDER BY added_at");
+        "ORDER BY added_at, rowid");
     std::vector<LocationRecord> records;
     while (rows.step())
         records.push_back({.id = {rows.text(0)},

@@ -1,9 +1,8 @@
+#include "acceptance/UserSession.h"
 #include "support/TestMounts.h"
 #include "ui/DesktopApplication.h"
 
 #include <gtest/gtest.h>
-
-#include "acceptance/UserSession.h"
 
 namespace brindle {
 

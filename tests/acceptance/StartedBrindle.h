@@ -1,12 +1,11 @@
 #pragma once
 
+#include "acceptance/TestTime.h"
 #include "app/desktop/DesktopProgram.h"
 #include "app/desktop/SingleInstance.h"
 #include "ui/DesktopSurfaces.h"
 
 #include <memory>
-
-#include "acceptance/TestTime.h"
 
 namespace brindle {
 

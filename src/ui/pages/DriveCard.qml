@@ -56,6 +56,8 @@ Card {
                 text: root.mountPath
                 horizontalAlignment: Text.AlignLeft
                 wrapMode: Text.WrapAnywhere
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
             }
         }
         Figure {
@@ -78,12 +80,16 @@ Card {
             font: Theme.secondary
             text: root.available
             horizontalAlignment: Text.AlignLeft
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
         Text {
             color: Theme.textSecondary
             font: Theme.secondary
             text: root.measured
             horizontalAlignment: Text.AlignLeft
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
     }
     DriveLegend {
@@ -136,6 +142,8 @@ Card {
                 text: line.modelData
                 horizontalAlignment: Text.AlignLeft
                 wrapMode: Text.Wrap
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
             }
         }
     }

@@ -58,6 +58,8 @@ GridLayout {
                         text: part.modelData.title
                         horizontalAlignment: Text.AlignLeft
                         wrapMode: Text.Wrap
+                        Accessible.role: Accessible.StaticText
+                        Accessible.name: text
                     }
                     ByteAmount {
                         amount: part.modelData.amount
@@ -71,6 +73,8 @@ GridLayout {
                     text: part.modelData.explanation
                     horizontalAlignment: Text.AlignLeft
                     wrapMode: Text.Wrap
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
                 }
             }
         }

@@ -65,6 +65,8 @@ Card {
                 text: root.path
                 horizontalAlignment: Text.AlignLeft
                 wrapMode: Text.WrapAnywhere
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
             }
         }
         ColumnLayout {
@@ -87,6 +89,8 @@ Card {
                     text: root.status
                     horizontalAlignment: Text.AlignLeft
                     wrapMode: Text.Wrap
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
                 }
             }
             Text {
@@ -96,6 +100,8 @@ Card {
                 text: root.lastCheck
                 horizontalAlignment: Text.AlignLeft
                 wrapMode: Text.Wrap
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
             }
         }
         ByteAmount {
@@ -114,6 +120,8 @@ Card {
         horizontalAlignment: Text.AlignLeft
         visible: text.length > 0
         wrapMode: Text.Wrap
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
     }
     Flow {
         Layout.fillWidth: true

@@ -92,6 +92,8 @@ Card {
         horizontalAlignment: Text.AlignLeft
         visible: text.length > 0
         wrapMode: Text.Wrap
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
     }
     Item {
         Layout.fillHeight: true

@@ -126,6 +126,8 @@ PageScroll {
             horizontalAlignment: Text.AlignLeft
             width: Math.min(implicitWidth, estimates.width - swatch.width - link.width - 2 * estimates.spacing)
             wrapMode: Text.Wrap
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
         LinkButton {
             id: link

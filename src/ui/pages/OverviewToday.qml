@@ -88,6 +88,8 @@ Card {
         horizontalAlignment: Text.AlignLeft
         visible: text.length > 0
         wrapMode: Text.Wrap
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
     }
     Text {
         Layout.fillWidth: true
@@ -97,6 +99,8 @@ Card {
         horizontalAlignment: Text.AlignLeft
         visible: text.length > 0
         wrapMode: Text.Wrap
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
     }
     Item {
         Layout.fillHeight: true
@@ -108,6 +112,8 @@ Card {
         text: root.model.lastCheck
         horizontalAlignment: Text.AlignLeft
         wrapMode: Text.Wrap
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
     }
     LinkButton {
         text: root.model.files

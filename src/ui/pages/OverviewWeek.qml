@@ -56,5 +56,7 @@ Card {
         text: root.model.weekCoverage
         horizontalAlignment: Text.AlignLeft
         wrapMode: Text.Wrap
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
     }
 }

@@ -26,6 +26,8 @@ ColumnLayout {
         wrapMode: Text.Wrap
         horizontalAlignment: Text.AlignLeft
         Layout.fillWidth: true
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
     }
     Repeater {
         id: folders

@@ -62,5 +62,7 @@ ColumnLayout {
         text: root.more
         horizontalAlignment: Text.AlignLeft
         visible: text.length > 0
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
     }
 }
