@@ -232,7 +232,7 @@ TEST_F(FirstWeek, EveryFigureIsThatOfTheFiles) {
         return tray({"item"}).find("today " + signedByteAmount(today.net())) != std::string::npos;
     })) << tray({"item"});
     (void)tray({"press", "Open Mini Window"});
-    EXPECT_TRUE(person.sees("Added: " + byteAmount(today.added))) << person.everything();
+    EXPECT_TRUE(person.sees("Added: " + signedByteAmount(today.added))) << person.everything();
     person.look("mini");
     (void)tray({"press", "Open Brindle"});
     EXPECT_TRUE(person.sees("Checks every 15 min")) << person.everything();
