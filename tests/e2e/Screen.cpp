@@ -37,9 +37,10 @@ bool Screen::Element::is(const char* state) const {
 
 Screen::Screen(Desktop& desktop) : desktop_(desktop) {
     const auto number = desktop.brindle.home() / "display";
-    ProgramLaunch server{
-        .arguments = {"Xvfb", "-displayfd", "1", "-screen", "0", "1440x900x24", "-nolisten", "tcp"},
-        .environment = {}};
+    // Else the server begins anew whenever its last client leaves, and turns away who comes at that moment.
+    ProgramLaunch server{.arguments = {"Xvfb", "-displayfd", "1", "-screen", "0", "1440x900x24", "-nolisten",
+                                       "tcp", "-noreset"},
+                         .environment = {}};
     const FileDescriptor output(open(number.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600));
     server.output = output.get();
     server_ = std::make_unique<RunningProgram>(server);
@@ -52,6 +53,8 @@ Screen::Screen(Desktop& desktop) : desktop_(desktop) {
         return std::make_unique<RunningProgram>(launch);
     };
     windowManager_ = service({"openbox", "--sm-disable"});
+    if (!eventually([&] { return hasWindowManager(); }))
+        throw std::runtime_error("there is no window manager");
     accessibility_ = service({"/usr/libexec/at-spi-bus-launcher", "--launch-immediately"});
     static_cast<void>(desktop.session.connect());
     if (!eventually([&] { return desktop.session.hasService("org.a11y.Bus"); }))
@@ -75,6 +78,10 @@ ProgramResult Screen::run(std::vector<std::string> arguments) const {
     ProgramLaunch launch = this->launch();
     launch.arguments = std::move(arguments);
     return runProgram(launch);
+}
+
+bool Screen::hasWindowManager() const {
+    return run({"xprop", "-root", "_NET_SUPPORTING_WM_CHECK"}).output.find("window id") != std::string::npos;
 }
 
 std::vector<Screen::Element> Screen::elements() const {

@@ -52,6 +52,8 @@ public:
     ProgramResult run(std::vector<std::string> arguments) const;
 
 private:
+    [[nodiscard]] bool hasWindowManager() const;
+
     Desktop& desktop_;
     std::string display_;  // ":7"
     std::unique_ptr<RunningProgram> server_;
