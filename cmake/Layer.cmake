@@ -18,16 +18,16 @@ function(brindle_layer name)
   brindle_use_precompiled(brindle_${name} "${arg_LIBRARIES}")
 endfunction()
 
-# brindle_test(<name> SOURCES <file>... LAYERS <layer>... [LIBRARIES <target>...])
+# brindle_test(<name> SOURCES <file>... LAYERS <layer>... [LIBRARIES <target>...] [PROPERTIES <name> <value>...])
 #
 # One GoogleTest program; every case is a test of CTest.
 function(brindle_test name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LAYERS;LIBRARIES")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LAYERS;LIBRARIES;PROPERTIES")
   add_executable(${name} ${arg_SOURCES})
   list(TRANSFORM arg_LAYERS PREPEND brindle_)
   target_link_libraries(${name} PRIVATE ${arg_LAYERS} ${arg_LIBRARIES} GTest::gmock GTest::gtest_main brindle_warnings)
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   brindle_use_precompiled(${name} "${arg_LIBRARIES}" _tests)
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 NO_PRETTY_VALUES
-    PROPERTIES TIMEOUT 300 ENVIRONMENT LC_ALL=C.UTF-8)
+    PROPERTIES TIMEOUT 300 ENVIRONMENT LC_ALL=C.UTF-8 ${arg_PROPERTIES})
 endfunction()

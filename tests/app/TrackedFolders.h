@@ -26,7 +26,7 @@ protected:
         });
         write("home/a", 1000);
         HistoryStore store(data());
-        LocationRecord record = proposeLocation(path("home"), {}, systemNow()).record;
+        LocationRecord record = proposeLocation(path("home"), {}, systemNow() - 60).record;
         record.id = {"home"};
         store.insert(record).get();
         RunLockSource locks(data());
