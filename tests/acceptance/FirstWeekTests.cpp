@@ -225,7 +225,8 @@ TEST_F(FirstWeek, EveryFigureIsThatOfTheFiles) {
     EXPECT_EQ(sumOf(statement), today.net());
     person.press("Escape");
 
-    // Closed, and back from the tray, where the day stands, too.
+    // Closed, and back from the tray, where the day stands, too, at its place.
+    const QPoint place = brindle->surfaces().mainWindow().window()->position();
     person.press("ctrl+w");
     EXPECT_TRUE(runUntil([&] { return !brindle->surfaces().mainWindow().isVisible(); }));
     EXPECT_TRUE(runUntil([&] {
@@ -236,6 +237,7 @@ TEST_F(FirstWeek, EveryFigureIsThatOfTheFiles) {
     person.look("mini");
     (void)tray({"press", "Open Brindle"});
     EXPECT_TRUE(person.sees("Checks every 15 min")) << person.everything();
+    EXPECT_EQ(brindle->surfaces().mainWindow().window()->position(), place);
     person.look("reopened");
 
     // Saturday: another start finds all of it.

@@ -27,8 +27,11 @@ FocusScope {
                 root.focused.focus = false;
             return;
         }
-        const next = footer.goOn.enabled ? footer.goOn : (phaseView.item as Item).nextItemInFocusChain();
-        next.forceActiveFocus(root.isKeyboardUsed ? Qt.TabFocusReason : Qt.OtherFocusReason);
+        const reason = root.isKeyboardUsed ? Qt.TabFocusReason : Qt.OtherFocusReason;
+        if (footer.goOn.enabled)
+            footer.goOn.forceActiveFocus(reason);
+        else
+            (phaseView.item as Item).nextItemInFocusChain().forceActiveFocus(reason);
     }
 
     Accessible.role: Accessible.Pane

@@ -53,6 +53,8 @@ FrameKeeper::FrameKeeper(QWindow& window, const std::string& stored,
         connect(&window, signal, this, &FrameKeeper::changed);
     connect(&window, &QWindow::visibleChanged, this, [this] {
         if (timer_.isActive()) storeNow();
+        // Window managers find a place of their own for a window that has not said where it belongs.
+        if (!window_.isVisible()) window_.setGeometry(window_.geometry());
     });
 }
 

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Brindle.Models
 import Brindle.Theme
 
