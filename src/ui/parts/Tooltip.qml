@@ -13,7 +13,8 @@ T.ToolTip {
     margins: Theme.gapTiny
     padding: Theme.gapSmall
     delay: 500
-    closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent | T.Popup.CloseOnReleaseOutsideParent
+    // Not on Escape: that key would be lost for what it is meant to close.
+    closePolicy: T.Popup.CloseOnPressOutsideParent | T.Popup.CloseOnReleaseOutsideParent
 
     contentItem: Text {
         text: root.text
