@@ -46,9 +46,10 @@ UserSession::UserSession() {
     set("TZ", "UTC");
     set("DBUS_SESSION_BUS_ADDRESS", beginBus("session"));
     set("DBUS_SYSTEM_BUS_ADDRESS", beginBus("system"));
-    const std::string number = begin(inherited({"Xvfb", "-displayfd", std::to_string(descriptorOfLine),
-                                                "-screen", "0", "1440x900x24", "-nolisten", "tcp"}),
-                                     "display");
+    const std::string number =
+        begin(inherited({"Xvfb", "-displayfd", std::to_string(descriptorOfLine), "-screen", "0",
+                         "1440x900x24", "-nolisten", "tcp", "-noreset"}),
+              "display");
     set("DISPLAY", ":" + number);
     set("QT_QPA_PLATFORM", "xcb");
     set("QT_QUICK_BACKEND", "software");
