@@ -37,7 +37,7 @@ protected:
         write(files / "old", 1'500'000);
     }
 
-    /// A service of the desktop that waits for none of ours.
+    /// What the desktop's tray tells, or does: see tray.py.
     [[nodiscard]] std::string tray(const QStringList& arguments) const {
         QProcess tool;
         tool.start("/usr/bin/python3", QStringList(BRINDLE_TRAY) + arguments);

@@ -2,6 +2,7 @@
 
 #include "app/EventLoop.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QPixmap>
@@ -42,26 +43,13 @@ void useTool(const QStringList& arguments) {
 
 std::vector<Person::Element> Person::elements() const {
     std::vector<Element> found;
-    for (QWindow* window : QGuiApplication::topLevelWindows()) {
-        if (!window->isVisible()) continue;
-        read(QAccessible::queryAccessibleInterface(window), [&](QAccessibleInterface& element) {
-            found.push_back({.name = element.text(QAccessible::Name),
-                             .value = element.text(QAccessible::Value),
-                             .role = element.role(),
-                             .state = element.state(),
-                             .middle = element.rect().center()});
-        });
-    }
-    for (QWidget* widget : QApplication::topLevelWidgets()) {
-        if (!widget->isVisible()) continue;
-        read(QAccessible::queryAccessibleInterface(widget), [&](QAccessibleInterface& element) {
-            found.push_back({.name = element.text(QAccessible::Name),
-                             .value = element.text(QAccessible::Value),
-                             .role = element.role(),
-                             .state = element.state(),
-                             .middle = element.rect().center()});
-        });
-    }
+    const auto see = [&](QAccessibleInterface& element) {
+        found.push_back({.name = element.text(QAccessible::Name), .middle = element.rect().center()});
+    };
+    for (QWindow* window : QGuiApplication::topLevelWindows())
+        if (window->isVisible()) read(QAccessible::queryAccessibleInterface(window), see);
+    for (QWidget* widget : QApplication::topLevelWidgets())
+        if (widget->isVisible()) read(QAccessible::queryAccessibleInterface(widget), see);
     return found;
 }
 

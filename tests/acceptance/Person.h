@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QAccessible>
 #include <QPoint>
 #include <QString>
 #include <filesystem>
@@ -15,9 +14,6 @@ class Person {
 public:
     struct Element {
         QString name;
-        QString value;
-        QAccessible::Role role{};
-        QAccessible::State state;
         QPoint middle;  // on the screen
     };
 

@@ -94,7 +94,7 @@ void CheckSettings::showInFiles(int index) {
         Q_EMIT revealRequested(locations_.rows()[place].folder);
 }
 
-QString CheckSettings::estimatesText() const {
+QString CheckSettings::estimatesText() {
     return translated(
         "Uses the creation dates and current sizes of files that were already there. Estimated from file "
         "dates. Earlier deletions aren't included. Estimates are always labeled and never added to measured "

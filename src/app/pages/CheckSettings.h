@@ -56,7 +56,7 @@ public:
 
     [[nodiscard]] bool showsEstimates() const { return model_.settings()->showsEstimates(); }
     void setShowsEstimates(bool shows) { model_.settings()->setShowsEstimates(shows); }
-    [[nodiscard]] QString estimatesText() const;
+    [[nodiscard]] static QString estimatesText();
 
 Q_SIGNALS:
     void changed();

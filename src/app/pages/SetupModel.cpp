@@ -1,5 +1,6 @@
 #include "app/pages/SetupModel.h"
 
+#include "app/pages/CheckSettings.h"
 #include "app/pages/PageText.h"
 #include "model/NumberText.h"
 #include "model/PlatformText.h"
@@ -101,10 +102,7 @@ QString SetupModel::staysHere() const {
 }
 
 QString SetupModel::estimatesText() const {
-    return translated(
-        "Uses the creation dates and current sizes of files that were already there. Estimated from file "
-        "dates. Earlier deletions aren't included. Estimates are always labeled and never added to measured "
-        "totals. Turning this off removes them.");
+    return CheckSettings::estimatesText();
 }
 
 void SetupModel::goOn() {
