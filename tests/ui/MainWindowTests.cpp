@@ -1,3 +1,4 @@
+#include "app/EventLoop.h"
 #include "ui/CutTexts.h"
 #include "ui/PseudoLocale.h"
 #include "ui/Stage.h"
@@ -24,6 +25,17 @@ std::string cutIn(Stage& stage) {
     std::string found;
     for (std::string line; std::getline(lines, line);)
         if (!line.ends_with("is beyond the edge")) found += line + "\n";
+    return found;
+}
+
+/// The types of the pages that the item shows.
+std::vector<std::string> visiblePages(const QQuickItem* item) {
+    std::vector<std::string> found;
+    if (!item->isVisible()) return found;
+    const std::string type = QString(item->metaObject()->className()).section('_', 0, 0).toStdString();
+    if (type.ends_with("Page")) found.push_back(type);
+    for (const QQuickItem* child : item->childItems())
+        for (std::string& page : visiblePages(child)) found.push_back(std::move(page));
     return found;
 }
 
@@ -58,6 +70,27 @@ TEST(MainWindow, IsMirroredAsAWhole) {
         }
     }
     QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+}
+
+TEST(MainWindow, ShowsAPageUntilTheNextIsMade) {
+    Stage stage;
+    const auto shown = [&] { return visiblePages(stage.window().contentItem()); };
+    using Names = std::vector<std::string>;
+    ASSERT_EQ(shown(), Names{"OverviewPage"});
+
+    Selection& selection = *stage.model().selection();
+    selection.setDestination(Destination::activity);
+    EXPECT_EQ(shown(), Names{"OverviewPage"}) << "nothing is waited for";
+    selection.setDestination(Destination::trends);
+    ASSERT_TRUE(runUntil([&] {
+        EXPECT_EQ(shown().size(), 1U);
+        return shown() == Names{"TrendsPage"};
+    }));
+
+    selection.setDestination(Destination::activity);
+    selection.setDestination(Destination::trends);
+    stage.settle();
+    EXPECT_EQ(shown(), Names{"TrendsPage"}) << "the user thought better of it";
 }
 
 TEST(MainWindow, RemembersItsSize) {

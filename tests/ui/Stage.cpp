@@ -6,6 +6,8 @@
 
 #include <QAccessible>
 #include <QElapsedTimer>
+#include <QQmlEngine>
+#include <QQmlIncubationController>
 #include <QQuickItem>
 #include <stdexcept>
 
@@ -79,7 +81,9 @@ Stage::~Stage() {
 void Stage::settle() {
     QElapsedTimer time;
     time.start();
-    while (time.elapsed() < 350) QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    const auto* screens = qmlEngine(&window())->incubationController();
+    while (time.elapsed() < 350 || screens->incubatingObjectCount() > 0)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
 }
 
 QQuickItem* Stage::named(const QString& accessibleName) {
