@@ -45,6 +45,8 @@ ListView {
 
     model: root.explorer.rows
     clip: true
+    reuseItems: true
+    cacheBuffer: 0
     activeFocusOnTab: true
     boundsBehavior: Flickable.StopAtBounds
     highlightMoveDuration: 0
