@@ -81,9 +81,14 @@ Stage::~Stage() {
 void Stage::settle() {
     QElapsedTimer time;
     time.start();
-    const auto* screens = qmlEngine(&window())->incubationController();
-    while (time.elapsed() < 350 || screens->incubatingObjectCount() > 0)
+    const auto isMaking = [&] {
+        const QQuickWindow* window = mainWindow().window();
+        return window != nullptr && qmlEngine(window)->incubationController()->incubatingObjectCount() > 0;
+    };
+    while (time.elapsed() < 350) {
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        if (isMaking()) time.restart();
+    }
 }
 
 QQuickItem* Stage::named(const QString& accessibleName) {

@@ -45,7 +45,6 @@ ListView {
 
     model: root.explorer.rows
     clip: true
-    reuseItems: true
     cacheBuffer: 0
     activeFocusOnTab: true
     boundsBehavior: Flickable.StopAtBounds
