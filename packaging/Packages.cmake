@@ -11,6 +11,9 @@ endif()
 configure_file(debian/changelog.in changelog.Debian @ONLY)
 foreach(package component IN ZIP_LISTS packages components)
   set(documents ${CMAKE_INSTALL_DATADIR}/doc/${package})
+  configure_file(debian/lintian-overrides.in lintian/${package} @ONLY)
+  install(FILES ${CMAKE_CURRENT_BINARY_DIR}/lintian/${package} DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides
+    COMPONENT ${component})
   install(FILES debian/copyright DESTINATION ${documents} COMPONENT ${component})
   install(FILES ${CMAKE_SOURCE_DIR}/CHANGELOG.md DESTINATION ${documents} RENAME changelog COMPONENT ${component})
   install(FILES ${CMAKE_CURRENT_BINARY_DIR}/changelog.Debian DESTINATION ${documents} COMPONENT ${component})
@@ -18,6 +21,7 @@ endforeach()
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME brindle)
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "private, local history of where disk space goes")
 set(CPACK_PACKAGE_CONTACT ${BRINDLE_MAINTAINER})
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_COMPONENTS_ALL ${components})
@@ -37,8 +41,7 @@ set(CPACK_DEBIAN_DEBUGINFO_PACKAGE ON)
 set(CPACK_DEBIAN_TERMINAL_PACKAGE_NAME brindle)
 set(CPACK_DEBIAN_TERMINAL_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_TERMINAL_PACKAGE_SUGGESTS "brindle-desktop")
-set(CPACK_DEBIAN_TERMINAL_DESCRIPTION "private, local history of where disk space goes
-Brindle checks the folders and drives that you include: it reads the sizes,
+set(CPACK_DEBIAN_TERMINAL_DESCRIPTION "Brindle checks the folders and drives that you include: it reads the sizes,
 dates and paths of the files in them, compares them with the check before,
 and records what was added, grew, shrank or went away. It never reads what
 is in a file, and nothing leaves the computer.
@@ -57,8 +60,7 @@ set(CPACK_DEBIAN_DESKTOP_PACKAGE_DEPENDS
   "brindle (= ${PROJECT_VERSION}-${BRINDLE_PACKAGE_REVISION}), ${window_modules}, qt6-qpa-plugins, fonts-inter")
 set(CPACK_DEBIAN_DESKTOP_PACKAGE_RECOMMENDS
   "default-dbus-session-bus | dbus-session-bus, qt6-wayland, qt6-gtk-platformtheme | qt6-xdgdesktopportal-platformtheme, xdg-utils")
-set(CPACK_DEBIAN_DESKTOP_DESCRIPTION "private, local history of where disk space goes (window)
-Brindle checks the folders and drives that you include: it reads the sizes,
+set(CPACK_DEBIAN_DESKTOP_DESCRIPTION "Brindle checks the folders and drives that you include: it reads the sizes,
 dates and paths of the files in them, compares them with the check before,
 and records what was added, grew, shrank or went away. It never reads what
 is in a file, and nothing leaves the computer.
