@@ -8,6 +8,8 @@
 namespace brindle {
 namespace {
 
+bool isIsolating = false;
+
 bool isHarmful(UChar32 c) {
     switch (u_charType(c)) {
         case U_CONTROL_CHAR:
@@ -49,7 +51,12 @@ std::string fileNameText(std::string_view bytes) {
             shown.append(c);
     }
     std::string text;
-    return shown.toUTF8String(text);
+    shown.toUTF8String(text);
+    return isIsolating ? "\u2068" + text + "\u2069" : text;
+}
+
+void isolateFileNames() {
+    isIsolating = true;
 }
 
 }  // namespace brindle

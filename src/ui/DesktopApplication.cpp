@@ -1,14 +1,19 @@
 #include "ui/DesktopApplication.h"
 
+#include "model/FileNameText.h"
+#include "model/Translation.h"
 #include "ui/windows/QmlModules.h"
 
 #include <QEvent>
+#include <QLibraryInfo>
+#include <QLocale>
 #include <QQuickStyle>
 #include <QSessionManager>
 
 namespace brindle {
 
 DesktopApplication::DesktopApplication(int& argc, char** argv) : QApplication(argc, argv) {
+    takeLanguage();
     registerQmlModules();
     // What is stock follows the theme, which has been made for this style.
     QQuickStyle::setStyle("Basic");
@@ -24,6 +29,15 @@ DesktopApplication::DesktopApplication(int& argc, char** argv) : QApplication(ar
         this, &QGuiApplication::commitDataRequest, this,
         [](QSessionManager& session) { session.setRestartHint(QSessionManager::RestartNever); },
         Qt::DirectConnection);
+}
+
+void DesktopApplication::takeLanguage() {
+    const QLocale language(QString::fromStdString(textLanguage()));
+    setLayoutDirection(language.textDirection());
+    if (language.textDirection() == Qt::RightToLeft) isolateFileNames();
+    // Qt's own dialogs speak it where Qt's catalogues are installed.
+    if (dialogTexts_.load(language, "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        installTranslator(&dialogTexts_);
 }
 
 bool DesktopApplication::event(QEvent* event) {

@@ -3,10 +3,11 @@
 #include "ui/HandlerTimes.h"
 
 #include <QApplication>
+#include <QTranslator>
 
 namespace brindle {
 
-/// The program as the window system sees it.
+/// The program as the window system sees it, in the language of the texts (textLanguage()).
 class DesktopApplication : public QApplication {
     Q_OBJECT
 
@@ -27,6 +28,9 @@ protected:
     bool event(QEvent* event) override;
 
 private:
+    void takeLanguage();
+
+    QTranslator dialogTexts_;
     HandlerTimes handlerTimes_;
 };
 

@@ -26,7 +26,7 @@ namespace {
 constexpr int failed = 3;
 constexpr int otherWindow = 5;
 
-constexpr const char* help =
+constexpr const char* help = translatable(
     "Brindle keeps a private, local history of where your disk space goes. This is its window; in a\n"
     "terminal, use brindle. When it is open already, that window is shown.\n"
     "\n"
@@ -38,7 +38,7 @@ constexpr const char* help =
     "  -KEY VALUE                 Any other setting, for as long as the program runs\n"
     "  --launched-at-login        Said by the login item: you did not ask for the window\n"
     "  --help                     Show this text\n"
-    "  --version                  Show the version\n";
+    "  --version                  Show the version\n");
 
 int fail(int code, const std::string& sentence) {
     fmt::print(stderr, "{}\n", sentence);
@@ -134,8 +134,9 @@ int run(int argc, char** argv, const StopSignals& signals) {
 int main(int argc, char** argv) {
     using namespace brindle;
     std::setlocale(LC_ALL, "");
+    useCatalogues(cataloguesFolder(programFile()));
     for (const std::string_view argument : std::span(argv, static_cast<std::size_t>(argc)).subspan(1)) {
-        if (argument == "--help") return tell(help);
+        if (argument == "--help") return tell(translated(help));
         if (argument == "--version") return tell("brindle-desktop " BRINDLE_VERSION "\n");
     }
     if (!hasDisplay())

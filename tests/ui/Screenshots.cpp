@@ -12,6 +12,7 @@
 #include <QQuickStyle>
 #include <atomic>
 #include <chrono>
+#include <clocale>
 #include <fmt/format.h>
 #include <span>
 #include <thread>
@@ -438,6 +439,8 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
     qputenv("HOME", "/home/ann");
+    std::setlocale(LC_ALL, "");
+    brindle::useCatalogues(BRINDLE_CATALOGUES);
     brindle::DesktopApplication application(argc, argv);
     try {
         return brindle::run(std::span(argv, static_cast<std::size_t>(argc)));
