@@ -7,6 +7,7 @@ import tempfile
 import unittest
 from pathlib import Path
 
+import layer_picture
 import texts
 
 TOOLS = Path(__file__).resolve().parent
@@ -27,6 +28,7 @@ SOUND = {
     "src/ui/parts/CMakeLists.txt": "brindle_qml_module(parts QML_FILES Bar.qml MODULES theme)\n",
     "src/ui/parts/Bar.qml": "import QtQuick\n\nRectangle {\n    width: 2 * Theme.gap\n    height: Theme.scaled(48)\n"
                             "    x: parent.width / 2\n    color: flat ? \"transparent\" : Theme.line\n}\n",
+    layer_picture.PICTURE: layer_picture.picture({"model": [], "store": ["model"]}),
     "po/brindle.pot": f"{texts.HEADER}\n{DAYS}msgstr[0] \"\"\nmsgstr[1] \"\"\n",
     "po/de.po": f"{GERMAN}\n{DAYS}msgstr[0] \"{{}} von {{}} Tag\"\nmsgstr[1] \"{{1}} Tage, davon {{0}}\"\n",
     "tests/CMakeLists.txt": "brindle_test(model_tests SOURCES DayTests.cpp LAYERS model)\n",
@@ -73,6 +75,7 @@ PLANTED = (
     ("check_docs.py", "src/scan/CMakeLists.txt", "brindle_layer(scan SOURCES)\n",
      "docs/ARCHITECTURE.md:1: the layer scan is missing"),
     ("check_docs.py", "src/store/CMakeLists.txt", "", "docs/ARCHITECTURE.md:4: store is no layer"),
+    ("check_docs.py", layer_picture.PICTURE, "<svg/>", "docs/pictures/layers.svg:1: doesn't show the layers"),
     ("check_qml.py", "src/ui/parts/Bar.qml", bar("width: parent.width - 12"), "src/ui/parts/Bar.qml:4: a length"),
     ("check_qml.py", "src/ui/parts/Bar.qml", bar("anchors.leftMargin: 3"), "src/ui/parts/Bar.qml:4: a length"),
     ("check_qml.py", "src/ui/parts/Bar.qml", bar('color: "#203040"'), "src/ui/parts/Bar.qml:4: a colour"),
