@@ -1,5 +1,7 @@
 #include "model/FileNameText.h"
 
+#include "model/NameIsolation.h"
+
 #include <cstdint>
 #include <fmt/format.h>
 #include <unicode/uchar.h>
@@ -55,8 +57,8 @@ std::string fileNameText(std::string_view bytes) {
     return isIsolating ? "\u2068" + text + "\u2069" : text;
 }
 
-void isolateFileNames() {
-    isIsolating = true;
+void isolateFileNames(bool areIsolated) {
+    isIsolating = areIsolated;
 }
 
 }  // namespace brindle

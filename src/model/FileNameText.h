@@ -11,9 +11,4 @@ namespace brindle {
 /// For showing only: two names may read alike.
 [[nodiscard]] std::string fileNameText(std::string_view bytes);
 
-/// From now on, names keep their own direction within a text that reads the other way: each stands between
-/// a first-strong isolate (U+2068) and its end (U+2069). For programs, once, before they have a second
-/// thread.
-void isolateFileNames();
-
 }  // namespace brindle

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/Translation.h"
+#include "model/Translatable.h"
 
 // Sentences that name a thing which not every system has, with the words of each system side by side. They
 // pass through translated() where they are shown.

@@ -1,43 +1,15 @@
 #include "model/Translation.h"
 
 #include <libintl.h>
-#include <string_view>
-#include <unicode/locid.h>
 
 namespace brindle {
-namespace {
-
-constexpr const char* domain = "brindle";
-
-}  // namespace
 
 const char* translated(const char* text) {
-    return dgettext(domain, text);
+    return dgettext("brindle", text);
 }
 
 const char* translatedCount(const char* one, const char* many, std::int64_t count) {
-    return dngettext(domain, one, many, static_cast<unsigned long>(count));
-}
-
-void useCatalogues(const std::string& folder) {
-    ::bindtextdomain(domain, folder.c_str());
-    ::bind_textdomain_codeset(domain, "UTF-8");
-    const icu::Locale language(textLanguage().c_str());
-    if (language == icu::Locale::getEnglish() ||
-        language.getLanguage() == std::string_view(icu::Locale().getLanguage()))
-        return;
-    UErrorCode status = U_ZERO_ERROR;
-    icu::Locale::setDefault(language, status);
-}
-
-std::string textLanguage() {
-    // A catalogue's translation of the empty text is its header.
-    constexpr std::string_view key = "\nLanguage: ";
-    const std::string_view header = dgettext(domain, "");
-    const std::size_t at = header.find(key);
-    if (at == std::string_view::npos) return "en";
-    const std::string_view value = header.substr(at + key.size());
-    return std::string(value.substr(0, value.find('\n')));
+    return dngettext("brindle", one, many, static_cast<unsigned long>(count));
 }
 
 }  // namespace brindle

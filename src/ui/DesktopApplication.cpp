@@ -1,7 +1,7 @@
 #include "ui/DesktopApplication.h"
 
-#include "model/FileNameText.h"
-#include "model/Translation.h"
+#include "model/Catalogues.h"
+#include "model/NameIsolation.h"
 #include "ui/windows/QmlModules.h"
 
 #include <QEvent>
@@ -34,8 +34,9 @@ DesktopApplication::DesktopApplication(int& argc, char** argv) : QApplication(ar
 void DesktopApplication::takeLanguage() {
     const QLocale language(QString::fromStdString(textLanguage()));
     setLayoutDirection(language.textDirection());
-    if (language.textDirection() == Qt::RightToLeft) isolateFileNames();
-    // Qt's own dialogs speak it where Qt's catalogues are installed.
+    isolateFileNames(language.textDirection() == Qt::RightToLeft);
+    removeTranslator(&dialogTexts_);
+    // Only where Qt's catalogues are installed.
     if (dialogTexts_.load(language, "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         installTranslator(&dialogTexts_);
 }

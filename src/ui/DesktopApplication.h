@@ -7,12 +7,16 @@
 
 namespace brindle {
 
-/// The program as the window system sees it, in the language of the texts (textLanguage()).
+/// The program as the window system sees it.
 class DesktopApplication : public QApplication {
     Q_OBJECT
 
 public:
     DesktopApplication(int& argc, char** argv);
+
+    /// Follows the language of the texts, as it did when it was made: with the direction of the layout, with
+    /// that of names, and in Qt's own dialogs.
+    void takeLanguage();
 
     [[nodiscard]] HandlerTimes& handlerTimes() { return handlerTimes_; }
 
@@ -28,8 +32,6 @@ protected:
     bool event(QEvent* event) override;
 
 private:
-    void takeLanguage();
-
     QTranslator dialogTexts_;
     HandlerTimes handlerTimes_;
 };

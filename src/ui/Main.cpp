@@ -2,6 +2,8 @@
 #include "app/desktop/DesktopProgram.h"
 #include "app/desktop/StopSignals.h"
 #include "example/ExampleHistory.h"
+#include "model/Catalogues.h"
+#include "model/Translatable.h"
 #include "model/Translation.h"
 #include "platform/Display.h"
 #include "platform/Paths.h"

@@ -1,6 +1,7 @@
 // Renders every page and state of the window to pictures, to be looked at.
 
 #include "app/EventLoop.h"
+#include "model/Catalogues.h"
 #include "platform/TreeReader.h"
 #include "support/FakeTree.h"
 #include "support/HookedTree.h"

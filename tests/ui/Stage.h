@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/AppModel.h"
-#include "model/Translation.h"
+#include "model/Catalogues.h"
 #include "support/TempFolder.h"
 #include "ui/DesktopSurfaces.h"
 
