@@ -19,8 +19,6 @@ void nameHelpParts(CLI::App& app) {
     formatter->label("OPTIONS", translated("OPTIONS"));
     formatter->label("SUBCOMMAND", translated("SUBCOMMAND"));
     formatter->label("Positionals", translated("Positionals"));
-    formatter->label("REQUIRED", translated("REQUIRED"));
-    formatter->label("Excludes", translated("Excludes"));
     nameOptions(app);
     for (CLI::App* command : app.get_subcommands({})) {
         command->group(translated("Subcommands"));

@@ -1,9 +1,11 @@
 #include "checks/Failures.h"
 #include "checks/RunLock.h"
+#include "cli/CommandHelp.h"
 #include "cli/Commands.h"
+#include "cli/Completions.h"
 #include "cli/HelpParts.h"
+#include "cli/UsageSentence.h"
 #include "model/Catalogues.h"
-#include "model/FileNameText.h"
 #include "model/Translatable.h"
 #include "model/Translation.h"
 #include "platform/BecomeProgram.h"
@@ -46,7 +48,7 @@ std::string usualDataDirectory(Output& output) {
 
 int runCommand(const std::function<ExitCode()>& command, Output& output, const std::string& dataDirectory) {
     const auto fail = [&output](ExitCode code, const std::string& sentence) {
-        output.sentence(sentence);
+        output.failure(sentence);
         return static_cast<int>(code);
     };
     try {
@@ -73,7 +75,8 @@ int run(int argc, char** argv) {
     app.set_help_flag("-h,--help", translated("Print this help message and exit"));
     app.set_version_flag("--version", "brindle " BRINDLE_VERSION,
                          translated("Display program version information and exit"));
-    app.require_subcommand(1);
+    shapeHelp(app);
+    app.require_subcommand(0, 1);
     app.fallthrough();
 
     Output output;
@@ -92,6 +95,8 @@ int run(int argc, char** argv) {
     addTrackingCommands(app, tracking);
     addReadingCommands(app, reading);
     nameHelpParts(app);
+    giveExamples(app);
+    addCompletionOption(app);
 
     std::vector<const char*> arguments(argv, argv + argc);
     if (argc == 1) {
@@ -102,13 +107,14 @@ int run(int argc, char** argv) {
         app.parse(static_cast<int>(arguments.size()), arguments.data());
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == 0) return app.exit(error);  // --help, --version
-        // It repeats what was typed, which a shell may have made of the name of a file.
-        output.sentence(fileNameText(error.what()));
+        output.sentence(usageSentence(app, error));
         output.sentence(translated("Run with --help for more information."));
         return static_cast<int>(ExitCode::wrongUsage);
     }
     return runCommand(
         [&] {
+            if (!tracking && !reading)
+                throw UsageError(translated("Which command? Run with --help for a list of them."));
             if (isExample) {
                 if (tracking)
                     throw UsageError(
