@@ -14,11 +14,13 @@ COMMENT = re.compile(rf"({LITERAL})|//[^\n]*|/\*.*?\*/", re.S)
 MARKED = re.compile(rf"\b(?:translated|translatable|translatedCount|counted)\(\s*{LITERALS}(?:,\s*{LITERALS})?")
 # What tells a developer, or the log, of a fault that no user can bring about.
 OF_FAULT = re.compile(rf"\b(?:runtime_error|logic_error|invalid_argument|fputs|QML_UNCREATABLE)\(\s*{LITERALS}")
-PROSE = re.compile(r"[A-Za-z]{2,}[,;:]? [a-z]{2,}|[a-z]{2,}\.$|[a-z]{2,}…$")
+# Words that follow each other, or a sentence's end; not a command line.
+PROSE = re.compile(r"^(?!brindle ).*(?:[A-Za-z]{2,}[,;:]? [a-z]{2,}|[a-z]{2,}\.$|[a-z]{2,}…$)", re.S)
 SHOWN_BY_QML = re.compile(r"^\s*(?:property string )?(?:text|title|label|caption|message|placeholderText|"
                           r"Accessible\.(?:name|description)):(?P<value>.*)$")
-# SQL, names of the example's files and of the system's, and no texts at all.
-WITHOUT_TEXTS = ("src/store/", "src/platform/", "src/example/", "src/ui/marks/", "src/ui/theme/")
+# SQL, scripts for shells, names of the example's files and of the system's, and no texts at all.
+WITHOUT_TEXTS = ("src/store/", "src/platform/", "src/example/", "src/cli/Completions.cpp", "src/ui/marks/",
+                 "src/ui/theme/")
 # Formats and names, which are the same in every language, and errors that are told by their types.
 FIXED = {"Brindle", "Added in bytes", "Freed in bytes", "Growth in bytes", "Change in bytes", "Observed at",
          "Example estimate", "Estimated bytes", "Estimated files", "Tracked bytes", "Removed location", "Stopped.",
