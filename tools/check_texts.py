@@ -31,7 +31,7 @@ PLACE = re.compile(r"\{(\d*)\}")
 ENTRY = re.compile(r'^msgid (?P<one>(?:"[^\n]*"\n)+)(?:msgid_plural (?P<many>(?:"[^\n]*"\n)+))?'
                    r'(?P<translations>(?:msgstr[^\n]*\n(?:"[^\n]*"\n)*)+)', re.M)
 # A translation ends as its text does; in other scripts, with their own marks.
-ENDINGS = {"…": "…", ":": ":：", ".": ".。", "?": "?؟", " ": " "}
+ENDINGS = {"…": "…", ":": ":：", ".": ".。", "?": "?؟", ";": ";", " ": " "}
 
 
 def blanked(match):

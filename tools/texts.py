@@ -12,8 +12,19 @@ from pathlib import Path
 
 import project
 
-# What carries a text; those with two carry the one form and the many.
-KEYWORDS = ("translated:1", "translatable:1", "translatedCount:1,2", "counted:1,2")
+def keywords(*names):
+    return ["--keyword", *(f"--keyword={name}" for name in names)]  # none but these
+
+
+# What carries a text; those with two numbers carry the one form and the many.
+OF_SOURCES = keywords("translated:1", "translatable:1", "translatedCount:1,2", "counted:1,2")
+# How xgettext is to read files, and their endings.
+KINDS = (
+    (["--language=C++"], OF_SOURCES, (".h", ".cpp")),
+    (["--language=JavaScript"], OF_SOURCES, (".qml",)),
+    (["--language=Desktop"], keywords("Name", "GenericName", "Comment", "Keywords"), (".desktop.in",)),
+    ([], [], (".metainfo.xml.in",)),
+)
 HEADER = r'''# The texts of Brindle, to be translated. Made by ./dev texts: change the texts where they stand.
 msgid ""
 msgstr ""
@@ -27,15 +38,16 @@ msgstr ""
 
 
 def extract(top, template):
-    """Writes the texts of the C++ and QML files below src/ to the file `template`."""
+    """Writes the texts of the program, and of the files that tell desktops of it, to the file `template`."""
     template.write_text(HEADER)  # so that it is read as UTF-8
-    sources = [str(file) for file in project.files(top) if file.parts[0] == "src"]
-    keywords = ["--keyword", *(f"--keyword={keyword}" for keyword in KEYWORDS)]
-    for language, endings in (("C++", (".h", ".cpp")), ("JavaScript", (".qml",))):
-        files = [source for source in sources if source.endswith(endings)]
-        done = subprocess.run(["xgettext", f"--language={language}", "--from-code=UTF-8", *keywords, "--join-existing",
+    files = [str(file) for file in project.files(top) if file.parts[0] in ("src", "packaging")]
+    for language, keywords, endings in KINDS:
+        named = [file for file in files if file.endswith(endings)]
+        if not named:
+            continue
+        done = subprocess.run(["xgettext", *language, "--from-code=UTF-8", *keywords, "--join-existing",
                                "--add-comments=Translators:", "--add-location=file", "--no-wrap",
-                               f"--output={template}", *files], cwd=top, capture_output=True, text=True)
+                               f"--output={template}", *named], cwd=top, capture_output=True, text=True)
         if done.returncode != 0:
             sys.exit(done.stderr)
     # The header is not xgettext's, with its date; and what is meant by {} is no matter of gettext's formats.
