@@ -3,13 +3,17 @@
 #include "cli/CommandHelp.h"
 #include "cli/Commands.h"
 #include "cli/Completions.h"
+#include "cli/HelpParts.h"
 #include "cli/UsageSentence.h"
+#include "model/Catalogues.h"
+#include "model/Translatable.h"
 #include "model/Translation.h"
 #include "platform/BecomeProgram.h"
 #include "platform/Display.h"
 #include "platform/Paths.h"
 #include "scan/LocationAccess.h"
 #include "settings/LaunchOptions.h"
+#include "settings/ProgramInformation.h"
 #include "settings/SettingsFile.h"
 
 #include <CLI/CLI.hpp>
@@ -20,11 +24,11 @@
 namespace brindle {
 namespace {
 
-constexpr const char* description =
+constexpr const char* description = translatable(
     "Brindle keeps a private, local history of where your disk space goes.\n"
-    "It records the sizes, dates and paths of files, and never reads what is in them.";
+    "It records the sizes, dates and paths of files, and never reads what is in them.");
 
-constexpr const char* footer =
+constexpr const char* footer = translatable(
     "Examples:\n"
     "  brindle check ~/Pictures         include a folder and set its starting point\n"
     "  brindle check                    check every included location\n"
@@ -33,7 +37,7 @@ constexpr const char* footer =
     "\n"
     "Exit status: 0 done; 1 nothing found, or a limit passed; 2 wrong usage; 3 the history or a file\n"
     "can't be used; 4 a location couldn't be checked; 5 another program is checking; 130 stopped by\n"
-    "a signal.";
+    "a signal.");
 
 /// Where the history is unless the command line says otherwise.
 std::string usualDataDirectory(Output& output) {
@@ -58,17 +62,19 @@ int runCommand(const std::function<ExitCode()>& command, Output& output, const s
         return fail(ExitCode::wrongUsage, error.what());
     } catch (const RunLocked& error) {
         return fail(ExitCode::locked, error.what());
-    } catch (const Cancelled& error) {
-        return fail(ExitCode::interrupted, error.what());
+    } catch (const Cancelled&) {
+        return fail(ExitCode::interrupted, translated("Stopped."));
     } catch (const std::exception& error) {
         return fail(ExitCode::historyFailed, failureSentence(error, dataDirectory));
     }
 }
 
 int run(int argc, char** argv) {
-    CLI::App app(description, "brindle");
-    app.footer(footer);
-    app.set_version_flag("--version", "brindle " BRINDLE_VERSION);
+    CLI::App app(translated(description), "brindle");
+    app.footer(translated(footer));
+    app.set_help_flag("-h,--help", translated("Print this help message and exit"));
+    app.set_version_flag("--version", "brindle " BRINDLE_VERSION,
+                         translated("Display program version information and exit"));
     shapeHelp(app);
     app.require_subcommand(0, 1);
     app.fallthrough();
@@ -76,17 +82,19 @@ int run(int argc, char** argv) {
     Output output;
     std::string dataDirectory;
     bool asJson = false;
-    app.add_option("--data-dir", dataDirectory, "Where the history is kept (default: ~/.local/share/Brindle)")
+    app.add_option("--data-dir", dataDirectory,
+                   translated("Where the history is kept (default: ~/.local/share/Brindle)"))
         ->check(emptyPathObjection)
         ->type_name("DIR");
-    app.add_flag("--json", asJson, "Print the result as JSON");
+    app.add_flag("--json", asJson, translated("Print the result as JSON"));
     bool isExample = false;
-    app.add_flag("--example", isExample, "Show an example history instead of yours");
+    app.add_flag("--example", isExample, translated("Show an example history instead of yours"));
 
     Command tracking;
     Command reading;
     addTrackingCommands(app, tracking);
     addReadingCommands(app, reading);
+    nameHelpParts(app);
     giveExamples(app);
     addCompletionOption(app);
 
@@ -127,5 +135,6 @@ int run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     std::setlocale(LC_ALL, "");
+    brindle::useCatalogues(brindle::cataloguesFolder(brindle::programFile()));
     return brindle::run(argc, argv);
 }

@@ -2,6 +2,8 @@
 #include "app/desktop/DesktopProgram.h"
 #include "app/desktop/StopSignals.h"
 #include "example/ExampleHistory.h"
+#include "model/Catalogues.h"
+#include "model/Translatable.h"
 #include "model/Translation.h"
 #include "platform/Display.h"
 #include "platform/Paths.h"
@@ -25,7 +27,7 @@ namespace {
 constexpr int failed = 3;
 constexpr int otherWindow = 5;
 
-constexpr const char* help =
+constexpr const char* help = translatable(
     "Brindle keeps a private, local history of where your disk space goes. This is its window; in a\n"
     "terminal, use brindle. When it is open already, that window is shown.\n"
     "\n"
@@ -47,7 +49,7 @@ constexpr const char* help =
     "  brindle-desktop -BrindleExample YES  look around in an example first\n"
     "\n"
     "Exit status: 0 done; 3 there is no display, or something failed; 5 the window that is open doesn't\n"
-    "answer.\n";
+    "answer.\n");
 
 int fail(int code, const std::string& sentence) {
     fmt::print(stderr, "{}\n", sentence);
@@ -163,8 +165,9 @@ int run(int argc, char** argv, const StopSignals& signals) {
 int main(int argc, char** argv) {
     using namespace brindle;
     std::setlocale(LC_ALL, "");
+    useCatalogues(cataloguesFolder(programFile()));
     for (const std::string_view argument : std::span(argv, static_cast<std::size_t>(argc)).subspan(1)) {
-        if (argument == "--help") return tell(help);
+        if (argument == "--help") return tell(translated(help));
         if (argument == "--version") return tell("brindle-desktop " BRINDLE_VERSION "\n");
     }
     if (!hasDisplay())

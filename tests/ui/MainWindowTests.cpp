@@ -4,6 +4,7 @@
 #include "ui/Stage.h"
 
 #include <QGuiApplication>
+#include <QRegularExpression>
 #include <gtest/gtest.h>
 #include <sstream>
 
@@ -53,6 +54,43 @@ TEST(MainWindow, CutsNoTextWhereItIsSmallAndTheTextIsLargeAndLong) {
         EXPECT_EQ(cutIn(stage), "") << rawText(page);
     }
 }
+
+/// The figures in European digits of the texts that are shown, but for those of names.
+QStringList europeanFigures(const QQuickItem& item) {
+    static const QRegularExpression names("\u2068[^\u2069]*\u2069?");
+    static const QRegularExpression figures("[0-9]+");
+    QStringList found;
+    if (!item.isVisible()) return found;
+    if (item.inherits("QQuickText")) {
+        const QString text = item.property("text").toString().remove(names);
+        if (text.contains(figures)) found << text;
+    }
+    for (const QQuickItem* child : item.childItems()) found += europeanFigures(*child);
+    return found;
+}
+
+class MainWindowIn : public testing::TestWithParam<const char*> {};
+
+TEST_P(MainWindowIn, CutsNoTextWhereTheWindowIsSmallAndTheTextIsLarge) {
+    const TestLanguage language(GetParam());
+    ASSERT_EQ(textLanguage(), GetParam());
+    StageSettings settings;
+    settings.preferences.textSize = TextSize::extraLarge;
+    Stage stage(settings);
+    stage.window().resize(960, 680);
+    for (const Destination page : pages) {
+        stage.model().selection()->setDestination(page);
+        stage.settle();
+        keep(stage, std::string(GetParam()) + "-" + std::string(rawText(page)));
+        EXPECT_EQ(cutIn(stage), "") << rawText(page);
+        if (QGuiApplication::isRightToLeft())
+            EXPECT_EQ(europeanFigures(*stage.window().contentItem()).join(" | ").toStdString(), "")
+                << rawText(page);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Languages, MainWindowIn, testing::Values("de", "ar"),
+                         [](const auto& info) { return std::string(info.param); });
 
 TEST(MainWindow, IsMirroredAsAWhole) {
     QGuiApplication::setLayoutDirection(Qt::RightToLeft);
