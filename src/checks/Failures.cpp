@@ -16,7 +16,10 @@ std::string databaseSentence(const SQLiteError& error, const std::string& direct
         return fmt::format(fmt::runtime(translated(text)), fileNameText(directory), error.message());
     };
     if (error.isDamage())
-        return about("The storage history in “{0}” is damaged and was left as it is ({1}).");
+        return about(
+            "The storage history in “{0}” is damaged and was left as it is ({1}). To recover what can be "
+            "read, "
+            "quit Brindle and run: brindle doctor --recover");
     if (error.isFull()) return about("There is no room left on the disk for the storage history in “{0}”.");
     if (error.isLocked())
         return about("Another program is writing to the storage history in “{0}”. Try again later.");
