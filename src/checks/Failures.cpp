@@ -16,7 +16,9 @@ std::string databaseSentence(const SQLiteError& error, const std::string& direct
         return fmt::format(fmt::runtime(text), fileNameText(directory), error.message());
     };
     if (error.isDamage())
-        return about(translated("The storage history in “{0}” is damaged and was left as it is ({1})."));
+        return about(translated(
+            "The storage history in “{0}” is damaged and was left as it is ({1}). To recover what can be "
+            "read, quit Brindle and run: brindle doctor --recover"));
     if (error.isFull())
         return about(translated("There is no room left on the disk for the storage history in “{0}”."));
     if (error.isLocked())

@@ -36,8 +36,8 @@ constexpr const char* footer = translatable(
     "  brindle changes --since 2026-03-01 ~/Pictures\n"
     "\n"
     "Exit status: 0 done; 1 nothing found, or a limit passed; 2 wrong usage; 3 the history or a file\n"
-    "can't be used; 4 a location couldn't be checked; 5 another program is checking; 130 stopped by\n"
-    "a signal.");
+    "can't be used; 4 a location couldn't be checked; 5 another program is checking; 6 brindle doctor\n"
+    "found something to be done; 130 stopped by a signal.");
 
 /// Where the history is unless the command line says otherwise.
 std::string usualDataDirectory(Output& output) {
@@ -94,6 +94,7 @@ int run(int argc, char** argv) {
     Command reading;
     addTrackingCommands(app, tracking);
     addReadingCommands(app, reading);
+    addCareCommands(app, tracking);
     nameHelpParts(app);
     giveExamples(app);
     addCompletionOption(app);
