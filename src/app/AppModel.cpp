@@ -48,8 +48,12 @@ void AppModel::connectParts() {
         areEstimatesSettled_ = false;
         session_.reloadFigures();
     });
-    connect(&session_, &HistorySession::failed, this, [this](const QString& sentence) {
-        if (!isExampleShown()) setMode(ModeUnavailable{sentence.toStdString()});
+    connect(&session_, &HistorySession::failed, this, [this](const QString& sentence, bool isDamaged) {
+        if (!isExampleShown()) setMode(ModeUnavailable{sentence.toStdString(), isDamaged});
+    });
+    connect(&session_, &HistorySession::recovered, this, [this](const QString& sentence) {
+        Q_EMIT noted(sentence);
+        session_.open(settings_.showsEstimates());
     });
     connect(&session_, &HistorySession::activityChanged, this, &AppModel::checkingChanged);
     connect(&session_, &HistorySession::runBegan, this,
@@ -145,6 +149,13 @@ void AppModel::retryOpening() {
     if (!options_.trackingEnabled || isShuttingDown_) return;
     setMode(PlainMode::starting);
     session_.open(settings_.showsEstimates());
+}
+
+void AppModel::recoverHistory() {
+    const auto* unavailable = std::get_if<ModeUnavailable>(&mode_);
+    if (unavailable == nullptr || !unavailable->canRecover || isShuttingDown_) return;
+    setMode(PlainMode::starting);
+    session_.recover();
 }
 
 void AppModel::route() {

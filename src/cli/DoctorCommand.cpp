@@ -114,6 +114,9 @@ void report(const Context& context, const RecoveryReport& recovered) {
     }
     context.output.line(translated("The history was recovered. These came over:"));
     for (const RecoveredTable& table : recovered.tables) context.output.paragraph(tableText(table), 2);
+    if (!recovered.tables.front().isWhole())
+        context.output.paragraph(
+            translated("A location that is missing now can be included again: brindle include PATH"));
     for (const std::string& name : recovered.incompleteLocations)
         context.output.paragraph(fmt::format(
             fmt::runtime(
