@@ -6,12 +6,13 @@
 
 namespace brindle {
 
-/// Keeps the history file from growing for ever. To be called after every run of checks; what there is to do
-/// shows in the file itself, so that it is done at most once a day, whichever program ran the checks:
+/// Brings a run of checks safely to the disk, and keeps the history file from growing for ever. To be called
+/// after every run; what there is to do shows in the file itself, whichever program ran the checks:
 ///
 /// - The days before the first retained one are pruned, once today's cutoff has something to delete.
-/// - The write-ahead log, which keeps the size of the largest check, is emptied after pruning and whenever it
-///   has become large.
+/// - What was committed is brought from the write-ahead log into the file, so that it outlives a loss of
+/// power,
+///   and the log, which keeps the size of the largest check, is emptied.
 ///
 /// Waits for the store's queues. Never fails: a history that is in use, or a disk that is full, leaves the
 /// work to the next run.

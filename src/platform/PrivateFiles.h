@@ -15,6 +15,9 @@ void createPrivateDirectory(const std::string& path);
 /// component, or anything else that is no regular file, is refused.
 void createPrivateFile(const std::string& path);
 
+/// Throws when the path is a symbolic link: what is written to it would be written elsewhere.
+void refuseLink(const std::string& path);
+
 /// Throws when the file, which is there, may not be read and written.
 void requireWritableFile(const std::string& path);
 

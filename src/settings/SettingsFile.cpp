@@ -58,11 +58,6 @@ std::string nameBeside(const std::string& path) {
     }
 }
 
-void refuseLink(const std::string& path) {
-    if (std::filesystem::is_symlink(std::filesystem::symlink_status(path)))
-        throw std::system_error(std::make_error_code(std::errc::too_many_symbolic_link_levels), path);
-}
-
 std::string sentence(const char* text, const std::string& path, const std::string& detail = "") {
     return fmt::format(fmt::runtime(text), fileNameText(path), fileNameText(detail));
 }

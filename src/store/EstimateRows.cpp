@@ -1,9 +1,9 @@
 #include "store/EstimateRows.h"
 
 #include "model/Packages.h"
-#include "store/SQLiteError.h"
 #include "store/Transaction.h"
 
+#include <exception>
 #include <string_view>
 
 namespace brindle {
@@ -25,7 +25,7 @@ public:
     ~GroupStaging() {
         try {
             db_.execute(emptyTable);
-        } catch (const SQLiteError&) {  // NOLINT(bugprone-empty-catch): the next walk empties it first
+        } catch (const std::exception&) {  // NOLINT(bugprone-empty-catch): the next walk empties it first
         }
     }
     GroupStaging(const GroupStaging&) = delete;

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "store/SQLiteConnection.h"
-#include "store/SQLiteError.h"
 
+#include <exception>
 #include <type_traits>
 #include <utility>
 
@@ -17,8 +17,10 @@ enum class TransactionKind { write, read };
 /// may write to temporary tables.
 template <class Body>
 auto inTransaction(SQLiteConnection& db, Body&& body, TransactionKind kind = TransactionKind::write) {
-    db.execute(kind == TransactionKind::write ? "BEGIN IMMEDIATE" : "BEGIN");
+    // Made ready beforehand: what fails for want of memory has to be rolled back without any.
+    SQLiteStatement rollback = db.prepare("ROLLBACK");
     try {
+        db.execute(kind == TransactionKind::write ? "BEGIN IMMEDIATE" : "BEGIN");
         if constexpr (std::is_void_v<std::invoke_result_t<Body>>) {
             std::forward<Body>(body)();
             db.execute("COMMIT");
@@ -29,8 +31,8 @@ auto inTransaction(SQLiteConnection& db, Body&& body, TransactionKind kind = Tra
         }
     } catch (...) {
         try {
-            db.execute("ROLLBACK");
-        } catch (const SQLiteError&) {  // NOLINT(bugprone-empty-catch): the first error is the one to tell
+            rollback.finish();
+        } catch (const std::exception&) {  // NOLINT(bugprone-empty-catch): the first error is the one to tell
         }
         throw;
     }

@@ -14,9 +14,11 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr int threadCount = 6;
-constexpr int callsAThread = 60;
+constexpr int callsAThread = 40;
+constexpr int lives = 2;
 
-/// Every call of the coordinator at random moments, from many threads.
+/// Every call of the coordinator and reads of the history at random moments, from many threads, and ends of
+/// the program during a run.
 class Storm : public Coordinator {
 protected:
     /// One thread's calls.
@@ -25,7 +27,7 @@ protected:
         std::vector<std::shared_future<CheckRunSummary>> runs;
         for (int call = 0; call < callsAThread; ++call) {
             std::this_thread::sleep_for(std::chrono::microseconds(random() % 4000));
-            const auto kind = random() % 12;
+            const auto kind = random() % 14;
             if (kind < 5)
                 runs.push_back(coordinator().run({.locations = someLocations(random)}));
             else if (kind < 7)
@@ -38,6 +40,8 @@ protected:
                 coordinator().refreshStatuses().wait();
             else if (kind == 10)
                 write(names[random() % names.size()] + "/" + std::to_string(random() % 50), random() % 5000);
+            else if (kind > 11)
+                read(random());
             else if (const auto running = coordinator().running())
                 running->wait();
         }
@@ -48,12 +52,25 @@ protected:
         }
     }
 
+    /// One of the reads of the pages.
+    void read(std::uint64_t which) {
+        const Calendar calendar = Calendar::current();
+        const LocalDay today = calendar.day(systemNow());
+        const LocalDay first = calendar.addingDays(today, -1);
+        if (which % 3 == 0)
+            static_cast<void>(history.store().snapshot(30, today, calendar).get());
+        else if (which % 3 == 1)
+            static_cast<void>(history.store().changes(first, today, {}).get());
+        else
+            history.store().streamChanges(first, today, {}, ChangeSource::measured, [](const FileChange&) {});
+    }
+
     /// Includes a folder anew and takes it away again, under the lock that a run may hold at the same time.
     void comeAndGo(std::uint64_t threadSeed) {
         std::mt19937_64 random(threadSeed);
-        for (int round = 0; round < 15; ++round) {
+        for (int round = 0; round < 10; ++round) {
             const RunLock lock = locks.take(RunLock::WhenTaken::refuse, CancellationFlag());
-            const auto id = include("passing " + std::to_string(round));
+            const auto id = include("passing " + std::to_string(threadSeed) + " " + std::to_string(round));
             const auto running = coordinator().run({.locations = {id}});
             std::this_thread::sleep_for(std::chrono::microseconds(random() % 4000));
             history.store().forget(id).get();
@@ -117,11 +134,15 @@ TEST_F(Storm, LeavesWholeRunsAndAWholeHistory) {
     moveBaselinesToTheFuture();
     events.clear();
 
-    std::vector<std::thread> threads;
-    threads.emplace_back([&] { comeAndGo(first); });
-    for (std::uint64_t i = 1; i <= threadCount; ++i)
-        threads.emplace_back([&, i] { callAtRandom(first + i); });
-    for (std::thread& thread : threads) thread.join();
+    for (std::uint64_t life = 0; life < lives; ++life) {
+        std::vector<std::thread> threads;
+        threads.emplace_back([&] { comeAndGo(first + 100 * life); });
+        for (std::uint64_t i = 1; i <= threadCount; ++i)
+            threads.emplace_back([&, i, life] { callAtRandom(first + 100 * life + i); });
+        for (std::thread& thread : threads) thread.join();
+        const auto inProgress = coordinator().run({.locations = all});
+        end();
+    }
 
     coordinator().disableEstimates().get();
     EXPECT_EQ(value("SELECT (SELECT COUNT(*) FROM estimates), COUNT(estimated_at) FROM locations"), "0|0");

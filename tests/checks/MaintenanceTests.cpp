@@ -1,5 +1,6 @@
 #include "checks/Maintenance.h"
 #include "model/Retention.h"
+#include "support/Rounds.h"
 #include "support/TempHistory.h"
 
 #include <fmt/format.h>
@@ -18,6 +19,9 @@ class Maintenance : public testing::Test {
 protected:
     void run(const std::string& id, const Files& files) {
         history.check(id, files);
+        keepUp();
+    }
+    void keepUp() {
         maintain(
             history.store(), [this] { return history.now; }, history.calendar);
     }
@@ -43,7 +47,7 @@ TEST_F(Maintenance, AClockThatIsWrongForADayCostsNothing) {
                                     "2036-03-07"));
 }
 
-TEST_F(Maintenance, TheLogOfALargeCheckIsNotKept) {
+TEST_F(Maintenance, TheLogIsEmptiedAfterEveryRun) {
     history.include("home");
     Files files;
     for (int i = 0; i < 250'000; ++i) files[fmt::format("a folder with a name/{:06}", i)] = i;
@@ -54,14 +58,14 @@ TEST_F(Maintenance, TheLogOfALargeCheckIsNotKept) {
         history.store(), [this] { return history.now; }, history.calendar);
     EXPECT_EQ(history.store().logBytes(), 0U) << "it was " << large;
 
-    // A small one is left to SQLite, which starts it over by itself.
     files["new"] = 1;
     run("home", files);
-    EXPECT_GT(history.store().logBytes(), 0U);
+    EXPECT_EQ(history.store().logBytes(), 0U);
 }
 
 // Some thousand files, of which some grow, shrink, come and go at each of three checks a day.
-TEST_F(Maintenance, AYearOfChecksTakesNoMoreThanNinetyDaysOfThem) {
+TEST_F(Maintenance, YearsOfChecksTakeNoMoreThanNinetyDaysOfThem) {
+    const int daysChecked = areTestsLong() ? 3 * 365 : 125;
     constexpr int checksADay = 3;
     constexpr int filesAtOnce = 1'500;
     constexpr int changesACheck = 40;
@@ -78,7 +82,7 @@ TEST_F(Maintenance, AYearOfChecksTakesNoMoreThanNinetyDaysOfThem) {
 
     std::vector<std::int64_t> pages;
     std::vector<std::int64_t> endOfDay;
-    for (int today = 0; today < 365; ++today) {
+    for (int today = 0; today < daysChecked; ++today) {
         for (int check = 0; check < checksADay; ++check, history.now += day / checksADay) {
             for (int change = 0; change < changesACheck; ++change) {
                 files.erase(files.begin());
@@ -86,7 +90,8 @@ TEST_F(Maintenance, AYearOfChecksTakesNoMoreThanNinetyDaysOfThem) {
             }
             files.begin()->second += 10;
             std::prev(files.end())->second += 10;
-            run("home", files);
+            history.check("home", files);
+            if (check == 0) keepUp();  // it prunes once a day, and the rest is the disk's time
         }
         std::int64_t bytes = 0;
         for (const auto& [path, size] : files) bytes += size;
@@ -94,7 +99,9 @@ TEST_F(Maintenance, AYearOfChecksTakesNoMoreThanNinetyDaysOfThem) {
         if (today % 30 == 29) pages.push_back(std::stol(history.rows("PRAGMA page_count").front()));
     }
 
-    fmt::print("pages of the file, every 30 days: {}\n", fmt::join(pages, " "));
+    reportRounds(daysChecked * checksADay, 0);
+    RecordProperty("pages_every_30_days", fmt::format("{}", fmt::join(pages, " ")));
+    RecordProperty("free_pages", history.rows("PRAGMA freelist_count").front());
     EXPECT_GT(pages[2], pages[0] * 3 / 2) << "the checks are too small to show anything";
     // Pages that pruning frees are used again; those that are partly filled are the slack.
     const std::int64_t full = pages[2];

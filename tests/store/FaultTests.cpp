@@ -1,6 +1,7 @@
 #include "store/SQLiteError.h"
 #include "support/ChildProcess.h"
 #include "support/FaultyVfs.h"
+#include "support/Rounds.h"
 #include "support/TempHistory.h"
 
 #include <fmt/format.h>
@@ -82,8 +83,9 @@ TEST_P(WorkOn, AFailingDiskLeavesWhatWasThereAndTheNextTryWorks) {
     const auto after = reference.everything();
 
     int failures = 0;
+    int calls = 1;
     FaultyVfs disk;
-    for (int n = 1;; ++n) {
+    for (int n = 1;; calls = ++n) {
         SCOPED_TRACE("call " + std::to_string(n));
         TempHistory history;
         prepare(history, work);
@@ -105,6 +107,7 @@ TEST_P(WorkOn, AFailingDiskLeavesWhatWasThereAndTheNextTryWorks) {
         }
         if (!faultCame) break;
     }
+    reportRounds(calls, failures);
     EXPECT_GT(failures, 3);
 }
 
@@ -116,6 +119,7 @@ INSTANTIATE_TEST_SUITE_P(Fault, WorkOn, testing::Combine(testing::ValuesIn(works
 
 // Kills the process in place of the n-th call to the disk, for every n until the work is done before.
 TEST(Fault, AKilledProcessLeavesAllOfItsWorkOrNothing) {
+    int kills = 0;
     for (const Work& work : works) {
         SCOPED_TRACE(work.name);
         TempHistory reference;
@@ -137,12 +141,14 @@ TEST(Fault, AKilledProcessLeavesAllOfItsWorkOrNothing) {
                 history.close();
             });
             wasKilled = WIFSIGNALED(status);
+            kills += wasKilled ? 1 : 0;
             ASSERT_TRUE(wasKilled || status == 0);
             ASSERT_EQ(history.rows("PRAGMA integrity_check"), std::vector<std::string>{"ok"});
             if (wasKilled && history.everything() == before) work.run(history);
             ASSERT_EQ(history.everything(), after);
         }
     }
+    reportRounds(kills, kills);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "support/ChildProcess.h"
 #include "support/FaultyVfs.h"
+#include "support/Rounds.h"
 #include "support/TempHistory.h"
 
 #include <csignal>
@@ -147,13 +148,15 @@ TEST_P(OldHistory, IsOldOrNewWhenTheProcessIsKilledAtAnyCallToTheDisk) {
         ASSERT_TRUE(wasKilled || status == 0);
         expectOldOrNew();
     }
+    reportRounds(kills, kills);
     EXPECT_GT(kills, 10);
 }
 
 TEST_P(OldHistory, IsOldOrNewWhenTheDiskIsFull) {
     FaultyVfs disk;
     bool failed = true;
-    for (int n = 1; failed; ++n) {
+    int n = 1;
+    for (; failed; ++n) {
         SCOPED_TRACE("full at " + std::to_string(n));
         putBack();
         disk.arm({.failAt = n, .code = SQLITE_FULL, .effect = DiskFault::Effect::failOnward});
@@ -167,6 +170,7 @@ TEST_P(OldHistory, IsOldOrNewWhenTheDiskIsFull) {
         history.close();
         expectOldOrNew();
     }
+    reportRounds(n, n);
 }
 
 INSTANTIATE_TEST_SUITE_P(Migration, OldHistory, testing::Values(1, 2, 3, 4),

@@ -1,5 +1,9 @@
 #pragma once
 
+#include "support/WatchedDisk.h"
+
+#include <mutex>
+
 namespace brindle {
 
 /// A fault of the disk that comes at the n-th open, write, truncation, sync or deletion, counted from 1 over
@@ -16,14 +20,11 @@ struct DiskFault {
     Effect effect = Effect::failOnce;
 };
 
-/// Stands between SQLite and the disk while it lives, for every connection opened meanwhile.
-/// One at a time in a process; faults may be set from any thread.
+/// A disk that fails while it lives, for every connection opened meanwhile. One at a time in a process;
+/// faults may be set from any thread.
 class FaultyVfs {
 public:
     FaultyVfs();
-    ~FaultyVfs();
-    FaultyVfs(const FaultyVfs&) = delete;
-    FaultyVfs& operator=(const FaultyVfs&) = delete;
 
     /// Counts from 1 again, with this fault ahead.
     void arm(const DiskFault& fault);
@@ -32,6 +33,15 @@ public:
     /// The calls counted since arm().
     [[nodiscard]] int calls() const;
     [[nodiscard]] bool hasFailed() const;
+
+private:
+    int verdict();
+
+    mutable std::mutex lock_;
+    DiskFault fault_;
+    int calls_ = 0;
+    bool hasFailed_ = false;
+    WatchedDisk disk_;
 };
 
 }  // namespace brindle

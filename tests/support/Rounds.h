@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <gtest/gtest.h>
 #include <random>
 #include <string>
 
@@ -17,6 +18,12 @@ inline int testRounds(int everyday) {
 /// then.
 inline bool areTestsLong() {
     return std::getenv("BRINDLE_TEST_ROUNDS") != nullptr;
+}
+
+/// Tells `./dev soak` what a test of a promise did: how often, and how many faults it brought about.
+inline void reportRounds(int rounds, int faults) {
+    testing::Test::RecordProperty("rounds", rounds);
+    testing::Test::RecordProperty("faults", faults);
 }
 
 /// A number that is another in every run, unless BRINDLE_TEST_SEED tells one. To be printed on failure.

@@ -70,6 +70,11 @@ void createPrivateFile(const std::string& path) {
     if (!S_ISREG(status.st_mode)) fail(EEXIST, path);
 }
 
+void refuseLink(const std::string& path) {
+    struct stat status {};
+    if (::lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode)) fail(ELOOP, path);
+}
+
 // Asked without opening the file: closing it again would take away the locks that this process holds on it
 // elsewhere (fcntl(2), record locks).
 void requireWritableFile(const std::string& path) {
