@@ -83,14 +83,15 @@ TEST_P(MainWindowIn, CutsNoTextWhereTheWindowIsSmallAndTheTextIsLarge) {
         stage.settle();
         keep(stage, std::string(GetParam()) + "-" + std::string(rawText(page)));
         EXPECT_EQ(cutIn(stage), "") << rawText(page);
-        if (QGuiApplication::isRightToLeft())
+        if (QGuiApplication::isRightToLeft()) {
             EXPECT_EQ(europeanFigures(*stage.window().contentItem()).join(" | ").toStdString(), "")
                 << rawText(page);
+        }
     }
 }
 
 INSTANTIATE_TEST_SUITE_P(Languages, MainWindowIn, testing::Values("de", "ar"),
-                         [](const auto& info) { return std::string(info.param); });
+                         [](const auto& language) { return std::string(language.param); });
 
 TEST(MainWindow, IsMirroredAsAWhole) {
     QGuiApplication::setLayoutDirection(Qt::RightToLeft);
