@@ -1,5 +1,6 @@
 #include "e2e/Records.h"
 #include "support/OtherProgram.h"
+#include "support/TempHistory.h"
 
 #include <fstream>
 #include <gmock/gmock.h>
