@@ -49,7 +49,8 @@ protected:
     /// The points that something is to be done about.
     [[nodiscard]] Arguments concerns(int expectedExitCode = 6) const {
         Arguments names;
-        for (const auto& point : brindle.json({"doctor"}, expectedExitCode)["points"])
+        const auto health = brindle.json({"doctor"}, expectedExitCode);
+        for (const auto& point : health["points"])
             if (!point["isWell"]) names.push_back(point["point"]);
         return names;
     }
