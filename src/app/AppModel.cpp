@@ -185,7 +185,9 @@ void AppModel::take(const HistoryFigures& figures) {
         chooseMode();
     else if (!isExampleShown())
         show(own_.snapshot);
-    if (std::exchange(isRunOver_, false)) schedule_.runEnded();
+    const bool isAfterRun = std::exchange(isRunOver_, false);
+    if (isAfterRun) schedule_.runEnded();
+    if (isAfterRun) Q_EMIT runTaken();
     if (!std::exchange(areEstimatesSettled_, true)) settleEstimates();
 }
 

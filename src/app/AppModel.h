@@ -164,6 +164,8 @@ Q_SIGNALS:
     void detailsFailed();
     void checkingChanged();
     void lastRunChanged();
+    /// The figures after a run of checks of the user's own history are there.
+    void runTaken();
     void loginItemStatusChanged();
     void mainWindowRequested();
     void miniWindowChanged();

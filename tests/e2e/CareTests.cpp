@@ -1,5 +1,6 @@
 #include "e2e/Records.h"
 #include "support/OtherProgram.h"
+#include "support/TempHistory.h"
 
 #include <fstream>
 #include <gmock/gmock.h>
@@ -48,7 +49,8 @@ protected:
     /// The points that something is to be done about.
     [[nodiscard]] Arguments concerns(int expectedExitCode = 6) const {
         Arguments names;
-        for (const auto& point : brindle.json({"doctor"}, expectedExitCode)["points"])
+        const auto health = brindle.json({"doctor"}, expectedExitCode);
+        for (const auto& point : health["points"])
             if (!point["isWell"]) names.push_back(point["point"]);
         return names;
     }
@@ -96,9 +98,12 @@ TEST_F(CaredForHistory, IsLookedAtWithoutAWrite) {
 
 TEST_F(CaredForHistory, CanBeLookedAtOnAReadOnlyDisk) {
     if (!brindle.giveUpRoot()) GTEST_SKIP() << "can't act as another user";
-    fs::permissions(brindle.historyFile(), fs::perms(0444));
+    for (const auto& entry : fs::directory_iterator(brindle.dataDirectory()))
+        fs::permissions(entry.path(), fs::perms(0444));
     fs::permissions(brindle.dataDirectory(), fs::perms(0555));
     EXPECT_EQ(concerns(), Arguments{"privacy"});
+    fs::permissions(brindle.historyFile(), fs::perms::none);
+    EXPECT_EQ(concerns(), (Arguments{"database", "privacy"}));
 }
 
 TEST_F(CaredForHistory, IsRecoveredOnTheUsersWordOnly) {

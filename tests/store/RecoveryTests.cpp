@@ -1,3 +1,4 @@
+#include "store/Backup.h"
 #include "store/HistoryExamination.h"
 #include "store/HistoryFiles.h"
 #include "store/Recovery.h"
@@ -216,27 +217,43 @@ TEST_F(DamagedHistory, LosesTheRowsOfADamagedPageAtMost) {
 TEST_F(DamagedHistory, IsInItsPlaceUntilTheNewOneIsWhole) {
     std::string damaged = original;
     damaged.replace(2 * pageSize, 3 * pageSize, 3 * pageSize, 'x');
-    damage(damaged);
-    recover();
-    const Rows expected = storedRows(history.file());
-    const int stride = areTestsLong() ? 1 : 9;
-    for (const auto effect : {DiskFault::Effect::kill, DiskFault::Effect::failOnward}) {
-        bool isDone = false;
-        for (int n = 1; !isDone; n += stride) {
-            SCOPED_TRACE(
-                fmt::format("call {}, {}", n, effect == DiskFault::Effect::kill ? "killed" : "full"));
-            damage(damaged);
-            const int status = inChildProcess([&] {
-                FaultyVfs disk;
-                disk.arm({.failAt = n, .code = SQLITE_FULL, .effect = effect});
-                static_cast<void>(recoverHistory(history.directory(), [this] { return history.now; }));
-            });
-            isDone = status == 0;
-            if (!isDone) {
-                ASSERT_EQ(contents(history.file()), damaged);
-                recover();
+    const TempFolder elsewhere;
+    write(elsewhere.path() / "backup", original);
+    const struct {
+        const char* name;
+        std::function<void()> run;
+    } works[] = {
+        {"recovery",
+         [&] { static_cast<void>(recoverHistory(history.directory(), [this] { return history.now; })); }},
+        {"restoring",
+         [&] {
+             static_cast<void>(
+                 restoreHistory(HistoryFiles(elsewhere.path(), "backup"), history.directory(), history.now));
+         }},
+    };
+    const int stride = areTestsLong() ? 1 : 11;
+    for (const auto& [name, run] : works) {
+        damage(damaged);
+        run();
+        const Rows expected = storedRows(history.file());
+        for (const auto effect : {DiskFault::Effect::kill, DiskFault::Effect::failOnward}) {
+            bool isDone = false;
+            for (int n = 1; !isDone; n += stride) {
+                const bool isKill = effect == DiskFault::Effect::kill;
+                SCOPED_TRACE(fmt::format("{}, {} at call {}", name, isKill ? "killed" : "disk full", n));
+                damage(damaged);
+                const int status = inChildProcess([&] {
+                    FaultyVfs disk;
+                    disk.arm({.failAt = n, .code = SQLITE_FULL, .effect = effect});
+                    run();
+                });
+                isDone = status == 0;
+                if (!isDone) {
+                    ASSERT_EQ(contents(history.file()), damaged);
+                    run();
+                }
+                ASSERT_EQ(storedRows(history.file()), expected);
             }
-            ASSERT_EQ(storedRows(history.file()), expected);
         }
     }
 }
@@ -327,6 +344,15 @@ TEST_F(DamagedHistory, IsToldFromEveryOtherConditionAndNoneIsTouched) {
         {"Newer", [&] { rowsOf(history.file(), "PRAGMA user_version = 6"); }, HistoryCondition::newer, false},
         {"LostVersion", [&] { rowsOf(history.file(), "PRAGMA user_version = 0"); }, HistoryCondition::damaged,
          false},
+        {"WrongColumn",
+         [&] {
+             std::string damaged = original;
+             const auto at = damaged.find("volume_used");
+             ASSERT_NE(at, std::string::npos);
+             damaged[at] = 'w';
+             damage(damaged);
+         },
+         HistoryCondition::damaged, true},
         {"WrongSum", [&] { rowsOf(history.file(), "UPDATE daily_totals SET added = added + 1"); },
          HistoryCondition::damaged, true},
         {"Killed", [&] { leaveALog(history.file(), "UPDATE locations SET name = 'x'"); },
