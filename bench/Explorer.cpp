@@ -3,6 +3,7 @@
 // median of its processor time in seconds, and the ratio to the plain pass.
 
 #include "analysis/ExplorerCache.h"
+#include "analysis/Moves.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -97,6 +98,46 @@ std::size_t plainPass(const std::vector<FileChange>& changes) {
     return sums.size();
 }
 
+/// The list as one check of each location finds it: what is less is gone.
+std::vector<FileChange> withActions(std::vector<FileChange> changes) {
+    for (FileChange& change : changes) {
+        change.observedAt = noon;
+        if (change.byteDelta < 0) change.action = ChangeAction::removed;
+    }
+    return changes;
+}
+
+/// As many changes, half of which are files of every second folder that are gone, and half the same found
+/// again elsewhere; the other folders are as they were.
+std::vector<FileChange> withMoves(const std::vector<FileChange>& changes) {
+    std::vector<FileChange> moved;
+    FolderPath from;
+    FolderPath to;
+    bool moves = false;
+    for (const FileChange& change : changes) {
+        if (from.identity() != change.folder.identity()) {
+            from = change.folder;
+            std::vector<std::string> components(from.begin(), from.end());
+            components.front() = "Archive";
+            to = components;
+            moves = !moves;
+        }
+        FileChange one = change;
+        if (moves) {
+            one.observedAt = noon;
+            one.byteDelta = std::abs(change.byteDelta);
+            one.folder = to;
+            moved.push_back(one);
+            one.action = ChangeAction::removed;
+            one.byteDelta = -one.byteDelta;
+            one.folder = from;
+        }
+        moved.push_back(one);
+        if (moved.size() >= changes.size()) break;
+    }
+    return moved;
+}
+
 std::size_t copyingPass(const std::vector<FileChange>& changes) {
     std::unordered_map<FolderRef, std::int64_t> sums;
     for (const FileChange& change : changes) sums[{change.locationID, change.folder}] += change.byteDelta;
@@ -137,6 +178,8 @@ void measure(const std::vector<FileChange>& changes, int rounds) {
     const auto sortedBy = [&](FileSort sort) {
         return filesIn(filterOf(DirectionFilter::all, ""), {}, sort, locale).size();
     };
+    const std::vector<FileChange> moving = withMoves(changes);
+    const std::vector<FileChange> staying = withActions(changes);
     ExplorerCache cache(locale);
     const ExplorerState drawn{.folder = root};
     std::vector<Measured> all{
@@ -152,6 +195,8 @@ void measure(const std::vector<FileChange>& changes, int rounds) {
         {"sort, largest", [&] { return sortedBy(FileSort::largest); }},
         {"sort, newest", [&] { return sortedBy(FileSort::newest); }},
         {"sort, name", [&] { return sortedBy(FileSort::name); }},
+        {"moves, next to none", [&] { return static_cast<std::size_t>(Moves(staying).totals().files); }},
+        {"moves, most of it", [&] { return static_cast<std::size_t>(Moves(moving).totals().files); }},
         {"cached redraw", [&] { return cache.output(changes, 1, drawn).level.folders.size(); }},
     };
     for (int round = -1; round < rounds; ++round)

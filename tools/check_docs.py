@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
-"""Holds docs/ARCHITECTURE.md's table of layers against the CMake lists, and the documents' links against the files."""
+"""Holds docs/ARCHITECTURE.md's table and picture of the layers against the CMake lists, and the documents' links
+against the files."""
 import re
 
+import layer_picture
 import project
 
 ARCHITECTURE = "docs/ARCHITECTURE.md"
@@ -36,6 +38,12 @@ def layer_findings(text, layers):
         yield ARCHITECTURE, 1, f"the layer {layer} is missing: add a row to | {' | '.join(HEADING)} |"
 
 
+def picture_findings(top, layers):
+    file = top / layer_picture.PICTURE
+    if not file.exists() or file.read_text() != layer_picture.picture(layers):
+        yield layer_picture.PICTURE, 1, "doesn't show the layers as their LAYERS lists are: run tools/layer_picture.py"
+
+
 def link_findings(top, file, text):
     for number, line in enumerate(text.splitlines(), 1):
         for target in re.findall(r"\]\(([^)\s]+)\)", line):
@@ -48,7 +56,8 @@ def main():
     top = project.root()
     architecture = top / ARCHITECTURE
     text = architecture.read_text() if architecture.exists() else ""
-    findings = list(layer_findings(text, project.layers(top)))
+    layers = project.layers(top)
+    findings = [*layer_findings(text, layers), *picture_findings(top, layers)]
     for file in project.files(top):
         if file.suffix == ".md":
             findings += link_findings(top, file, (top / file).read_text())

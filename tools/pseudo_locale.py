@@ -12,13 +12,11 @@ import sys
 import tempfile
 from pathlib import Path
 
-import project
+import texts
 
 ACCENTED = str.maketrans("aceinouyACEINOUY", "áçéíñóúýÁÇÉÍÑÓÚÝ")
-# What a text keeps: the places of its values.
-KEPT = re.compile(r"(\{[^}]*\}|%\d|&\w+;)")
-# All of its strings are texts.
-PLATFORM_TEXTS = "src/model/PlatformText.h"
+# What a text keeps: the places of its values, and the ends of its lines.
+KEPT = re.compile(r"(\{[^}]*\}|%\d|&\w+;|\\.)")
 PLURAL_FORMS = "nplurals=2; plural=n != 1;"
 
 
@@ -28,21 +26,8 @@ def pseudo(text):
     letters = sum(len(piece.strip()) for piece in pieces[::2])
     words = " ".join(["lóñg"] * ((letters // 2 + 4) // 5))
     joined = "".join(pieces)
-    body = joined.rstrip(" .:…")
+    body = re.sub(r"(?:[ .:…]|\\n)+$", "", joined)
     return joined if not words else f"{body} {words}{joined[len(body):]}"
-
-
-def extracted(top, template):
-    """The texts of the C++ and QML files, as xgettext finds them, in the template file."""
-    sources = [str(file) for file in project.files(top) if file.parts[0] == "src" and file.suffix in (".h", ".cpp", ".qml")]
-    keywords = ("--keyword", "--keyword=translated:1", "--keyword=translatedCount:1,2")
-    by_language = (("C++", keywords, [source for source in sources if source.endswith((".h", ".cpp"))]),
-                   ("JavaScript", keywords, [source for source in sources if source.endswith(".qml")]),
-                   ("C++", ("--extract-all",), [PLATFORM_TEXTS]))
-    for language, options, files in by_language:
-        subprocess.run(["xgettext", f"--language={language}", "--from-code=UTF-8", *options, "--join-existing",
-                        f"--output={template}", "--no-location", *files],
-                       cwd=top, check=True, stderr=subprocess.DEVNULL)
 
 
 def unquoted(lines):
@@ -69,8 +54,7 @@ def main():
     folder.mkdir(parents=True, exist_ok=True)
     with tempfile.TemporaryDirectory() as work:
         template = Path(work) / "brindle.pot"
-        template.write_text('msgid ""\nmsgstr ""\n"Content-Type: text/plain; charset=UTF-8\\n"\n')
-        extracted(Path(__file__).resolve().parent.parent, template)
+        texts.extract(Path(__file__).resolve().parent.parent, template)
         header = (f'msgid ""\nmsgstr ""\n"Content-Type: text/plain; charset=UTF-8\\n"\n'
                   f'"Plural-Forms: {PLURAL_FORMS}\\n"\n')
         catalogue = Path(work) / "brindle.po"

@@ -7,8 +7,14 @@ import tempfile
 import unittest
 from pathlib import Path
 
+import layer_picture
+import texts
+
 TOOLS = Path(__file__).resolve().parent
-CHECKS = ("check_layers.py", "check_tests_built.py", "check_words.py", "check_docs.py", "check_qml.py")
+CHECKS = ("check_layers.py", "check_tests_built.py", "check_words.py", "check_docs.py", "check_qml.py", "check_texts.py")
+
+DAYS = '#: src/model/linux/Clock.cpp\nmsgid "{} of {} day"\nmsgid_plural "{} of {} days"\n'
+GERMAN = texts.HEADER.replace('"Language: ', '"PO-Revision-Date: \\n"\n"Last-Translator: \\n"\n"Language-Team: \\n"\n"Language: de')
 
 SOUND = {
     "CMakeLists.txt": "add_subdirectory(src)\nadd_subdirectory(tests)\n",
@@ -16,12 +22,15 @@ SOUND = {
     "src/model/CMakeLists.txt": "brindle_layer(model  # values\n  SOURCES Day.cpp linux/Clock.cpp)\n",
     "src/model/Day.cpp": '#include "model/Day.h"\n#include <unicode/calendar.h>\n',
     "src/model/Day.h": "struct timespec codespec();\n",
-    "src/model/linux/Clock.cpp": "",
+    "src/model/linux/Clock.cpp": 'auto text = translatedCount("{} of {} day", "{} of {} days", count);\n',
     "src/store/CMakeLists.txt": "brindle_layer(store SOURCES Store.cpp LAYERS model LIBRARIES SQLite::SQLite3)\n",
     "src/store/Store.cpp": '#include "model/Day.h"\n#include <sqlite3.h>\n',
     "src/ui/parts/CMakeLists.txt": "brindle_qml_module(parts QML_FILES Bar.qml MODULES theme)\n",
     "src/ui/parts/Bar.qml": "import QtQuick\n\nRectangle {\n    width: 2 * Theme.gap\n    height: Theme.scaled(48)\n"
                             "    x: parent.width / 2\n    color: flat ? \"transparent\" : Theme.line\n}\n",
+    layer_picture.PICTURE: layer_picture.picture({"model": [], "store": ["model"]}),
+    "po/brindle.pot": f"{texts.HEADER}\n{DAYS}msgstr[0] \"\"\nmsgstr[1] \"\"\n",
+    "po/de.po": f"{GERMAN}\n{DAYS}msgstr[0] \"{{}} von {{}} Tag\"\nmsgstr[1] \"{{1}} Tage, davon {{0}}\"\n",
     "tests/CMakeLists.txt": "brindle_test(model_tests SOURCES DayTests.cpp LAYERS model)\n",
     "tests/DayTests.cpp": '// "/home/ann/Music" has one part 2 folders deep\n',
     "README.md": "See [the layers](docs/ARCHITECTURE.md#layers) and [elsewhere](https://example.org).\n",
@@ -29,6 +38,9 @@ SOUND = {
                             "| `model/` | nothing | values |\n| `store/` | `model` | rows |\n",
 }
 
+
+def german(one, many):
+    return f'{GERMAN}\n{DAYS}msgstr[0] "{one}"\nmsgstr[1] "{many}"\n'
 
 
 def bar(line):
@@ -63,6 +75,7 @@ PLANTED = (
     ("check_docs.py", "src/scan/CMakeLists.txt", "brindle_layer(scan SOURCES)\n",
      "docs/ARCHITECTURE.md:1: the layer scan is missing"),
     ("check_docs.py", "src/store/CMakeLists.txt", "", "docs/ARCHITECTURE.md:4: store is no layer"),
+    ("check_docs.py", layer_picture.PICTURE, "<svg/>", "docs/pictures/layers.svg:1: doesn't show the layers"),
     ("check_qml.py", "src/ui/parts/Bar.qml", bar("width: parent.width - 12"), "src/ui/parts/Bar.qml:4: a length"),
     ("check_qml.py", "src/ui/parts/Bar.qml", bar("anchors.leftMargin: 3"), "src/ui/parts/Bar.qml:4: a length"),
     ("check_qml.py", "src/ui/parts/Bar.qml", bar('color: "#203040"'), "src/ui/parts/Bar.qml:4: a colour"),
@@ -70,6 +83,13 @@ PLANTED = (
     ("check_qml.py", "src/ui/parts/Bar.qml", bar("font.pixelSize: 12"), "src/ui/parts/Bar.qml:4: a font size"),
     ("check_qml.py", "src/ui/parts/Bar.qml", bar("visible:true"), "src/ui/parts/Bar.qml:1: is not formatted"),
     ("check_qml.py", "src/ui/parts/Late.qml", bar("visible: true"), "src/ui/parts/Late.qml:1: is in no module"),
+    ("check_texts.py", "src/ui/parts/Bar.qml", bar('text: "Clear"'), "src/ui/parts/Bar.qml:4: a text that"),
+    ("check_texts.py", "src/model/Day.h", '\nauto text = "No day was found.";\n', "src/model/Day.h:2: a text that"),
+    ("check_texts.py", "src/model/Day.h", 'auto text = translated("A day");\n', "po/brindle.pot:1: is not up to date"),
+    ("check_texts.py", "po/de.po", f"{GERMAN}\n", "po/de.po:1: has other texts than the program"),
+    ("check_texts.py", "po/de.po", german("", ""), "po/de.po:15: “{} of {} day” is not translated"),
+    ("check_texts.py", "po/de.po", german("{} von {}", "{0} von {2} Tagen"), "po/de.po:15: “{} of {} day” doesn't have the places"),
+    ("check_texts.py", "po/de.po", german("{} von {}", "{0} von {}"), "po/de.po:15: “{} of {} day” mixes {} and {0}"),
 )
 
 SKIPPING = """<testsuite><testcase name="Ran" status="run"/>

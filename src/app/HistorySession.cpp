@@ -4,6 +4,7 @@
 #include "checks/Maintenance.h"
 #include "checks/TrackedLocations.h"
 #include "model/Translation.h"
+#include "platform/PrivateFiles.h"
 #include "settings/WindowLock.h"
 #include "store/StoredHistory.h"
 
@@ -52,9 +53,11 @@ ExportRecords HistorySession::exportRecords() const {
 }
 
 std::shared_ptr<HistorySession::Open> HistorySession::makeOpen(bool estimatesEnabled) {
-    auto store = std::make_shared<HistoryStore>(parts_.dataDirectory, parts_.clock.now);
+    // The lock first: who has it may be putting another file in the history's place.
+    createPrivateDirectory(parts_.dataDirectory);
     auto windowLock = tryToTakeWindowLock(parts_.dataDirectory);
     if (!windowLock) throw std::runtime_error(translated("Another Brindle window uses this history."));
+    auto store = std::make_shared<HistoryStore>(parts_.dataDirectory, parts_.clock.now);
     auto history = std::make_shared<Open>(Open{.store = store,
                                                .windowLock = std::move(*windowLock),
                                                .locks = RunLockSource(parts_.dataDirectory),

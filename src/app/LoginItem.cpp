@@ -83,7 +83,10 @@ void SystemLoginItem::enable() {
     if (!isProgramFile(program_)) throw LoginItemError(translated(platformText::noProgramToOpen));
     DesktopEntry entry = readEntry().value_or(DesktopEntry());
     entry.set("Type", "Application");
-    if (!entry.value("Name")) entry.set("Name", "Brindle");
+    if (!entry.value("Name")) {
+        entry.set("Name", "Brindle");
+        entry.set("Icon", "org.brindle.brindle");
+    }
     for (const char* key : blockingKeys(entry, environment_)) entry.remove(key);
     if (const auto tried = entry.value("TryExec"); tried && !canRun(*tried)) entry.remove("TryExec");
 

@@ -25,7 +25,7 @@ constexpr const char* newestFeedKey = "newestUpdateFeed";  // likewise: the date
 
 template <class... Values>
 std::string sentence(const char* text, const Values&... values) {
-    return fmt::format(fmt::runtime(translated(text)), values...);
+    return fmt::format(fmt::runtime(text), values...);
 }
 
 std::optional<UnixTime> timeIn(const SettingValues& settings, const char* key) {
@@ -113,7 +113,8 @@ void Updater::check() {
         {.bytes = limits.largestFeed, .silence = limits.longestSilence, .whole = limits.longestFeed},
         [this](const QByteArray& part) { feedText_ += part; },
         [this](const auto& failure) {
-            if (failure) return end(sentence("The list of updates couldn't be fetched ({}).", *failure));
+            if (failure)
+                return end(sentence(translated("The list of updates couldn't be fetched ({})."), *failure));
             try {
                 readFeed();
             } catch (const UpdateError& error) {
@@ -136,25 +137,28 @@ void Updater::readFeed() {
 
     if (!feed.newest || feed.newest->version <= services_.runningVersion) {
         ready_.reset();
-        return discard(sentence("Brindle {} is the newest version.", services_.runningVersion.text()));
+        return discard(
+            sentence(translated("Brindle {} is the newest version."), services_.runningVersion.text()));
     }
     if (ready_ == feed.newest)
-        return end(sentence("Brindle {} is ready to install.", ready_->version.text()));
+        return end(sentence(translated("Brindle {} is ready to install."), ready_->version.text()));
     if (feed.newest->length > services_.limits.largestPackage)
-        throw UpdateError(sentence("Brindle {} is too large to download.", feed.newest->version.text()));
+        throw UpdateError(
+            sentence(translated("Brindle {} is too large to download."), feed.newest->version.text()));
     makePlace(*feed.newest);
 }
 
 void Updater::makePlace(const UpdateOffer& offer) {
     ready_.reset();
-    begin(sentence("Downloading Brindle {}…", offer.version.text()));
+    begin(sentence(translated("Downloading Brindle {}…"), offer.version.text()));
     const auto prepare = [folder = services_.downloadFolder, path = packagePath(offer)] {
         removeFolder(folder);  // also what a program that was killed has left
         createPrivateDirectory(folder);
         createPrivateFile(path);
     };
     inBackground(prepare, [this, offer](const auto& failure) {
-        if (failure) return discard(sentence("The update can't be stored ({}).", fileNameText(*failure)));
+        if (failure)
+            return discard(sentence(translated("The update can't be stored ({})."), fileNameText(*failure)));
         fetchPackage(offer);
     });
 }
@@ -172,8 +176,8 @@ void Updater::fetchPackage(const UpdateOffer& offer) {
         [this, offer](const auto& failure) {
             package_.close();
             if (failure)
-                return discard(
-                    sentence("Brindle {0} couldn't be downloaded ({1}).", offer.version.text(), *failure));
+                return discard(sentence(translated("Brindle {0} couldn't be downloaded ({1})."),
+                                        offer.version.text(), *failure));
             offerPackage(offer);
         });
 }
@@ -183,7 +187,7 @@ void Updater::offerPackage(const UpdateOffer& offer) {
                  [this, offer](const auto& failure) {
                      if (failure) return discard(*failure);
                      ready_ = offer;
-                     end(sentence("Brindle {} is ready to install.", offer.version.text()));
+                     end(sentence(translated("Brindle {} is ready to install."), offer.version.text()));
                  });
 }
 
@@ -193,7 +197,7 @@ void Updater::install() {
         return;
     }
     if (!ready_) return;
-    begin(sentence("Installing Brindle {}…", ready_->version.text()));
+    begin(sentence(translated("Installing Brindle {}…"), ready_->version.text()));
     // It may have lain there for days.
     inBackground([this, offer = *ready_] { requireSignature(offer); },
                  [this](const auto& failure) {
@@ -209,14 +213,14 @@ void Updater::handOver() {
         if (updater) updater->install();
     };
     if (postpone_(installLater))
-        return end(
-            sentence("Brindle {} will be installed when the check has finished.", ready_->version.text()));
+        return end(sentence(translated("Brindle {} will be installed when the check has finished."),
+                            ready_->version.text()));
     const std::string path = packagePath(*ready_);
-    end(sentence("Brindle {} was handed to the system's installer.", ready_->version.text()));
+    end(sentence(translated("Brindle {} was handed to the system's installer."), ready_->version.text()));
     services_.installer->install(path, [updater = QPointer<Updater>(this), path](bool isTaken) {
         if (updater && !isTaken)
-            updater->say(
-                sentence("No program that installs packages was found for “{}”.", fileNameText(path)));
+            updater->say(sentence(translated("No program that installs packages was found for “{}”."),
+                                  fileNameText(path)));
     });
 }
 
@@ -268,8 +272,9 @@ std::string Updater::packagePath(const UpdateOffer& offer) const {
 
 void Updater::requireSignature(const UpdateOffer& offer) const {
     if (!feed_.key.hasSigned(packagePath(offer), static_cast<std::size_t>(offer.length), offer.signature))
-        throw UpdateError(sentence("Brindle {} was deleted, because its publisher's signature doesn't fit.",
-                                   offer.version.text()));
+        throw UpdateError(
+            sentence(translated("Brindle {} was deleted, because its publisher's signature doesn't fit."),
+                     offer.version.text()));
 }
 
 }  // namespace brindle

@@ -13,15 +13,20 @@ namespace {
 
 std::string databaseSentence(const SQLiteError& error, const std::string& directory) {
     const auto about = [&](const char* text) {
-        return fmt::format(fmt::runtime(translated(text)), fileNameText(directory), error.message());
+        return fmt::format(fmt::runtime(text), fileNameText(directory), error.message());
     };
     if (error.isDamage())
-        return about("The storage history in “{0}” is damaged and was left as it is ({1}).");
-    if (error.isFull()) return about("There is no room left on the disk for the storage history in “{0}”.");
+        return about(translated(
+            "The storage history in “{0}” is damaged and was left as it is ({1}). To recover what can be "
+            "read, quit Brindle and run: brindle doctor --recover"));
+    if (error.isFull())
+        return about(translated("There is no room left on the disk for the storage history in “{0}”."));
     if (error.isLocked())
-        return about("Another program is writing to the storage history in “{0}”. Try again later.");
-    if (error.isReadOnly()) return about("The storage history in “{0}” can't be opened or written ({1}).");
-    return about("The storage history in “{0}” can't be used ({1}).");
+        return about(
+            translated("Another program is writing to the storage history in “{0}”. Try again later."));
+    if (error.isReadOnly())
+        return about(translated("The storage history in “{0}” can't be opened or written ({1})."));
+    return about(translated("The storage history in “{0}” can't be used ({1})."));
 }
 
 }  // namespace

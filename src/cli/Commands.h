@@ -16,9 +16,11 @@ namespace brindle {
 /// A command with its arguments, ready to run.
 using Command = std::function<ExitCode(const Context&)>;
 
-/// Register the commands that track and check, and those that only read. The one that the command line names
+/// Register the commands that track and check, those that look after the history's file, and those that only
+/// read. The one that the command line names
 /// becomes `chosen`, which must outlive the parsing.
 void addTrackingCommands(CLI::App& app, Command& chosen);
+void addCareCommands(CLI::App& app, Command& chosen);
 void addReadingCommands(CLI::App& app, Command& chosen);
 
 /// What the parser calls when it meets a command whose arguments it reads into `*options`.

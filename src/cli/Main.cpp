@@ -1,13 +1,19 @@
 #include "checks/Failures.h"
 #include "checks/RunLock.h"
+#include "cli/CommandHelp.h"
 #include "cli/Commands.h"
-#include "model/FileNameText.h"
+#include "cli/Completions.h"
+#include "cli/HelpParts.h"
+#include "cli/UsageSentence.h"
+#include "model/Catalogues.h"
+#include "model/Translatable.h"
 #include "model/Translation.h"
 #include "platform/BecomeProgram.h"
 #include "platform/Display.h"
 #include "platform/Paths.h"
 #include "scan/LocationAccess.h"
 #include "settings/LaunchOptions.h"
+#include "settings/ProgramInformation.h"
 #include "settings/SettingsFile.h"
 
 #include <CLI/CLI.hpp>
@@ -18,11 +24,11 @@
 namespace brindle {
 namespace {
 
-constexpr const char* description =
+constexpr const char* description = translatable(
     "Brindle keeps a private, local history of where your disk space goes.\n"
-    "It records the sizes, dates and paths of files, and never reads what is in them.";
+    "It records the sizes, dates and paths of files, and never reads what is in them.");
 
-constexpr const char* footer =
+constexpr const char* footer = translatable(
     "Examples:\n"
     "  brindle check ~/Pictures         include a folder and set its starting point\n"
     "  brindle check                    check every included location\n"
@@ -30,8 +36,8 @@ constexpr const char* footer =
     "  brindle changes --since 2026-03-01 ~/Pictures\n"
     "\n"
     "Exit status: 0 done; 1 nothing found, or a limit passed; 2 wrong usage; 3 the history or a file\n"
-    "can't be used; 4 a location couldn't be checked; 5 another program is checking; 130 stopped by\n"
-    "a signal.";
+    "can't be used; 4 a location couldn't be checked; 5 another program is checking; 6 brindle doctor\n"
+    "found something to be done; 130 stopped by a signal.");
 
 /// Where the history is unless the command line says otherwise.
 std::string usualDataDirectory(Output& output) {
@@ -42,7 +48,7 @@ std::string usualDataDirectory(Output& output) {
 
 int runCommand(const std::function<ExitCode()>& command, Output& output, const std::string& dataDirectory) {
     const auto fail = [&output](ExitCode code, const std::string& sentence) {
-        output.sentence(sentence);
+        output.failure(sentence);
         return static_cast<int>(code);
     };
     try {
@@ -56,34 +62,42 @@ int runCommand(const std::function<ExitCode()>& command, Output& output, const s
         return fail(ExitCode::wrongUsage, error.what());
     } catch (const RunLocked& error) {
         return fail(ExitCode::locked, error.what());
-    } catch (const Cancelled& error) {
-        return fail(ExitCode::interrupted, error.what());
+    } catch (const Cancelled&) {
+        return fail(ExitCode::interrupted, translated("Stopped."));
     } catch (const std::exception& error) {
         return fail(ExitCode::historyFailed, failureSentence(error, dataDirectory));
     }
 }
 
 int run(int argc, char** argv) {
-    CLI::App app(description, "brindle");
-    app.footer(footer);
-    app.set_version_flag("--version", "brindle " BRINDLE_VERSION);
-    app.require_subcommand(1);
+    CLI::App app(translated(description), "brindle");
+    app.footer(translated(footer));
+    app.set_help_flag("-h,--help", translated("Print this help message and exit"));
+    app.set_version_flag("--version", "brindle " BRINDLE_VERSION,
+                         translated("Display program version information and exit"));
+    shapeHelp(app);
+    app.require_subcommand(0, 1);
     app.fallthrough();
 
     Output output;
     std::string dataDirectory;
     bool asJson = false;
-    app.add_option("--data-dir", dataDirectory, "Where the history is kept (default: ~/.local/share/Brindle)")
+    app.add_option("--data-dir", dataDirectory,
+                   translated("Where the history is kept (default: ~/.local/share/Brindle)"))
         ->check(emptyPathObjection)
         ->type_name("DIR");
-    app.add_flag("--json", asJson, "Print the result as JSON");
+    app.add_flag("--json", asJson, translated("Print the result as JSON"));
     bool isExample = false;
-    app.add_flag("--example", isExample, "Show an example history instead of yours");
+    app.add_flag("--example", isExample, translated("Show an example history instead of yours"));
 
     Command tracking;
     Command reading;
     addTrackingCommands(app, tracking);
     addReadingCommands(app, reading);
+    addCareCommands(app, tracking);
+    nameHelpParts(app);
+    giveExamples(app);
+    addCompletionOption(app);
 
     std::vector<const char*> arguments(argv, argv + argc);
     if (argc == 1) {
@@ -94,13 +108,14 @@ int run(int argc, char** argv) {
         app.parse(static_cast<int>(arguments.size()), arguments.data());
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == 0) return app.exit(error);  // --help, --version
-        // It repeats what was typed, which a shell may have made of the name of a file.
-        output.sentence(fileNameText(error.what()));
+        output.sentence(usageSentence(app, error));
         output.sentence(translated("Run with --help for more information."));
         return static_cast<int>(ExitCode::wrongUsage);
     }
     return runCommand(
         [&] {
+            if (!tracking && !reading)
+                throw UsageError(translated("Which command? Run with --help for a list of them."));
             if (isExample) {
                 if (tracking)
                     throw UsageError(
@@ -121,5 +136,6 @@ int run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     std::setlocale(LC_ALL, "");
+    brindle::useCatalogues(brindle::cataloguesFolder(brindle::programFile()));
     return brindle::run(argc, argv);
 }

@@ -13,6 +13,7 @@
 #include <cstdio>
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
+#include <utility>
 
 namespace brindle {
 namespace {
@@ -57,6 +58,7 @@ void Output::paragraph(std::string_view text, std::size_t indent) {
 }
 
 void Output::text(std::string_view text) {
+    tellWhatIsDue();
     endProgress();
     write(stdout, text);
 }
@@ -93,10 +95,18 @@ void Output::writeJson(nlohmann::ordered_json result, int indent) {
 
 void Output::tellOfExample() {
     isExample_ = true;
-    sentence(translated("This is example history."));
+}
+
+void Output::tellWhatIsDue() {
+    if (isExample_ && !std::exchange(isExampleTold_, true)) failure(translated("This is example history."));
 }
 
 void Output::sentence(std::string_view text) {
+    tellWhatIsDue();
+    failure(text);
+}
+
+void Output::failure(std::string_view text) {
     static_cast<void>(flush());  // so that the sentence stands behind what it is about
     write(stderr, text);
     write(stderr, "\n");

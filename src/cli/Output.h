@@ -35,7 +35,10 @@ public:
     /// A sentence for a person, beside the results.
     void sentence(std::string_view text);
 
-    /// Says that the results are of the example history, now in a sentence and in all JSON that follows.
+    /// The sentence that stands in place of a result.
+    void failure(std::string_view text);
+
+    /// Says that the results are of the example history: before the first in a sentence, and in all JSON.
     void tellOfExample();
 
     /// One line that is written over by the next, on a terminal; nothing otherwise.
@@ -64,7 +67,10 @@ private:
     /// As one line when `indent` is negative.
     void writeJson(nlohmann::ordered_json result, int indent);
 
+    void tellWhatIsDue();
+
     bool isExample_ = false;
+    bool isExampleTold_ = false;
     bool hasColour_ = false;
     bool showsProgress_ = false;
     std::optional<std::size_t> width_;

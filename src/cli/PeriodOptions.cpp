@@ -28,10 +28,10 @@ void addPeriodOptions(CLI::App& command, PeriodOptions& options) {
     const auto add = [&command](const char* name, std::string& value, const char* description) {
         command.add_option(name, value, description)->type_name("DAY");
     };
-    add("--day", options.day, "The day: 2026-03-07, today, yesterday (default: today)");
-    add("--since", options.since, "Every day from this one through today");
-    add("--from", options.from, "The first day of a period, together with --to");
-    add("--to", options.to, "The last day of the period");
+    add("--day", options.day, translated("The day: 2026-03-07, today, yesterday (default: today)"));
+    add("--since", options.since, translated("Every day from this one through today"));
+    add("--from", options.from, translated("The first day of a period, together with --to"));
+    add("--to", options.to, translated("The last day of the period"));
 }
 
 Period periodOf(const PeriodOptions& options, const Calendar& calendar, const LocalDay& today) {

@@ -14,50 +14,55 @@ namespace brindle {
 namespace {
 
 void addCheck(CLI::App& app, Command& chosen) {
-    auto* command =
-        app.add_subcommand("check", "Check folders, including those that are new, or all locations");
+    auto* command = app.add_subcommand(
+        "check", translated("Check folders, including those that are new, or all locations"));
     const auto options = std::make_shared<CheckOptions>();
-    command->add_flag("--wait", options->wait, "Wait for another program that is checking");
+    command->add_flag("--wait", options->wait, translated("Wait for another program that is checking"));
     command
         ->add_option("FOLDER", options->folders,
-                     "Folders to check; all included locations when none is given")
+                     translated("Folders to check; all included locations when none is given"))
         ->check(emptyPathObjection);
     command->callback(choosing(chosen, runCheck, options));
 }
 
 void addInclude(CLI::App& app, Command& chosen) {
-    auto* command =
-        app.add_subcommand("include", "Include folders, or whole drives by where they are mounted");
+    auto* command = app.add_subcommand(
+        "include", translated("Include folders, or whole drives by where they are mounted"));
     const auto paths = std::make_shared<std::vector<std::string>>();
-    command->add_option("PATH", *paths, "Folders or drives")->required()->check(emptyPathObjection);
+    command->add_option("PATH", *paths, translated("Folders or drives"))
+        ->required()
+        ->check(emptyPathObjection);
     command->callback(choosing(chosen, runInclude, paths));
 }
 
 void addRemove(CLI::App& app, Command& chosen) {
-    auto* command = app.add_subcommand("remove", "Stop tracking a location; its history stays");
+    auto* command = app.add_subcommand("remove", translated("Stop tracking a location; its history stays"));
     const auto path = std::make_shared<std::string>();
-    command->add_option("PATH", *path, "The location's path")->required()->check(emptyPathObjection);
+    command->add_option("PATH", *path, translated("The location's path"))
+        ->required()
+        ->check(emptyPathObjection);
     command->callback(choosing(chosen, runRemove, path));
 }
 
 void addForget(CLI::App& app, Command& chosen) {
-    auto* command = app.add_subcommand("forget", "Forget a location that was never checked");
+    auto* command = app.add_subcommand("forget", translated("Forget a location that was never checked"));
     const auto path = std::make_shared<std::string>();
-    command->add_option("PATH", *path, "The location's path")->required()->check(emptyPathObjection);
+    command->add_option("PATH", *path, translated("The location's path"))
+        ->required()
+        ->check(emptyPathObjection);
     command->callback(choosing(chosen, runForget, path));
 }
 
 void addWatch(CLI::App& app, Command& chosen) {
-    app.add_subcommand("watch", "Check all locations on the interval of the settings")->callback([&chosen] {
-        chosen = runWatch;
-    });
+    app.add_subcommand("watch", translated("Check all locations on the interval of the settings"))
+        ->callback([&chosen] { chosen = runWatch; });
 }
 
 void addEstimates(CLI::App& app, Command& chosen) {
-    auto* command =
-        app.add_subcommand("estimates", "Switch estimates of earlier history, from file dates, on or off");
+    auto* command = app.add_subcommand(
+        "estimates", translated("Switch estimates of earlier history, from file dates, on or off"));
     const auto wanted = std::make_shared<std::string>();
-    command->add_option("SWITCH", *wanted, "on or off; without it, says which")
+    command->add_option("SWITCH", *wanted, translated("on or off; without it, says which"))
         ->check(CLI::IsMember({"on", "off"}))
         ->type_name("");
     const auto run = [](const Context& context, const std::string& word) {

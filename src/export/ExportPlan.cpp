@@ -32,7 +32,7 @@ std::optional<ExportPlan> planExport(HistorySource& source, const LocalDay& firs
                       .first = first,
                       .last = last,
                       .scope = scope,
-                      .scopeName = translated(scope.location ? "this location" : "all locations"),
+                      .scopeName = scope.location ? translated("this location") : translated("all locations"),
                       .recordCount = recorded.rows,
                       .estimateFiles = estimated.files,
                       .isExample = isExample};

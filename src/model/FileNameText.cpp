@@ -1,5 +1,7 @@
 #include "model/FileNameText.h"
 
+#include "model/NameIsolation.h"
+
 #include <cstdint>
 #include <fmt/format.h>
 #include <unicode/uchar.h>
@@ -7,6 +9,8 @@
 
 namespace brindle {
 namespace {
+
+bool isIsolating = false;
 
 bool isHarmful(UChar32 c) {
     switch (u_charType(c)) {
@@ -49,7 +53,12 @@ std::string fileNameText(std::string_view bytes) {
             shown.append(c);
     }
     std::string text;
-    return shown.toUTF8String(text);
+    shown.toUTF8String(text);
+    return isIsolating ? "\u2068" + text + "\u2069" : text;
+}
+
+void isolateFileNames(bool areIsolated) {
+    isIsolating = areIsolated;
 }
 
 }  // namespace brindle

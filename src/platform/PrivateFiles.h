@@ -28,4 +28,7 @@ void syncToDisk(const std::string& path);
 /// disk: after a crash `to` is the old file or the new one. Both names lie on one file system.
 void replaceFile(const std::string& from, const std::string& to);
 
+/// The same where no file has that name; fails with EEXIST where one has.
+void placeFile(const std::string& from, const std::string& to);
+
 }  // namespace brindle

@@ -2,9 +2,9 @@
 
 namespace brindle {
 
-enum class StandardStream { output = 1, error = 2 };
+enum class StandardStream { input = 0, output = 1, error = 2 };
 
-/// Whether a person reads the stream as it is written.
+/// Whether a person reads the stream as it is written, or types what is read from it.
 [[nodiscard]] bool isTerminal(StandardStream stream);
 
 /// Columns of the terminal; 80 where it does not say.

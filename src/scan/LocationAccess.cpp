@@ -19,17 +19,17 @@ using Reason = LocationChoiceError::Reason;
 
 std::string choiceText(Reason reason, const std::string& path) {
     const auto sentence = [&](const char* text) {
-        return fmt::format(fmt::runtime(translated(text)), fileNameText(path));
+        return fmt::format(fmt::runtime(text), fileNameText(path));
     };
     switch (reason) {
         case Reason::missing:
-            return sentence("The folder “{}” isn't there.");
+            return sentence(translated("The folder “{}” isn't there."));
         case Reason::notAFolder:
-            return sentence("“{}” isn't a folder.");
+            return sentence(translated("“{}” isn't a folder."));
         case Reason::needsAccess:
-            return sentence("Your account isn't allowed to read “{}”.");
+            return sentence(translated("Your account isn't allowed to read “{}”."));
         case Reason::pseudo:
-            return sentence("“{}” belongs to the system and holds no stored files.");
+            return sentence(translated("“{}” belongs to the system and holds no stored files."));
         case Reason::notLocal:
             break;
     }

@@ -12,10 +12,18 @@ namespace {
 
 constexpr std::size_t largestFile = 1U << 16U;
 
+std::string besideProgram(const std::string& program, const char* file) {
+    return joinedPath(parentPath(parentPath(program)), file);
+}
+
 }  // namespace
 
 std::string informationFile(const std::string& program) {
-    return joinedPath(parentPath(parentPath(program)), "share/brindle/brindle-info.json");
+    return besideProgram(program, "share/brindle/brindle-info.json");
+}
+
+std::string cataloguesFolder(const std::string& program) {
+    return besideProgram(program, "share/locale");
 }
 
 SettingValues readInformation(const std::string& path) {

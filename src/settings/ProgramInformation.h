@@ -10,6 +10,9 @@ namespace brindle {
 /// program is.
 [[nodiscard]] std::string informationFile(const std::string& program);
 
+/// The folder of the catalogues that were installed with the program.
+[[nodiscard]] std::string cataloguesFolder(const std::string& program);
+
 /// Nothing is set when the file is missing or damaged.
 [[nodiscard]] SettingValues readInformation(const std::string& path);
 

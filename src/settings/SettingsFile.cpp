@@ -59,21 +59,22 @@ std::string nameBeside(const std::string& path) {
 }
 
 std::string sentence(const char* text, const std::string& path, const std::string& detail = "") {
-    return fmt::format(fmt::runtime(translated(text)), fileNameText(path), fileNameText(detail));
+    return fmt::format(fmt::runtime(text), fileNameText(path), fileNameText(detail));
 }
 
 std::string failureSentence(const std::system_error& error, const std::string& path) {
     const auto& code = error.code();
     if (code == std::errc::too_many_symbolic_link_levels)
         return sentence(
-            "The settings file “{0}” is a symbolic link and was left as it is. Put a file in its "
-            "place to change settings.",
+            translated("The settings file “{0}” is a symbolic link and was left as it is. Put a file in its "
+                       "place to change settings."),
             path);
     if (code == std::errc::no_space_on_device || code.value() == EDQUOT)
-        return sentence("There is no room left on the disk for the settings in “{0}”.", path);
+        return sentence(translated("There is no room left on the disk for the settings in “{0}”."), path);
     if (code == std::errc::resource_unavailable_try_again)
-        return sentence("Another program is changing the settings in “{0}”. Try again later.", path);
-    return sentence("The settings in “{0}” can't be changed ({1}).", path, code.message());
+        return sentence(translated("Another program is changing the settings in “{0}”. Try again later."),
+                        path);
+    return sentence(translated("The settings in “{0}” can't be changed ({1})."), path, code.message());
 }
 
 }  // namespace
@@ -88,14 +89,16 @@ StoredSettings SettingsFile::read() const {
         if (!contents) return {};
         if (auto values = parse(*contents)) return {.values = std::move(*values), .note = {}};
     } catch (const std::system_error& error) {
-        return {.note = sentence("The settings in “{0}” can't be read ({1}), and the usual ones hold.", path_,
-                                 error.code().message())};
+        return {.note = sentence(
+                    translated("The settings in “{0}” can't be read ({1}), and the usual ones hold."), path_,
+                    error.code().message())};
     }
     try {
         const FileLock lock = takeLock(path_);
         return readOrSetAside();
     } catch (const std::system_error&) {
-        return {.note = sentence("The settings in “{0}” are damaged, and the usual ones hold.", path_)};
+        return {.note = sentence(translated("The settings in “{0}” are damaged, and the usual ones hold."),
+                                 path_)};
     }
 }
 
@@ -119,9 +122,10 @@ StoredSettings SettingsFile::readOrSetAside() const {
     refuseLink(path_);
     const std::string kept = nameBeside(path_);
     replaceFile(path_, kept);
-    return {.note = sentence("The settings in “{0}” were damaged. They are kept in “{1}”, and the usual ones "
-                             "hold.",
-                             path_, kept)};
+    return {.note = sentence(
+                translated("The settings in “{0}” were damaged. They are kept in “{1}”, and the usual ones "
+                           "hold."),
+                path_, kept)};
 }
 
 }  // namespace brindle

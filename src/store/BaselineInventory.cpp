@@ -11,6 +11,10 @@ namespace {
 /// a row.
 constexpr std::size_t rowsAStatement = 16;
 
+/// In KiB. The inner pages of the table stay in it until their share of the rows is written: those of a
+/// smaller cache are written to the log again and again, and then the whole log is summed up anew.
+constexpr int cacheSize = 4096;
+
 std::string insertOf(std::size_t rows) {
     std::string sql = "INSERT INTO inventory (location_id, rel_path, size) VALUES (?1, ?2, ?3)";
     for (std::size_t row = 1; row < rows; ++row)
@@ -22,6 +26,7 @@ std::string insertOf(std::size_t rows) {
 
 BaselineInventory::BaselineInventory(SQLiteConnection& db, const LocationID& location)
     : location_(location),
+      cache_(db, cacheSize),
       insertMany_(db.prepare(insertOf(rowsAStatement))),
       insertOne_(db.prepare(insertOf(1))) {
     db.run("DELETE FROM inventory WHERE location_id = ?", location.rawValue);

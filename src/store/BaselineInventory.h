@@ -2,6 +2,7 @@
 
 #include "model/LocationID.h"
 #include "model/Walk.h"
+#include "store/LargerCache.h"
 #include "store/SQLiteConnection.h"
 
 #include <cstdint>
@@ -26,6 +27,7 @@ private:
     void insert(SQLiteStatement& statement, std::span<const ScanEntry> rows);
 
     const LocationID& location_;
+    LargerCache cache_;
     SQLiteStatement insertMany_;
     SQLiteStatement insertOne_;
     std::vector<SQLiteValue> values_;

@@ -9,12 +9,12 @@
 namespace brindle {
 namespace {
 
-/// Whether the path itself or any folder above it is in the set.
+/// Whether the path itself or any folder above it is in the set; the empty path is the root, above all.
 bool isUnderAny(std::string_view path, const PathSet& folders) {
     if (folders.empty()) return false;
     for (auto slash = path.find('/'); slash != std::string_view::npos; slash = path.find('/', slash + 1))
         if (folders.contains(path.substr(0, slash))) return true;
-    return folders.contains(path);
+    return folders.contains(path) || folders.contains(std::string_view());
 }
 
 PathSet previouslyUnreadable(SQLiteConnection& db, const LocationID& location) {

@@ -14,8 +14,8 @@ std::string threadName(const std::string& label) {
 
 }  // namespace
 
-DatabaseQueue::DatabaseQueue(const std::string& path, std::string label, bool readOnly)
-    : label_(std::move(label)), connection_(path, readOnly), thread_(threadName(label_)) {}
+DatabaseQueue::DatabaseQueue(const std::string& path, std::string label)
+    : label_(std::move(label)), connection_(path), thread_(threadName(label_)) {}
 
 void DatabaseQueue::stopIfEnteredFromItself() const {
     if (!thread_.isCurrent()) return;

@@ -15,7 +15,7 @@ namespace brindle {
 class DatabaseQueue {
 public:
     /// `label` names the thread (for people with a debugger). Throws: SQLiteError when opening fails.
-    DatabaseQueue(const std::string& path, std::string label, bool readOnly = false);
+    DatabaseQueue(const std::string& path, std::string label);
 
     /// Runs `body(connection)` on the queue. The future gives its result or its error. When the queue goes,
     /// it runs what was handed in, then closes the connection.

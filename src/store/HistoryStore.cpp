@@ -186,8 +186,7 @@ std::future<ChangeCount> HistoryStore::countChanges(LocalDay first, LocalDay las
 
 void HistoryStore::streamChanges(LocalDay first, LocalDay last, const std::optional<LocationID>& location,
                                  ChangeSource kind, const ChangeSink& sink) const {
-    constexpr bool readOnly = true;
-    SQLiteConnection db((directory_ / fileName).string(), readOnly);
+    SQLiteConnection db((directory_ / fileName).string(), SQLiteConnection::Access::read);
     // What has to be sorted, a day at a time, mostly fits in here; the rest of a larger one goes to the disk.
     db.execute("PRAGMA main.cache_size = -8192");
     if (kind == ChangeSource::measured)

@@ -2,12 +2,16 @@
 
 #include "model/Translation.h"
 #include "platform/PrivateFiles.h"
+#include "store/HistoryFiles.h"
 #include "store/SQLText.h"
+#include "store/SQLiteError.h"
 #include "store/Transaction.h"
 
-#include <chrono>
-#include <fmt/chrono.h>
+#include <algorithm>
 #include <fmt/format.h>
+#include <iterator>
+#include <sqlite3.h>
+#include <string_view>
 
 namespace brindle {
 namespace {
@@ -79,12 +83,6 @@ std::int64_t versionOf(SQLiteConnection& db) {
     return db.scalarInt64("PRAGMA user_version").value_or(0);
 }
 
-std::filesystem::path copyPath(const std::filesystem::path& directory, std::int64_t version, UnixTime at) {
-    const std::chrono::sys_time<std::chrono::seconds> second{
-        std::chrono::seconds(static_cast<std::int64_t>(at))};
-    return directory / fmt::format("History-before-v{}-{:%Y-%m-%dT%H-%M-%S}Z.sqlite", version, second);
-}
-
 // Written under another name first, so that whatever is called a backup is a whole one.
 void copyBeforeMigration(SQLiteConnection& db, const std::filesystem::path& copy) {
     const std::string unfinished = copy.string() + ".partial";
@@ -104,17 +102,43 @@ StoreError StoreError::newerSchema(std::int64_t version) {
     return {version, translated("This history was saved by a newer version of Brindle.")};
 }
 
-void migrate(SQLiteConnection& db, const std::filesystem::path& directory, const Clock& now) {
-    // Before anything is written: a file of a newer version stays as it is, its log included.
+StoreError StoreError::foreign(std::int64_t version) {
+    return {version, translated("History.sqlite is the database of another program, and was left as it is.")};
+}
+
+std::int64_t requireHistory(SQLiteConnection& db) {
     const std::int64_t version = versionOf(db);
-    if (version > schemaVersion) {
+    if (version > schemaVersion) throw StoreError::newerSchema(version);
+    // What every version has.
+    constexpr std::string_view ours[] = {"capacity_samples", "daily_totals",      "inventory",
+                                         "locations",        "observations",      "scan_runs",
+                                         "tracked_totals",   "unreadable_folders"};
+    std::size_t all = 0;
+    std::size_t found = 0;
+    auto rows = db.prepare("SELECT name FROM sqlite_master WHERE type IN ('table', 'view')");
+    for (; rows.step(); ++all)
+        if (std::ranges::find(ours, rows.textView(0)) != std::end(ours)) ++found;
+    if (all == 0 && version == 0) return version;
+    if (all > 0 && found == 0) throw StoreError::foreign(version);
+    if (found < std::size(ours) || version <= 0)
+        throw SQLiteError(SQLITE_CORRUPT, "tables or the version are missing");
+    return version;
+}
+
+void migrate(SQLiteConnection& db, const std::filesystem::path& directory, const Clock& now) {
+    // Before anything is written: what is not ours to write stays as it is, its log included.
+    std::int64_t version = 0;
+    try {
+        version = requireHistory(db);
+    } catch (...) {
         db.leaveLogOnClose();
-        throw StoreError::newerSchema(version);
+        throw;
     }
     db.execute("PRAGMA journal_mode = WAL");
     db.execute("PRAGMA synchronous = NORMAL");
     if (version == schemaVersion) return;
-    if (version > 0) copyBeforeMigration(db, copyPath(directory, version, now()));
+    if (version > 0)
+        copyBeforeMigration(db, datedCopyPath(directory, fmt::format("before-v{}", version), now()));
 
     inTransaction(db, [&] {
         // Another program may have migrated it while this one waited for the lock.

@@ -4,15 +4,32 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <fmt/format.h>
 #include <sqlite3.h>
 
 namespace brindle {
+namespace {
 
-SQLiteConnection::SQLiteConnection(std::string path, bool readOnly) : path_(std::move(path)) {
+/// What SQLite opens the file under, which carries how it is to be read.
+std::string nameOf(const std::string& path, SQLiteConnection::Access access) {
+    const bool isPlain =
+        access == SQLiteConnection::Access::write || access == SQLiteConnection::Access::read;
+    if (isPlain) return path;
+    std::string name = "file:";
+    for (const char c : path)
+        name += c == '%' || c == '?' || c == '#' ? fmt::format("%{:02x}", static_cast<unsigned char>(c))
+                                                 : std::string(1, c);
+    return name + (access == SQLiteConnection::Access::readUnchanging ? "?immutable=1" : "?readonly_shm=1");
+}
+
+}  // namespace
+
+SQLiteConnection::SQLiteConnection(std::string path, Access access) : path_(std::move(path)) {
     const int flags =
-        SQLITE_OPEN_NOMUTEX | (readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+        SQLITE_OPEN_NOMUTEX | (access == Access::write ? SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE
+                                                       : SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
     sqlite3* opened = nullptr;
-    const int code = sqlite3_open_v2(path_.c_str(), &opened, flags, nullptr);
+    const int code = sqlite3_open_v2(nameOf(path_, access).c_str(), &opened, flags, nullptr);
     handle_.reset(opened, sqlite3_close_v2);
     if (opened == nullptr) throw SQLiteError(code, "Couldn't open the database");
     if (code != SQLITE_OK) throw SQLiteError(code, sqlite3_errmsg(opened));

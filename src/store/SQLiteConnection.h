@@ -21,8 +21,15 @@ class SQLiteConnection {
 public:
     static constexpr std::chrono::milliseconds usualPatience{10'000};
 
-    /// Opens the file, creating it unless `readOnly`. Throws: SQLiteError.
-    explicit SQLiteConnection(std::string path, bool readOnly = false);
+    enum class Access {
+        write,               // creates the file if need be
+        read,                // as one of several programs that have it open
+        readWithFixedIndex,  // nobody has it open; log and index are there and stay as they are
+        readUnchanging,      // nobody has it open, and it has no log
+    };
+
+    /// Throws: SQLiteError.
+    explicit SQLiteConnection(std::string path, Access access = Access::write);
     ~SQLiteConnection();
     SQLiteConnection(const SQLiteConnection&) = delete;
     SQLiteConnection& operator=(const SQLiteConnection&) = delete;

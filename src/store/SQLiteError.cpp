@@ -19,6 +19,9 @@ bool SQLiteError::isFull() const {
 bool SQLiteError::isLocked() const {
     return primaryCode() == SQLITE_BUSY || primaryCode() == SQLITE_LOCKED;
 }
+bool SQLiteError::isWrongStatement() const {
+    return primaryCode() == SQLITE_ERROR;
+}
 bool SQLiteError::isReadOnly() const {
     return primaryCode() == SQLITE_READONLY || primaryCode() == SQLITE_CANTOPEN ||
            primaryCode() == SQLITE_PERM;

@@ -20,6 +20,9 @@ public:
     [[nodiscard]] bool isLocked() const;    // another program keeps writing
     [[nodiscard]] bool isReadOnly() const;  // the file or its folder cannot be written or opened
 
+    /// The statement could not do what it says, as where a sum does not fit.
+    [[nodiscard]] bool isWrongStatement() const;
+
 private:
     [[nodiscard]] int primaryCode() const { return code_ & 0xff; }
 

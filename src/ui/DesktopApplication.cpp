@@ -1,14 +1,19 @@
 #include "ui/DesktopApplication.h"
 
+#include "model/Catalogues.h"
+#include "model/NameIsolation.h"
 #include "ui/windows/QmlModules.h"
 
 #include <QEvent>
+#include <QLibraryInfo>
+#include <QLocale>
 #include <QQuickStyle>
 #include <QSessionManager>
 
 namespace brindle {
 
 DesktopApplication::DesktopApplication(int& argc, char** argv) : QApplication(argc, argv) {
+    takeLanguage();
     registerQmlModules();
     // What is stock follows the theme, which has been made for this style.
     QQuickStyle::setStyle("Basic");
@@ -24,6 +29,16 @@ DesktopApplication::DesktopApplication(int& argc, char** argv) : QApplication(ar
         this, &QGuiApplication::commitDataRequest, this,
         [](QSessionManager& session) { session.setRestartHint(QSessionManager::RestartNever); },
         Qt::DirectConnection);
+}
+
+void DesktopApplication::takeLanguage() {
+    const QLocale language(QString::fromStdString(textLanguage()));
+    setLayoutDirection(language.textDirection());
+    isolateFileNames(language.textDirection() == Qt::RightToLeft);
+    removeTranslator(&dialogTexts_);
+    // Only where Qt's catalogues are installed.
+    if (dialogTexts_.load(language, "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        installTranslator(&dialogTexts_);
 }
 
 bool DesktopApplication::event(QEvent* event) {

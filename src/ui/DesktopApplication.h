@@ -3,6 +3,7 @@
 #include "ui/HandlerTimes.h"
 
 #include <QApplication>
+#include <QTranslator>
 
 namespace brindle {
 
@@ -12,6 +13,10 @@ class DesktopApplication : public QApplication {
 
 public:
     DesktopApplication(int& argc, char** argv);
+
+    /// Follows the language of the texts, as it did when it was made: with the direction of the layout, with
+    /// that of names, and in Qt's own dialogs.
+    void takeLanguage();
 
     [[nodiscard]] HandlerTimes& handlerTimes() { return handlerTimes_; }
 
@@ -27,6 +32,7 @@ protected:
     bool event(QEvent* event) override;
 
 private:
+    QTranslator dialogTexts_;
     HandlerTimes handlerTimes_;
 };
 

@@ -40,11 +40,12 @@ DesktopSurfaces::DesktopSurfaces(AppModel& model, const QDBusConnection& session
 
 DesktopSurfaces::~DesktopSurfaces() = default;
 
-void DesktopSurfaces::begin(bool isAtLogin, const QString& activationToken,
+void DesktopSurfaces::begin(StartedBy startedBy, const QString& activationToken,
                             std::chrono::milliseconds patience) {
     const Settings& settings = *model_.settings();
+    const bool isAtLogin = startedBy == StartedBy::login;
     isWaitingForTray_ = isAtLogin && settings.opensQuietlyAtLogin() && settings.showsMenuBarItem();
-    if (!isWaitingForTray_) showMainWindow(activationToken);
+    if (!isWaitingForTray_ && startedBy != StartedBy::request) showMainWindow(activationToken);
     trayItem_.begin(isAtLogin ? patience : patienceLater);
 }
 

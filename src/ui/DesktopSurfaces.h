@@ -26,15 +26,21 @@ public:
     /// How long a desktop that has just begun may take until its tray is there.
     static constexpr std::chrono::seconds patienceAtLogin{15};
 
+    enum class StartedBy {
+        user,     // who is to see the main window
+        login,    // the window shows unless the user wants that to be quiet
+        request,  // what is to show follows with it
+    };
+
     /// Nothing shows yet. The model outlives it. `folderOpener`: as Reveal has it.
     DesktopSurfaces(AppModel& model, const QDBusConnection& sessionBus,
                     const QString& folderOpener = "xdg-open");
     ~DesktopSurfaces() override;
 
-    /// Shows the main window; when the login started the program and the user wants that to be quiet, the
-    /// tray item only, and the window once there has been no tray for `patience`. `activationToken`: with
-    /// which the desktop lets a window come to the front; may be empty.
-    void begin(bool isAtLogin, const QString& activationToken,
+    /// Shows what the start asks for. At a quiet login that is the tray item only, and the window once there
+    /// has been no tray for `patience`. `activationToken`: with which the desktop lets a window come to the
+    /// front; may be empty.
+    void begin(StartedBy startedBy, const QString& activationToken,
                std::chrono::milliseconds patience = patienceAtLogin);
     /// Not while the program ends.
     void showMainWindow(const QString& activationToken = {});

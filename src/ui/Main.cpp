@@ -2,6 +2,8 @@
 #include "app/desktop/DesktopProgram.h"
 #include "app/desktop/StopSignals.h"
 #include "example/ExampleHistory.h"
+#include "model/Catalogues.h"
+#include "model/Translatable.h"
 #include "model/Translation.h"
 #include "platform/Display.h"
 #include "platform/Paths.h"
@@ -12,7 +14,6 @@
 #include "ui/DesktopSurfaces.h"
 
 #include <QDBusConnection>
-#include <algorithm>
 #include <clocale>
 #include <cstdio>
 #include <fmt/format.h>
@@ -26,7 +27,7 @@ namespace {
 constexpr int failed = 3;
 constexpr int otherWindow = 5;
 
-constexpr const char* help =
+constexpr const char* help = translatable(
     "Brindle keeps a private, local history of where your disk space goes. This is its window; in a\n"
     "terminal, use brindle. When it is open already, that window is shown.\n"
     "\n"
@@ -36,9 +37,19 @@ constexpr const char* help =
     "  -BrindleDataDirectory DIR  Where the history is kept (default: ~/.local/share/Brindle)\n"
     "  -BrindleExample YES        Begin with an example history instead of yours\n"
     "  -KEY VALUE                 Any other setting, for as long as the program runs\n"
+    "  --check-now                Check every location now, in the window that is open already or a new one\n"
+    "  --mini-window              Show the mini window, and not the large one\n"
     "  --launched-at-login        Said by the login item: you did not ask for the window\n"
+    "  --launched-by-bus          Said by the desktop, which tells what it wants in a message\n"
     "  --help                     Show this text\n"
-    "  --version                  Show the version\n";
+    "  --version                  Show the version\n"
+    "\n"
+    "Examples:\n"
+    "  brindle-desktop                      open the window, or show the one that is open\n"
+    "  brindle-desktop -BrindleExample YES  look around in an example first\n"
+    "\n"
+    "Exit status: 0 done; 3 there is no display, or something failed; 5 the window that is open doesn't\n"
+    "answer.\n");
 
 int fail(int code, const std::string& sentence) {
     fmt::print(stderr, "{}\n", sentence);
@@ -79,10 +90,32 @@ std::string activationToken() {
     return {};
 }
 
+/// What a start asks for, here or in the program that runs already.
+struct Wish {
+    DesktopSurfaces::StartedBy startedBy = DesktopSurfaces::StartedBy::user;
+    QString action;  // of DesktopProgram::perform(); empty for none
+    QString activationToken;
+};
+
+Wish wishOf(std::span<char*> arguments) {
+    using StartedBy = DesktopSurfaces::StartedBy;
+    Wish wish{.activationToken = QString::fromStdString(activationToken())};
+    for (const std::string_view argument : arguments) {
+        if (argument == launchedAtLoginArgument) wish.startedBy = StartedBy::login;
+        if (argument == "--launched-by-bus") wish.startedBy = StartedBy::request;
+        if (argument == "--check-now") wish.action = "check-now";
+        if (argument == "--mini-window") wish.action = "mini-window";
+    }
+    if (!wish.action.isEmpty()) wish.startedBy = StartedBy::request;
+    return wish;
+}
+
 int run(int argc, char** argv, const StopSignals& signals) {
     DesktopApplication application(argc, argv);
+    const std::span arguments = std::span(argv, static_cast<std::size_t>(argc)).subspan(1);
+    const Wish wish = wishOf(arguments);
     SingleInstance instance(QDBusConnection::sessionBus());
-    switch (instance.begin(QString::fromStdString(activationToken()))) {
+    switch (instance.begin(wish.activationToken, wish.action)) {
         case SingleInstance::Start::first:
             break;
         case SingleInstance::Start::elsewhere:
@@ -91,9 +124,6 @@ int run(int argc, char** argv, const StopSignals& signals) {
             return fail(otherWindow, translated("Brindle is already open and doesn't answer."));
     }
 
-    const std::span arguments = std::span(argv, static_cast<std::size_t>(argc)).subspan(1);
-    const bool isAtLogin =
-        std::ranges::find(arguments, std::string_view(launchedAtLoginArgument)) != arguments.end();
     const SettingsFile file = SettingsFile::ofUser();
     const StoredSettings stored = file.read();
     const SettingValues values(stored.values, parseLaunchArguments(arguments));
@@ -120,7 +150,8 @@ int run(int argc, char** argv, const StopSignals& signals) {
     });
 #endif
     model.start();
-    surfaces.begin(isAtLogin, QString::fromStdString(activationToken()));
+    surfaces.begin(wish.startedBy, wish.activationToken);
+    program.perform(wish.action, wish.activationToken);
     const int code = DesktopApplication::exec();
 #ifdef BRINDLE_HANDLER_TIMES
     if (const auto path = environmentValue("BRINDLE_HANDLER_TIMES")) application.handlerTimes().write(*path);
@@ -134,8 +165,9 @@ int run(int argc, char** argv, const StopSignals& signals) {
 int main(int argc, char** argv) {
     using namespace brindle;
     std::setlocale(LC_ALL, "");
+    useCatalogues(cataloguesFolder(programFile()));
     for (const std::string_view argument : std::span(argv, static_cast<std::size_t>(argc)).subspan(1)) {
-        if (argument == "--help") return tell(help);
+        if (argument == "--help") return tell(translated(help));
         if (argument == "--version") return tell("brindle-desktop " BRINDLE_VERSION "\n");
     }
     if (!hasDisplay())

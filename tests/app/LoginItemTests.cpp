@@ -52,8 +52,9 @@ TEST_F(LoginItem, IsSwitchedOnAndOff) {
     login.disable();
     login.enable();
     EXPECT_EQ(login.status(), LoginItemStatus(enabled));
-    EXPECT_EQ(entryText(), "[Desktop Entry]\nType=Application\nName=Brindle\nExec=" +
-                               inFolder("brindle-desktop") + " --launched-at-login\n");
+    EXPECT_EQ(entryText(),
+              "[Desktop Entry]\nType=Application\nName=Brindle\nIcon=org.brindle.brindle\nExec=" +
+                  inFolder("brindle-desktop") + " --launched-at-login\n");
     login.disable();
     EXPECT_EQ(login.status(), LoginItemStatus(disabled));
     EXPECT_FALSE(std::filesystem::exists(entryPath()));
@@ -61,6 +62,7 @@ TEST_F(LoginItem, IsSwitchedOnAndOff) {
 
 TEST_F(LoginItem, UnderstandsEntriesOfOthersAndMendsThem) {
     const std::string head = "[Desktop Entry]\nType=Application\nName=Brindle\n";
+    const std::string fresh = head + "Icon=org.brindle.brindle\n";
     const std::string exec = "Exec=" + inFolder("brindle-desktop") + " --launched-at-login\n";
     const struct {
         const char* name;
@@ -89,11 +91,11 @@ TEST_F(LoginItem, UnderstandsEntriesOfOthersAndMendsThem) {
              "Type=Application\n\n[Desktop Action Quit]\nExec=kill\n"},
         {"LastOfTwo", head + "Hidden=true\nHidden=false\n" + exec, enabled,
          head + "Hidden=true\nHidden=false\n" + exec},
-        {"Empty", "", disabled, head + exec},
-        {"AnotherGroup", "[Other]\n" + exec, disabled, head + exec},
-        {"NoKeys", "[Desktop Entry]\nExec\n", disabled, head + exec},
-        {"Bytes", std::string("[Desktop Entry]\n\0\n", 18), disabled, head + exec},
-        {"Huge", head + exec + std::string(1U << 17U, '\n'), disabled, head + exec},
+        {"Empty", "", disabled, fresh + exec},
+        {"AnotherGroup", "[Other]\n" + exec, disabled, fresh + exec},
+        {"NoKeys", "[Desktop Entry]\nExec\n", disabled, fresh + exec},
+        {"Bytes", std::string("[Desktop Entry]\n\0\n", 18), disabled, fresh + exec},
+        {"Huge", head + exec + std::string(1U << 17U, '\n'), disabled, fresh + exec},
     };
     for (const auto& [name, text, status, switchedOn] : cases) {
         SCOPED_TRACE(name);

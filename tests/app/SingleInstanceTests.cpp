@@ -14,28 +14,36 @@ using namespace std::chrono_literals;
 using Start = SingleInstance::Start;
 
 /// What becomes of a start elsewhere, while this program goes on.
-std::future<Start> startElsewhere(const QDBusConnection& bus, const QString& token = {}) {
-    return std::async(std::launch::async, [bus, token] { return SingleInstance(bus).begin(token); });
+std::future<Start> startElsewhere(const QDBusConnection& bus, const QString& token = {},
+                                  const QString& action = {}) {
+    return std::async(std::launch::async, [=] { return SingleInstance(bus).begin(token, action); });
 }
 
 bool isReady(const std::future<Start>& start) {
     return start.wait_for(0s) == std::future_status::ready;
 }
 
-TEST(SingleInstance, ALaterStartShowsTheWindowOfTheFirst) {
+TEST(SingleInstance, ALaterStartHandsItsWishToTheFirst) {
     PrivateBus bus;
     SingleInstance first(bus.connect());
-    QStringList tokens;
+    QStringList wishes;
     QObject::connect(&first, &SingleInstance::showWindowRequested,
-                     [&](const QString& token) { tokens += token; });
+                     [&](const QString& token) { wishes += "show " + token; });
+    QObject::connect(&first, &SingleInstance::actionRequested,
+                     [&](const QString& action, const QString& token) { wishes += action + " " + token; });
     EXPECT_EQ(first.begin({}), Start::first);
-    for (const char* token : {"", "token"}) {
-        auto later = startElsewhere(bus.connect(), token);
+    const struct {
+        const char* token;
+        const char* action;
+    } starts[] = {{"", ""}, {"one", ""}, {"", "mini-window"}, {"two", "check-now"}};
+    for (const auto& [token, action] : starts) {
+        auto later = startElsewhere(bus.connect(), token, action);
         EXPECT_TRUE(eventually([&] { return isReady(later); }));
         EXPECT_EQ(later.get(), Start::elsewhere);
     }
-    EXPECT_EQ(tokens, (QStringList{"", "token"}));
-    EXPECT_EQ(SingleInstance(bus.connect()).begin({}, 100ms), Start::noAnswer) << "nobody runs an event loop";
+    EXPECT_EQ(wishes, (QStringList{"show ", "show one", "mini-window ", "check-now two"}));
+    EXPECT_EQ(SingleInstance(bus.connect()).begin({}, {}, 100ms), Start::noAnswer)
+        << "nobody runs an event loop";
 }
 
 TEST(SingleInstance, AStartDuringAQuitWaitsForItsEnd) {

@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <optional>
@@ -167,6 +168,21 @@ TEST_F(DesktopDay, IsRecordedAsItWas) {
     EXPECT_THAT(changesOn(secondDay), UnorderedElementsAre("added 40 on the next day"));
     EXPECT_EQ(Records(desktop.brindle).value("PRAGMA integrity_check"), "ok");
     mountedAgain.unmount();
+}
+
+TEST(DesktopActions, AreDoneByTheFirstStartOrHandedToIt) {
+    Desktop desktop;
+    const fs::path files = desktop.brindle.home() / "files";
+    writeFile(files / "a", 1000);
+    desktop.track({files});
+    // Nothing checks but by being asked to.
+    std::ofstream(desktop.brindle.settingsFile())
+        << R"({"startupSetupCompleted": true, "checksPaused": true})";
+    ProgramLaunch launch = desktop.launch();
+    launch.arguments.emplace_back("--check-now");
+    desktop.expectCheckAfter([&] { desktop.program = std::make_unique<RunningProgram>(launch); });
+    desktop.expectCheckAfter([&] { EXPECT_EQ(runProgram(launch).exitCode, 0); });
+    EXPECT_EQ(desktop.quit().exitCode, 0);
 }
 
 /// A tree whose check takes a moment: 40,000 files, which are one.

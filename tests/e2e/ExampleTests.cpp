@@ -65,6 +65,12 @@ TEST(ExampleHistory, IsNeverCheckedOrChanged) {
     EXPECT_TRUE(fs::is_empty(brindle.home()));
 }
 
+TEST(ExampleHistory, IsNotToldOfWhereNothingIsShown) {
+    const auto result = Brindle().run({"--example", "changes", "--day", "2026-02-30"});
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_THAT(result.error, testing::StartsWith("“2026-02-30” isn't a day."));
+}
+
 TEST(ExampleHistory, IsNotMixedWithOnesOwn) {
     const Brindle brindle;
     const TempFolder tree;

@@ -85,7 +85,7 @@ TEST_F(ExitCodes, WrongUsageChangesNothing) {
         {{"changes", "--from", "today", "--to", "9999-12-31"}, "is still to come."},
         {{"changes", "--limit", "-1"}, "--limit"},
         {{"changes", other}, "isn't in any included location."},
-        {{"check", "--no-such-option"}, "--no-such-option"},
+        {{"check", "--no-such-option"}, "There is no option “--no-such-option”."},
         {{"check", folder.path() / "absent"}, "isn't there."},
         {{"check", ""}, ""},  // an unset variable of a script, and no word for the working folder
         {{"check", tree / "inner/a"}, "isn't a folder."},
@@ -98,8 +98,11 @@ TEST_F(ExitCodes, WrongUsageChangesNothing) {
         {{"remove", other}, "isn't an included location."},
         {{"remove", ""}, ""},
         {{"forget", tree}, "“tree” has a history, which is never deleted."},
-        {{}, ""},
-        {{"no-such-command"}, ""},
+        {{}, "Which command?"},
+        {{"--json"}, "Which command?"},
+        {{"--no-such-option"}, "There is no option “--no-such-option”."},
+        {{"no-such-command", "x"}, "There is no command “no-such-command”."},
+        {{"status", "x"}, "“x” is one argument too many."},
     };
     for (const auto& [arguments, sentence] : cases) {
         SCOPED_TRACE(testing::PrintToString(arguments));

@@ -1,9 +1,10 @@
-#include "e2e/Brindle.h"
+#include "e2e/Records.h"
 
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <regex>
 #include <sstream>
 #include <string_view>
 
@@ -12,8 +13,8 @@ namespace {
 
 using testing::HasSubstr;
 
-std::string manual(const std::string& program = "brindle") {
-    std::ifstream file(BRINDLE_MANUALS "/" + program + ".1");
+std::string manual(const std::string& page = "brindle.1") {
+    std::ifstream file(BRINDLE_MANUALS "/" + page);
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
@@ -48,6 +49,8 @@ TEST(Manual, HasASectionForEveryCommandAndTellsOfEveryOption) {
     for (const auto& command : commands) {
         const auto begin = text.find("\n.SS brindle " + command);
         ASSERT_NE(begin, text.npos) << command;
+        EXPECT_THAT(brindle.run({command, "--help"}).output, HasSubstr("\n  brindle " + command))
+            << "every command has an example";
         const auto section = text.substr(begin, text.find("\n.S", begin + 1) - begin);
         auto options = listed(brindle.run({command, "--help"}).output, "Options:");
         std::erase(options, "-h,--help");
@@ -57,7 +60,7 @@ TEST(Manual, HasASectionForEveryCommandAndTellsOfEveryOption) {
 
 TEST(Manual, TellsOfEveryOptionOfTheWindow) {
     if (std::string_view(BRINDLE_DESKTOP_PROGRAM).empty()) GTEST_SKIP() << "built without the window";
-    const std::string text = manual("brindle-desktop");
+    const std::string text = manual("brindle-desktop.1");
     const auto help = runProgram({.arguments = {BRINDLE_DESKTOP_PROGRAM, "--help"}, .environment = {}});
     EXPECT_EQ(help.exitCode, 0);
     const auto options = listed(help.output, "Options:");
@@ -66,10 +69,24 @@ TEST(Manual, TellsOfEveryOptionOfTheWindow) {
     for (const auto& option : options) EXPECT_THAT(text, HasSubstr(inManual(option)));
 }
 
+TEST(Manual, TellsOfEveryTableAndColumnOfTheHistory) {
+    const Brindle brindle;
+    ASSERT_EQ(brindle.run({"check", brindle.home()}).exitCode, 0);
+    const std::string text = manual("brindle-history.5");
+    const Records records(brindle);
+    EXPECT_THAT(text, HasSubstr("and is " + records.value("PRAGMA user_version") + " for this page"));
+    const auto names = records.rows(
+        "SELECT name FROM sqlite_master WHERE type = 'table' UNION SELECT column.name FROM sqlite_master, "
+        "pragma_table_info(sqlite_master.name) AS column WHERE type = 'table'");
+    EXPECT_GT(names.size(), 40U);
+    for (const auto& name : names)
+        EXPECT_TRUE(std::regex_search(text, std::regex("\\b" + name + "\\b"))) << name;
+}
+
 TEST(Manual, IsFormattedWithoutAWarning) {
     const auto result =
         runProgram({.arguments = {"groff", "-ww", "-man", "-Tutf8", "-z", BRINDLE_MANUALS "/brindle.1",
-                                  BRINDLE_MANUALS "/brindle-desktop.1"},
+                                  BRINDLE_MANUALS "/brindle-desktop.1", BRINDLE_MANUALS "/brindle-history.5"},
                     .environment = {"PATH=/usr/bin:/bin"}});
     if (result.exitCode == 127) GTEST_SKIP() << "there is no groff";
     EXPECT_EQ(result.exitCode, 0);

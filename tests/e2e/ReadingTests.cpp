@@ -152,6 +152,22 @@ TEST_F(Reading, TheDayIsToldInOneSentence) {
     EXPECT_FALSE(brindle.json({"day", "yesterday"}).contains("sentence"));
 }
 
+TEST_F(Reading, SpeaksTheLanguageOfTheUserButForFormats) {
+    const auto inGerman = [&](const Arguments& arguments) {
+        ProgramLaunch launch = brindle.launch(arguments);
+        launch.setVariable("LANGUAGE", "de");
+        return runProgram(launch).output;
+    };
+    EXPECT_THAT(inGerman({"day"}),
+                HasSubstr("\n5,4 kB kamen hinzu und 1,7 kB fielen weg, das meiste davon in photos.\n"));
+    EXPECT_THAT(inGerman({"changes", "--limit", "1"}),
+                AllOf(HasSubstr("  +5,0 kB  neu  "), HasSubstr("\n  … und 4 weitere; --page 2 zeigt")));
+    EXPECT_THAT(inGerman({"changes", "--help"}), AllOf(HasSubstr("Aufruf: brindle changes [OPTIONEN]"),
+                                                       Not(HasSubstr("Options")), Not(HasSubstr("only"))));
+    for (const Arguments& format : {Arguments{"changes", "--csv"}, {"day", "--csv"}, {"status", "--json"}})
+        EXPECT_EQ(inGerman(format), output(format));
+}
+
 TEST_F(Reading, WrongWordsAreToldInOneSentence) {
     const struct {
         Arguments arguments;

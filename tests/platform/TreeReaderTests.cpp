@@ -1,6 +1,8 @@
+#include "platform/linux/FolderLister.h"
 #include "platform/linux/TreeReader.h"
 #include "support/Program.h"
 #include "support/RandomTree.h"
+#include "support/Rounds.h"
 #include "support/TempFolder.h"
 #include "support/TestMounts.h"
 #include "support/Unprivileged.h"
@@ -59,6 +61,11 @@ Trace trace(const fs::path& root) {
     return trace(*makeTreeSource()->open(root));
 }
 
+/// Looks at nothing before its event is asked for.
+std::unique_ptr<TreeSource> stepByStep() {
+    return makeTreeSource(isDatalessHere, false);
+}
+
 class TreeReaderTest : public testing::Test {
 protected:
     TreeReaderTest() { fs::permissions(root, fs::perms(0755)); }
@@ -91,6 +98,30 @@ TEST_F(TreeReaderTest, TellsOfRandomTreesWhatFindTellsInTheOrderOfWholePaths) {
                                               status.links, status.inode));
         }
         EXPECT_EQ(told, decltype(told)(found.begin(), found.end())) << seed;
+    }
+}
+
+TEST_F(TreeReaderTest, WhatIsReadAheadIsWhatIsReadStepByStep) {
+    RandomTree tree(root / "tree", testSeed());
+    tree.change(150);
+    // Also what is skipped while it was read already, or is being read.
+    for (const int skipped : {0, 2, 3, 7}) {
+        const auto traceOf = [&](const std::unique_ptr<TreeSource>& trees) {
+            const auto reader = trees->open(tree.root());
+            int folders = 0;
+            return trace(*reader, [&](const std::string& event) {
+                if (event[0] == 'D' && skipped > 0 && ++folders % skipped == 0) reader->skip();
+            });
+        };
+        EXPECT_EQ(traceOf(makeTreeSource()), traceOf(stepByStep())) << skipped;
+    }
+}
+
+TEST_F(TreeReaderTest, AReadingMayBeGivenUpAnywhere) {
+    for (int n = 0; n < 200; ++n) writeFile(root / fmt::format("{}/{}/file", n % 20, n));
+    for (const int last : {0, 1, 40, 400}) {
+        const auto reader = makeTreeSource()->open(root);
+        for (int event = 0; event < last; ++event) ASSERT_NE(reader->next(), nullptr);
     }
 }
 
@@ -173,7 +204,7 @@ TEST_F(TreeReaderTest, ReadsDeeperThanPathsAndDescriptorsReach) {
     }
     rlimit before{};
     getrlimit(RLIMIT_NOFILE, &before);
-    const rlimit few{.rlim_cur = 40, .rlim_max = before.rlim_max};
+    const rlimit few{.rlim_cur = 100, .rlim_max = before.rlim_max};
     setrlimit(RLIMIT_NOFILE, &few);
     int files = 0;
     const auto reader = makeTreeSource()->open(root);
@@ -248,7 +279,7 @@ TEST_F(TreeReaderTest, WhatChangesBetweenTwoEventsIsTold) {
         const TempFolder tree;
         for (const auto* file : {"a", "b/x", "c"}) writeFile(tree.path() / file);
         const auto command = "cd '" + tree.path().native() + "' && " + change;
-        const auto reader = makeTreeSource()->open(tree.path());
+        const auto reader = stepByStep()->open(tree.path());
         auto events = trace(*reader, [&, when = std::string(after)](const std::string& event) {
             if (event == when) {
                 ASSERT_EQ(std::system(command.c_str()), 0);
@@ -265,7 +296,7 @@ TEST_F(TreeReaderTest, WhatIsLeftOfAFolderThatCannotBeFoundAgainIsUnreadable) {
     for (const auto& file : {innermost / "last", innermost.parent_path() / "z", root / "d/d/d/z", root / "z"})
         writeFile(file);
     const TempFolder elsewhere;
-    const auto reader = makeTreeSource()->open(root);
+    const auto reader = stepByStep()->open(root);
     auto events = trace(*reader, [&](const std::string& event) {
         if (event.find("last") != std::string::npos) fs::rename(root / "d/d/d/d", elsewhere.path() / "moved");
     });
@@ -285,7 +316,8 @@ protected:
     }
 
     [[nodiscard]] Trace traceWith(const ListingCall& call, const PathSet& elsewhere = {}) const {
-        LinuxTreeReader reader(root, isDatalessHere, call, elsewhere);
+        LinuxTreeReader reader(std::make_unique<FolderLister>(root, isDatalessHere, call, elsewhere),
+                               isDatalessHere);
         return trace(reader);
     }
 

@@ -42,22 +42,19 @@ std::vector<std::string> TempHistory::rows(const std::string& sql) const {
     return rowsOf(file(), sql);
 }
 
-std::vector<std::string> everythingIn(const std::string& file) {
-    std::vector<std::string> all;
-    for (const std::string& table : rowsOf(file,
-                                           "SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT "
-                                           "LIKE 'sqlite_%' ORDER BY name"))
-        for (const std::string& row : rowsOf(file, "SELECT * FROM " + table + " ORDER BY 1, 2"))
-            all.push_back(table + ": " + row);
-    return all;
+namespace {
+
+using Database = std::unique_ptr<sqlite3, decltype(&sqlite3_close)>;
+
+Database opened(const std::string& file) {
+    sqlite3* handle = nullptr;
+    const int code = sqlite3_open_v2(file.c_str(), &handle, SQLITE_OPEN_READWRITE, nullptr);
+    Database db(handle, sqlite3_close);
+    if (code != SQLITE_OK) throw std::runtime_error(file + " can't be opened");
+    return db;
 }
 
-std::vector<std::string> rowsOf(const std::string& file, const std::string& sql) {
-    sqlite3* opened = nullptr;
-    const int code = sqlite3_open_v2(file.c_str(), &opened, SQLITE_OPEN_READWRITE, nullptr);
-    const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> db(opened, sqlite3_close);
-    if (code != SQLITE_OK) throw std::runtime_error(file + " can't be opened");
-
+std::vector<std::string> rowsOf(sqlite3* db, const std::string& sql) {
     std::vector<std::string> rows;
     const auto keepRow = [](void* result, int columns, char** texts, char**) {
         std::string row;
@@ -66,9 +63,26 @@ std::vector<std::string> rowsOf(const std::string& file, const std::string& sql)
         static_cast<std::vector<std::string>*>(result)->push_back(std::move(row));
         return 0;
     };
-    if (sqlite3_exec(db.get(), sql.c_str(), keepRow, &rows, nullptr) != SQLITE_OK)
-        throw std::runtime_error(sqlite3_errmsg(db.get()));
+    if (sqlite3_exec(db, sql.c_str(), keepRow, &rows, nullptr) != SQLITE_OK)
+        throw std::runtime_error(sqlite3_errmsg(db));
     return rows;
+}
+
+}  // namespace
+
+std::vector<std::string> everythingIn(const std::string& file) {
+    const Database db = opened(file);
+    std::vector<std::string> all;
+    for (const std::string& table : rowsOf(db.get(),
+                                           "SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT "
+                                           "LIKE 'sqlite_%' ORDER BY name"))
+        for (const std::string& row : rowsOf(db.get(), "SELECT * FROM " + table + " ORDER BY 1, 2"))
+            all.push_back(table + ": " + row);
+    return all;
+}
+
+std::vector<std::string> rowsOf(const std::string& file, const std::string& sql) {
+    return rowsOf(opened(file).get(), sql);
 }
 
 Walk scriptedWalk(Files files, ScanReport report) {

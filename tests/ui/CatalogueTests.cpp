@@ -2,6 +2,8 @@
 #include "ui/Scene.h"
 
 #include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 namespace brindle {
 namespace {
@@ -36,6 +38,31 @@ TEST(Catalogue, HasTheTextsOfTheCoreAndOfTheWindow) {
                      "\"{} locations included\", 3)"),
               "3 lóçátíóñs íñçlúdéd lóñg lóñg");
 }
+
+struct Language {
+    const char* name;
+    std::vector<std::string> files;  // of 0, 1, 2, 3, 11 and 100
+};
+
+class CatalogueOf : public testing::TestWithParam<Language> {};
+
+TEST_P(CatalogueOf, CountsInItsOwnForms) {
+    const TestLanguage language(GetParam().name);
+    Scene scene;
+    std::vector<std::string> files;
+    for (const char* count : {"0", "1", "2", "3", "11", "100"})
+        files.push_back(
+            textOf(scene, QByteArray("Catalogue.translatedCount(\"{} file\", \"{} files\", ") + count + ")"));
+    EXPECT_EQ(files, GetParam().files);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Languages, CatalogueOf,
+    testing::Values(Language{"de",
+                             {"0 Dateien", "1 Datei", "2 Dateien", "3 Dateien", "11 Dateien", "100 Dateien"}},
+                    Language{"ar", {"٠ ملف", "ملف واحد", "ملفان", "٣ ملفات", "١١ ملفًا", "١٠٠ ملف"}},
+                    Language{"xx", {"0 files", "1 file", "2 files", "3 files", "11 files", "100 files"}}),
+    [](const auto& info) { return info.param.name; });
 
 }  // namespace
 }  // namespace brindle

@@ -10,14 +10,15 @@ namespace brindle {
 namespace {
 
 using namespace std::chrono_literals;
+using StartedBy = DesktopSurfaces::StartedBy;
 
 /// A start of the program, on a bus of its own.
 class Surfaces : public testing::Test {
 protected:
     /// `patience` for the tray, when the login starts the program.
-    void start(bool isAtLogin, std::chrono::milliseconds patience = 1h) {
+    void start(StartedBy startedBy, std::chrono::milliseconds patience = 1h) {
         settings.sessionBus = bus.connect();
-        settings.begin = [=](DesktopSurfaces& surfaces) { surfaces.begin(isAtLogin, {}, patience); };
+        settings.begin = [=](DesktopSurfaces& surfaces) { surfaces.begin(startedBy, {}, patience); };
         stage.emplace(settings);
     }
     [[nodiscard]] bool isMainWindowShown() { return stage->mainWindow().isVisible(); }
@@ -30,14 +31,14 @@ protected:
 
 TEST_F(Surfaces, AQuietLoginWaitsForTheTrayAndShowsTheWindowWhereThereIsNone) {
     settings.preferences.opensQuietlyAtLogin = true;
-    start(true, 600ms);
+    start(StartedBy::login, 600ms);
     EXPECT_FALSE(isMainWindowShown());
     EXPECT_TRUE(runUntil([&] { return isMainWindowShown(); }));
 }
 
 TEST_F(Surfaces, AQuietLoginStaysQuietWithATrayThatComesLater) {
     settings.preferences.opensQuietlyAtLogin = true;
-    start(true);
+    start(StartedBy::login);
     TrayWatcher watcher(bus.connect());
     watcher.setHost(true);
     EXPECT_TRUE(runUntil([&] { return isTrayItemShown(); }));
@@ -53,21 +54,21 @@ TEST_F(Surfaces, AQuietLoginStaysQuietWithATrayThatComesLater) {
 }
 
 TEST_F(Surfaces, EveryOtherStartShowsTheWindowAtOnce) {
-    start(true);
+    start(StartedBy::login);
     EXPECT_TRUE(isMainWindowShown()) << "the user did not ask for a quiet one";
     stage.reset();
     settings.preferences.opensQuietlyAtLogin = true;
-    start(false);
+    start(StartedBy::user);
     EXPECT_TRUE(isMainWindowShown()) << "by the user";
     stage.reset();
     settings.preferences.showsMenuBarItem = false;
-    start(true);
+    start(StartedBy::login);
     EXPECT_TRUE(isMainWindowShown()) << "there would be nothing else";
 }
 
 TEST_F(Surfaces, ClosingTheWindowTellsOnceHowToReachBrindle) {
     NoticeBoard board(bus.connect());
-    start(false);
+    start(StartedBy::user);
     stage->window().close();
     EXPECT_TRUE(runUntil([&] { return !board.notices.isEmpty(); }));
     EXPECT_TRUE(board.notices.front().startsWith("new: Brindle is still running: "));
@@ -82,7 +83,7 @@ TEST_F(Surfaces, ClosingTheWindowTellsOnceHowToReachBrindle) {
 
 TEST_F(Surfaces, NothingIsToldOfClosingWhereTheTrayShowsBrindleOrItEnds) {
     NoticeBoard board(bus.connect());
-    start(false);
+    start(StartedBy::user);
     stage->mainWindow().hide();
     stage->mainWindow().show();
     TrayWatcher watcher(bus.connect());

@@ -1,8 +1,10 @@
+#include "app/EventLoop.h"
 #include "ui/CutTexts.h"
 #include "ui/PseudoLocale.h"
 #include "ui/Stage.h"
 
 #include <QGuiApplication>
+#include <QRegularExpression>
 #include <gtest/gtest.h>
 #include <sstream>
 
@@ -27,6 +29,17 @@ std::string cutIn(Stage& stage) {
     return found;
 }
 
+/// The types of the pages that the item shows.
+std::vector<std::string> visiblePages(const QQuickItem* item) {
+    std::vector<std::string> found;
+    if (!item->isVisible()) return found;
+    const std::string type = QString(item->metaObject()->className()).section('_', 0, 0).toStdString();
+    if (type.ends_with("Page")) found.push_back(type);
+    for (const QQuickItem* child : item->childItems())
+        for (std::string& page : visiblePages(child)) found.push_back(std::move(page));
+    return found;
+}
+
 TEST(MainWindow, CutsNoTextWhereItIsSmallAndTheTextIsLargeAndLong) {
     const PseudoLocale locale;
     ASSERT_TRUE(locale.isMade());
@@ -41,6 +54,43 @@ TEST(MainWindow, CutsNoTextWhereItIsSmallAndTheTextIsLargeAndLong) {
         EXPECT_EQ(cutIn(stage), "") << rawText(page);
     }
 }
+
+/// The figures in European digits of the texts that are shown, but for those of names.
+QStringList europeanFigures(const QQuickItem& item) {
+    static const QRegularExpression names("\u2068[^\u2069]*\u2069?");
+    static const QRegularExpression figures("[0-9]+");
+    QStringList found;
+    if (!item.isVisible()) return found;
+    if (item.inherits("QQuickText")) {
+        const QString text = item.property("text").toString().remove(names);
+        if (text.contains(figures)) found << text;
+    }
+    for (const QQuickItem* child : item.childItems()) found += europeanFigures(*child);
+    return found;
+}
+
+class MainWindowIn : public testing::TestWithParam<const char*> {};
+
+TEST_P(MainWindowIn, CutsNoTextWhereTheWindowIsSmallAndTheTextIsLarge) {
+    const TestLanguage language(GetParam());
+    ASSERT_EQ(textLanguage(), GetParam());
+    StageSettings settings;
+    settings.preferences.textSize = TextSize::extraLarge;
+    Stage stage(settings);
+    stage.window().resize(960, 680);
+    for (const Destination page : pages) {
+        stage.model().selection()->setDestination(page);
+        stage.settle();
+        keep(stage, std::string(GetParam()) + "-" + std::string(rawText(page)));
+        EXPECT_EQ(cutIn(stage), "") << rawText(page);
+        if (QGuiApplication::isRightToLeft())
+            EXPECT_EQ(europeanFigures(*stage.window().contentItem()).join(" | ").toStdString(), "")
+                << rawText(page);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Languages, MainWindowIn, testing::Values("de", "ar"),
+                         [](const auto& info) { return std::string(info.param); });
 
 TEST(MainWindow, IsMirroredAsAWhole) {
     QGuiApplication::setLayoutDirection(Qt::RightToLeft);
@@ -58,6 +108,27 @@ TEST(MainWindow, IsMirroredAsAWhole) {
         }
     }
     QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+}
+
+TEST(MainWindow, ShowsAPageUntilTheNextIsMade) {
+    Stage stage;
+    const auto shown = [&] { return visiblePages(stage.window().contentItem()); };
+    using Names = std::vector<std::string>;
+    ASSERT_EQ(shown(), Names{"OverviewPage"});
+
+    Selection& selection = *stage.model().selection();
+    selection.setDestination(Destination::activity);
+    EXPECT_EQ(shown(), Names{"OverviewPage"}) << "nothing is waited for";
+    selection.setDestination(Destination::trends);
+    ASSERT_TRUE(runUntil([&] {
+        EXPECT_EQ(shown().size(), 1U);
+        return shown() == Names{"TrendsPage"};
+    }));
+
+    selection.setDestination(Destination::activity);
+    selection.setDestination(Destination::trends);
+    stage.settle();
+    EXPECT_EQ(shown(), Names{"TrendsPage"}) << "the user thought better of it";
 }
 
 TEST(MainWindow, RemembersItsSize) {

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "support/TempFolder.h"
+#include "ui/TestLanguage.h"
 
-#include <clocale>
 #include <cstdlib>
-#include <libintl.h>
+#include <optional>
 #include <string>
 
 namespace brindle {
@@ -16,17 +16,8 @@ public:
     PseudoLocale() {
         const std::string make = std::string(BRINDLE_PSEUDO_LOCALE) + " " + folder_.path().string();
         isMade_ = std::system(make.c_str()) == 0;
-        std::setlocale(LC_MESSAGES, "C.UTF-8");  // the plain C locale is never translated
-        ::setenv("LANGUAGE", "en_XA", 1);
-        ::bindtextdomain("brindle", folder_.path().c_str());
-        ::bind_textdomain_codeset("brindle", "UTF-8");
+        language_.emplace("en_XA", folder_.path().string());
     }
-    ~PseudoLocale() {
-        ::unsetenv("LANGUAGE");
-        std::setlocale(LC_MESSAGES, "C");
-    }
-    PseudoLocale(const PseudoLocale&) = delete;
-    PseudoLocale& operator=(const PseudoLocale&) = delete;
 
     /// False without the tools of gettext.
     [[nodiscard]] bool isMade() const { return isMade_; }
@@ -34,6 +25,7 @@ public:
 private:
     TempFolder folder_;
     bool isMade_ = false;
+    std::optional<TestLanguage> language_;
 };
 
 }  // namespace brindle

@@ -1,6 +1,7 @@
 // Renders every page and state of the window to pictures, to be looked at.
 
 #include "app/EventLoop.h"
+#include "model/Catalogues.h"
 #include "platform/TreeReader.h"
 #include "support/FakeTree.h"
 #include "support/HookedTree.h"
@@ -12,6 +13,7 @@
 #include <QQuickStyle>
 #include <atomic>
 #include <chrono>
+#include <clocale>
 #include <fmt/format.h>
 #include <span>
 #include <thread>
@@ -438,6 +440,8 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
     qputenv("HOME", "/home/ann");
+    std::setlocale(LC_ALL, "");
+    brindle::useCatalogues(BRINDLE_CATALOGUES);
     brindle::DesktopApplication application(argc, argv);
     try {
         return brindle::run(std::span(argv, static_cast<std::size_t>(argc)));

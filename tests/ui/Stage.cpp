@@ -6,6 +6,8 @@
 
 #include <QAccessible>
 #include <QElapsedTimer>
+#include <QQmlEngine>
+#include <QQmlIncubationController>
 #include <QQuickItem>
 #include <stdexcept>
 
@@ -79,7 +81,14 @@ Stage::~Stage() {
 void Stage::settle() {
     QElapsedTimer time;
     time.start();
-    while (time.elapsed() < 350) QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    const auto isMaking = [&] {
+        const QQuickWindow* window = mainWindow().window();
+        return window != nullptr && qmlEngine(window)->incubationController()->incubatingObjectCount() > 0;
+    };
+    while (time.elapsed() < 350) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        if (isMaking()) time.restart();
+    }
 }
 
 QQuickItem* Stage::named(const QString& accessibleName) {

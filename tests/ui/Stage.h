@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/AppModel.h"
+#include "model/Catalogues.h"
 #include "support/TempFolder.h"
 #include "ui/DesktopSurfaces.h"
 
@@ -26,7 +27,7 @@ struct StageSettings {
     };
     QDBusConnection sessionBus{"no bus"};
     UnixTime now = 1'772'884'800;  // 2026-03-07 12:00 UTC
-    Calendar calendar{"en_US", "UTC"};
+    Calendar calendar{textLanguage() == "en" ? "en_US" : textLanguage(), "UTC"};
 };
 
 /// The program's windows with everything behind them, at a time and on a history that the test chooses.

@@ -29,8 +29,15 @@ void DesktopProgram::requestQuit() {
     model_->shutDown();
 }
 
-void DesktopProgram::perform(const QString& action) {
-    if (action == "check-now") model_->checkNow();
+void DesktopProgram::perform(const QString& action, const QString& activationToken) {
+    if (action == "check-now") {
+        if (model_->isOpeningHistory())
+            connect(&model_->session(), &HistorySession::opened, model_.get(), &AppModel::checkNow,
+                    Qt::SingleShotConnection);
+        else
+            model_->checkNow();
+        Q_EMIT showWindowRequested(activationToken);
+    }
     if (action == "mini-window") model_->setMiniWindowOpen(true);
     if (action == "quit") requestQuit();
 }

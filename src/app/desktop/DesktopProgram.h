@@ -27,6 +27,10 @@ public:
     /// ends at once.
     void requestQuit();
 
+    /// "check-now", "mini-window" or "quit"; any other is passed over. A check, which begins as soon as the
+    /// history is open, is shown in the window. The token may be empty.
+    void perform(const QString& action, const QString& activationToken);
+
 Q_SIGNALS:
     /// A later start, or the desktop, wants the window. The token may be empty.
     void showWindowRequested(const QString& activationToken);
@@ -35,8 +39,6 @@ Q_SIGNALS:
     void ended();
 
 private:
-    void perform(const QString& action);
-
     std::unique_ptr<AppModel> model_;
     SingleInstance& instance_;
     SystemEvents events_;

@@ -17,14 +17,21 @@ constexpr auto x11Token = "desktop-startup-id";
 
 constexpr std::chrono::milliseconds betweenTries{50};
 
-QDBusMessage activation(const QString& token) {
+QDBusMessage request(const QString& token, const QString& action) {
     QVariantMap platformData;
     if (!token.isEmpty()) platformData = {{waylandToken, token}, {x11Token, token}};
-    auto message = QDBusMessage::createMethodCall(serviceName, objectPath, interfaceName, "Activate");
+    const char* const method = action.isEmpty() ? "Activate" : "ActivateAction";
+    auto message = QDBusMessage::createMethodCall(serviceName, objectPath, interfaceName, method);
     // The program is there or it is not: the bus is not to start it.
     message.setAutoStartService(false);
+    if (!action.isEmpty()) message << action << QVariantList();
     message << platformData;
     return message;
+}
+
+QString tokenIn(const QVariantMap& platformData) {
+    const QString token = platformData.value(waylandToken).toString();
+    return token.isEmpty() ? platformData.value(x11Token).toString() : token;
 }
 
 }  // namespace
@@ -36,12 +43,12 @@ SingleInstance::~SingleInstance() {
     if (isFirst_) bus_.unregisterService(serviceName);
 }
 
-SingleInstance::Start SingleInstance::begin(const QString& activationToken,
+SingleInstance::Start SingleInstance::begin(const QString& activationToken, const QString& action,
                                             std::chrono::milliseconds patience) {
     const QDeadlineTimer deadline(patience);
     while (!takeName()) {
         const auto remaining = static_cast<int>(deadline.remainingTime());
-        if (bus_.call(activation(activationToken), QDBus::Block, remaining).type() ==
+        if (bus_.call(request(activationToken, action), QDBus::Block, remaining).type() ==
             QDBusMessage::ReplyMessage)
             return Start::elsewhere;
         if (deadline.hasExpired()) return Start::noAnswer;
@@ -55,12 +62,12 @@ void SingleInstance::quit() {
 }
 
 void SingleInstance::Activate(const QVariantMap& platformData) {
-    const QString token = platformData.value(waylandToken).toString();
-    Q_EMIT showWindowRequested(token.isEmpty() ? platformData.value(x11Token).toString() : token);
+    Q_EMIT showWindowRequested(tokenIn(platformData));
 }
 
-void SingleInstance::ActivateAction(const QString& action, const QVariantList&, const QVariantMap&) {
-    Q_EMIT actionRequested(action);
+void SingleInstance::ActivateAction(const QString& action, const QVariantList&,
+                                    const QVariantMap& platformData) {
+    Q_EMIT actionRequested(action, tokenIn(platformData));
 }
 
 /// Of two programs that start at once the bus lets one have the name. True also when no bus is there.

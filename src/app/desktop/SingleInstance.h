@@ -28,8 +28,9 @@ public:
 
     /// Waits, for `patience` at most, for the answer of another program; one that is quitting is waited for,
     /// so that a start just after a quit succeeds. `activationToken`: what the launcher gave this start to
-    /// raise a window with, or nothing.
-    [[nodiscard]] Start begin(const QString& activationToken,
+    /// raise a window with, or nothing. `action`: what the other program is to do instead of showing its
+    /// window, as ActivateAction() takes it, or nothing.
+    [[nodiscard]] Start begin(const QString& activationToken, const QString& action = {},
                               std::chrono::milliseconds patience = std::chrono::seconds(15));
 
     /// From here on a later start waits for the end of this one.
@@ -45,7 +46,7 @@ public Q_SLOTS:
 Q_SIGNALS:
     /// A later start, or the desktop, wants the window. The token may be empty.
     void showWindowRequested(const QString& activationToken);
-    void actionRequested(const QString& action);
+    void actionRequested(const QString& action, const QString& activationToken);
 
 private:
     [[nodiscard]] bool takeName();

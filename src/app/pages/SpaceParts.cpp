@@ -30,8 +30,8 @@ QVariantList spaceParts(const UsedSpaceBreakdown& breakdown, const VolumeReading
             breakdown.notVisible);
     if (breakdown.otherVolumes > 0)
         add("otherVolumes", translated("Other volumes"),
-            translated(drive.mountPath == "/" ? platformText::otherVolumesOfStartup
-                                              : "Other volumes that share this drive."),
+            drive.mountPath == "/" ? translated(platformText::otherVolumesOfStartup)
+                                   : translated("Other volumes that share this drive."),
             breakdown.otherVolumes);
     return parts;
 }

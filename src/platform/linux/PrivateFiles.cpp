@@ -91,4 +91,15 @@ void replaceFile(const std::string& from, const std::string& to) {
     syncFolderOf(to);
 }
 
+void placeFile(const std::string& from, const std::string& to) {
+    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) != 0) {
+        if (errno != EINVAL) fail(errno, from + " to " + to);
+        // A file system that cannot look and rename in one step.
+        struct stat status {};
+        if (::lstat(to.c_str(), &status) == 0) fail(EEXIST, from + " to " + to);
+        return replaceFile(from, to);
+    }
+    syncFolderOf(to);
+}
+
 }  // namespace brindle

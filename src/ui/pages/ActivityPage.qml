@@ -14,11 +14,12 @@ FocusScope {
     readonly property bool isLow: height - top.implicitHeight - pager.height < Theme.scaled(280)
 
     function focusSearch() {
-        if (root.explorer.takeSearchFocus())
+        if (root.visible && root.explorer.takeSearchFocus())
             toolbar.focusSearch();
     }
 
     Component.onCompleted: root.focusSearch()
+    onVisibleChanged: root.focusSearch()
     Keys.onUpPressed: event => {
         event.accepted = (event.modifiers & Qt.AltModifier) && root.explorer.canGoUp;
         if (event.accepted)

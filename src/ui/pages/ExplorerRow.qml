@@ -63,12 +63,15 @@ ListRow {
             Accessible.ignored: true
         }
     }
-    ProportionBar {
-        addedShare: root.addedShare
-        freedShare: root.freedShare
-        isEstimated: root.isEstimated
-        isAnimated: false
+    Loader {
+        active: root.isFolder
         visible: root.isFolder
+        sourceComponent: ProportionBar {
+            addedShare: root.addedShare
+            freedShare: root.freedShare
+            isEstimated: root.isEstimated
+            isAnimated: false
+        }
         Layout.preferredWidth: Theme.scaled(root.isNarrow ? 72 : 160)
     }
     Text {

@@ -45,6 +45,7 @@ ListView {
 
     model: root.explorer.rows
     clip: true
+    cacheBuffer: 0
     activeFocusOnTab: true
     boundsBehavior: Flickable.StopAtBounds
     highlightMoveDuration: 0

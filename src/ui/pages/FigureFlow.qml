@@ -53,7 +53,7 @@ Flow {
             Text {
                 anchors.left: parent.left
                 visible: entry.before !== ""
-                text: Catalogue.translated("before: ") + entry.before
+                text: Catalogue.translated("before: {}").replace("{}", entry.before)
                 horizontalAlignment: Text.AlignLeft
                 font: Theme.caption
                 color: Theme.textSecondary

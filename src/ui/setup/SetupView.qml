@@ -50,6 +50,10 @@ FocusScope {
             later.restart();
     }
     Component.onCompleted: root.forceActiveFocus()
+    onVisibleChanged: {
+        if (root.visible)
+            root.forceActiveFocus();
+    }
     Keys.onReturnPressed: event => event.isAutoRepeat || root.model.goOn()
     Keys.onEnterPressed: event => event.isAutoRepeat || root.model.goOn()
     Keys.onEscapePressed: event => {

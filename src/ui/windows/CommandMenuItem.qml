@@ -33,7 +33,8 @@ MenuItem {
             Layout.fillWidth: true
         }
         Text {
-            text: root.shortcutText
+            // The key as keyboards name it.
+            text: root.shortcutText.replace("Ctrl+", Catalogue.translated("Ctrl+"))
             horizontalAlignment: Text.AlignLeft
             visible: text.length > 0
             font: Theme.caption

@@ -46,7 +46,7 @@ CommandMenu {
                 required property string modelData
                 required property int index
                 text: modelData
-                shortcutText: Catalogue.translated("Ctrl+") + (index + 1)
+                shortcutText: "Ctrl+" + (index + 1)
                 enabled: root.model.hasPages
                 onTriggered: root.model.page = index
             }

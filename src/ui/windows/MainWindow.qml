@@ -80,15 +80,12 @@ Window {
                 onClicked: root.model.dismissNote()
             }
         }
-        Loader {
-            id: screen
-            sourceComponent: root.model.screen === WindowModel.Pages ? pageOf(root.model.page) : root.model.screen === WindowModel.Unavailable ? unavailable : root.model.screen === WindowModel.FirstRun ? firstRun : null
+        ScreenSwitch {
+            // The pages in the order of the navigation.
+            screens: [overviewPage, activityPage, storageHistoryPage, trendsPage, drivesPage, unavailable, firstRun]
+            wanted: root.model.screen === WindowModel.Pages ? screens[root.model.page] : root.model.screen === WindowModel.Unavailable ? unavailable : root.model.screen === WindowModel.FirstRun ? firstRun : null
             Layout.fillWidth: true
             Layout.fillHeight: true
-
-            function pageOf(page: int): Component {
-                return [overviewPage, activityPage, storageHistoryPage, trendsPage, drivesPage][page];
-            }
         }
         StatusBar {
             model: root.model
