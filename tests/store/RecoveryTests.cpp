@@ -207,6 +207,8 @@ TEST_F(DamagedHistory, LosesTheRowsOfADamagedPageAtMost) {
         ASSERT_EQ(lostFrom(recovered), lostBehind);
     }
     EXPECT_EQ(history.store().loadLocations().get().size(), 0U);
+    const auto damages = static_cast<int>(pages()) * (testRounds(2) + 2);
+    reportRounds(damages, damages);
 }
 
 }  // namespace
