@@ -6,10 +6,16 @@
 #include "store/SQLiteError.h"
 
 #include <fmt/format.h>
+#include <new>
 #include <system_error>
 
 namespace brindle {
 namespace {
+
+std::string unusable(const std::string& directory, const std::string& why) {
+    return fmt::format(fmt::runtime(translated("The storage history in “{0}” can't be used ({1}).")),
+                       fileNameText(directory), why);
+}
 
 std::string databaseSentence(const SQLiteError& error, const std::string& directory) {
     const auto about = [&](const char* text) {
@@ -26,7 +32,7 @@ std::string databaseSentence(const SQLiteError& error, const std::string& direct
             translated("Another program is writing to the storage history in “{0}”. Try again later."));
     if (error.isReadOnly())
         return about(translated("The storage history in “{0}” can't be opened or written ({1})."));
-    return about(translated("The storage history in “{0}” can't be used ({1})."));
+    return unusable(directory, error.message());
 }
 
 }  // namespace
@@ -37,6 +43,8 @@ std::string failureSentence(const std::exception& error, const std::string& dire
     if (dynamic_cast<const std::system_error*>(&error) != nullptr)
         return fmt::format(fmt::runtime(translated("The storage history in “{0}” can't be kept ({1}).")),
                            fileNameText(directory), fileNameText(error.what()));
+    if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr)  // in the words that SQLite has for it
+        return unusable(directory, "out of memory");
     return error.what();
 }
 

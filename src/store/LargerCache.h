@@ -1,8 +1,8 @@
 #pragma once
 
 #include "store/SQLiteConnection.h"
-#include "store/SQLiteError.h"
 
+#include <exception>
 #include <fmt/format.h>
 
 namespace brindle {
@@ -18,7 +18,7 @@ public:
     ~LargerCache() {
         try {
             set(before_);
-        } catch (const SQLiteError&) {  // NOLINT(bugprone-empty-catch): it is only larger than it need be
+        } catch (const std::exception&) {  // NOLINT(bugprone-empty-catch): it is only larger than it need be
         }
     }
     LargerCache(const LargerCache&) = delete;

@@ -33,6 +33,7 @@ SQLiteConnection::SQLiteConnection(std::string path, Access access) : path_(std:
     handle_.reset(opened, sqlite3_close_v2);
     if (opened == nullptr) throw SQLiteError(code, "Couldn't open the database");
     if (code != SQLITE_OK) throw SQLiteError(code, sqlite3_errmsg(opened));
+    sqlite3_extended_result_codes(opened, 1);
     setPatience(usualPatience);
 }
 

@@ -14,7 +14,8 @@ bool SQLiteError::isDamage() const {
     return primaryCode() == SQLITE_CORRUPT || primaryCode() == SQLITE_NOTADB;
 }
 bool SQLiteError::isFull() const {
-    return primaryCode() == SQLITE_FULL;
+    // The index of the log is all that a history needs room for while it is only read.
+    return primaryCode() == SQLITE_FULL || code_ == SQLITE_IOERR_SHMSIZE;
 }
 bool SQLiteError::isLocked() const {
     return primaryCode() == SQLITE_BUSY || primaryCode() == SQLITE_LOCKED;

@@ -1,11 +1,14 @@
-#include "e2e/Brindle.h"
+#include "e2e/Records.h"
+#include "e2e/SystemCalls.h"
+#include "support/TestMounts.h"
 
+#include <algorithm>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <map>
-#include <regex>
-#include <set>
 #include <string>
+#include <sys/stat.h>
 #include <vector>
 
 namespace brindle {
@@ -55,46 +58,116 @@ TEST_F(Private, NobodyElseMayReadTheHistoryWhateverTheUmask) {
         EXPECT_EQ(rights, name == "." ? fs::perms(0700) : fs::perms(0600)) << name;
 }
 
-/// The calls that take paths and change nothing, by name; opening a file is judged by its flags.
-const std::set<std::string> readingCalls{"execve",    "access",    "faccessat",  "faccessat2", "stat",
-                                         "lstat",     "statx",     "newfstatat", "statfs",     "open",
-                                         "openat",    "openat2",   "getcwd",     "readlink",   "getxattr",
-                                         "lgetxattr", "readlinkat"};
-
-TEST_F(Private, ACheckOpensNoFileOfTheLocationAndNoConnectionAndWritesNowhereElse) {
-    const fs::path trace = folder.path() / "trace";
-    for (const std::vector<std::string>& arguments : {std::vector<std::string>{"check", tree}, {"check"}}) {
+TEST_F(Private, SettingsAreTheirOwnersAloneAndAStatementFollowsTheUmask) {
+    ASSERT_EQ(brindle.run({"check", tree}).exitCode, 0);
+    writeFile(tree / "new", 10);
+    ASSERT_EQ(brindle.run({"check"}).exitCode, 0);
+    const fs::path statement = folder.path() / "statement.csv";
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"estimates", "on"}, {"export", "-o", statement}}) {
         ProgramLaunch launch = brindle.launch(arguments);
-        launch.setVariable("ASAN_OPTIONS", "detect_leaks=0");  // whose search would be a second tracer
-        const std::vector<std::string> strace{
-            "strace", "-f", "-y", "-s", "4096", "-e", "trace=%file,%network", "-o", trace};
-        launch.arguments.insert(launch.arguments.begin(), strace.begin(), strace.end());
-        const auto result = runProgram(launch);
-        if (result.exitCode == 127 || !fs::exists(trace) || fs::file_size(trace) == 0)
-            GTEST_SKIP() << "there is no strace, or it may not trace: " << result.error;
-        ASSERT_EQ(result.exitCode, 0) << result.error;
-
-        // "NUMBER NAME(ARGUMENTS": a call that another thread's interrupts has its arguments in the first
-        // half.
-        const std::regex begin(R"(^\d+ +(\w+)\()");
-        const std::regex writing("O_WRONLY|O_RDWR|O_CREAT|O_TRUNC");
-        int opened = 0;
-        std::ifstream lines(trace);
-        std::smatch call;
-        for (std::string line; std::getline(lines, line);) {
-            if (!std::regex_search(line, call, begin)) continue;
-            const auto isAbout = [&line](const std::string& path) { return line.find(path) != line.npos; };
-            // A thread is named by writing to a file of the process itself.
-            const bool isOwn = isAbout(brindle.dataDirectory().native()) || isAbout("\"/proc/self/");
-            EXPECT_TRUE(isOwn || (readingCalls.contains(call[1]) && !std::regex_search(line, writing)))
-                << line;
-            if (call[1].str().starts_with("open") && isAbout(tree.native())) {
-                EXPECT_TRUE(isAbout("O_DIRECTORY") || isAbout("O_PATH")) << line;
-                ++opened;
-            }
-        }
-        EXPECT_GE(opened, 6) << "the test sees the walk";
+        launch.umask = 0;
+        EXPECT_EQ(runProgram(launch).exitCode, 0);
     }
+    for (const auto& [name, rights] : rightsIn(brindle.settingsFile().parent_path()))
+        EXPECT_EQ(rights, name == "." ? fs::perms(0700) : fs::perms(0600)) << name;
+    EXPECT_EQ(fs::status(statement).permissions(), fs::perms(0666));
+}
+
+TEST_F(Private, LinksPlantedAmongItsFilesLeadNowhere) {
+    ASSERT_EQ(brindle.run({"check", tree}).exitCode, 0);
+    const auto before = Records(brindle).everything();
+    const fs::path victim = folder.path() / "victim";
+    const auto contents = [&] {
+        std::ifstream file(victim);
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    };
+    std::ofstream(victim) << "mine";
+    for (const std::string name : {"History.sqlite", "History.sqlite-wal", "History.sqlite-shm",
+                                   "History.sqlite-journal", "check.lock"}) {
+        SCOPED_TRACE(name);
+        const fs::path planted = brindle.dataDirectory() / name;
+        const fs::path aside = folder.path() / "aside";
+        if (fs::exists(planted)) fs::rename(planted, aside);
+        fs::create_symlink(victim, planted);
+        const auto result = brindle.run({"check"});
+        EXPECT_EQ(result.exitCode, 3);
+        EXPECT_EQ(std::ranges::count(result.error, '\n'), 1) << result.error;
+        EXPECT_EQ(contents(), "mine");
+        fs::remove(planted);
+        if (fs::exists(aside)) fs::rename(aside, planted);
+        EXPECT_EQ(Records(brindle).everything(), before);
+    }
+    ASSERT_EQ(brindle.run({"check"}).exitCode, 0);
+}
+
+TEST_F(Private, NoCommandOpensAFileOfTheLocationOrAConnectionOrWritesElsewhere) {
+    const fs::path trace = folder.path() / "trace";
+    const fs::path statement = folder.path() / "statement.csv";
+    const fs::path other = folder.path() / "other";
+    writeFile(other / "a", 10);
+    const auto expectPrivateRun = [&](const std::vector<std::string>& arguments) {
+        SCOPED_TRACE(testing::PrintToString(arguments));
+        const auto result = runProgram(SystemCalls::traced(brindle.launch(arguments), trace));
+        EXPECT_LE(result.exitCode, 1) << result.error;
+        return expectPrivate(SystemCalls::in(trace), tree,
+                             {brindle.dataDirectory(), brindle.settingsFile().parent_path().parent_path(),
+                              statement, ".statement.csv."});
+    };
+    static_cast<void>(runProgram(SystemCalls::traced(brindle.launch({"--version"}), trace)));
+    if (SystemCalls::in(trace).empty()) GTEST_SKIP() << "there is no strace, or it may not trace";
+
+    EXPECT_GE(expectPrivateRun({"check", tree}), 6) << "the test sees the walk";
+    // More than is compared in memory.
+    for (int i = 0; i < 6000; ++i)
+        fs::create_hard_link(tree / "0/0", tree / "0" / (std::string(120, 'x') + std::to_string(i)));
+    EXPECT_GE(expectPrivateRun({"check"}), 6);
+    EXPECT_TRUE(std::ranges::any_of(SystemCalls::in(trace), [&](const SystemCalls::Call& call) {
+        return call.isAbout(brindle.dataDirectory() / "etilqs_");
+    })) << "SQLite needed no temporary file";
+    const std::vector<std::vector<std::string>> commands = {{"estimates", "on"}, {"check"},
+                                                            {"status"},          {"locations"},
+                                                            {"drives"},          {"day"},
+                                                            {"changes"},         {"grew"},
+                                                            {"trends", "week"},  {"export", "-o", statement},
+                                                            {"include", other},  {"remove", other}};
+    for (const auto& command : commands) expectPrivateRun(command);
+}
+
+TEST_F(Private, ACheckLeavesTheTimesOfAccessAsTheyWere) {
+    SKIP_UNLESS_MOUNTS_WORK();
+    const fs::path image = folder.path() / "image";
+    const fs::path drive = folder.path() / "drive";
+    fs::create_directory(drive);
+    if (!makeImage(image, "ext4")) GTEST_SKIP() << "there is no mkfs.ext4";
+    const auto mount = TestMount::image(image, drive, "loop,strictatime");
+    for (int i = 0; i < 20; ++i) writeFile(drive / std::to_string(i % 4) / std::to_string(i), 10);
+    const auto times = [&] {
+        std::map<std::string, std::int64_t> found;
+        for (const auto& entry : fs::recursive_directory_iterator(drive)) {
+            struct stat status {};
+            ::lstat(entry.path().c_str(), &status);
+            if (entry.is_regular_file())
+                found[entry.path()] = status.st_atim.tv_sec * 1'000'000'000 + status.st_atim.tv_nsec;
+        }
+        return found;
+    };
+    const auto folderTime = [&] {
+        struct stat status {};
+        ::lstat((drive / "1").c_str(), &status);
+        return status.st_atim.tv_sec * 1'000'000'000 + status.st_atim.tv_nsec;
+    };
+    const auto before = times();
+    const auto folderBefore = folderTime();
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"estimates", "on"}, {"check", drive}, {"check"}})
+        ASSERT_EQ(brindle.run(arguments).exitCode, 0);
+    EXPECT_EQ(folderTime(), folderBefore);
+    EXPECT_EQ(times(), before);
+
+    std::string word;
+    std::ifstream(drive / "0/0") >> word;
+    EXPECT_NE(times(), before) << "the drive keeps no such times";
 }
 
 }  // namespace

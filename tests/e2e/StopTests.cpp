@@ -131,13 +131,16 @@ TEST_F(Stop, AtAnyMomentIsAllOrNothingAndSoIsAKill) {
     const auto start = steady_clock::now();
     ASSERT_EQ(startCheck({tree}).wait().exitCode, 0);
     const auto usualTime = static_cast<std::uint64_t>((steady_clock::now() - start).count());
-    for (int round = 0; round < testRounds(24); ++round) {
+    const int rounds = testRounds(24);
+    int faults = 0;
+    for (int round = 0; round < rounds; ++round) {
         const int signal = round % 2 == 0 ? SIGTERM : SIGKILL;
         fs::remove_all(brindle.dataDirectory());
         RunningProgram check = startCheck({tree});
         std::this_thread::sleep_for(steady_clock::duration(random() % usualTime));
         check.signal(signal);
         const int exitCode = check.wait().exitCode;
+        faults += exitCode != 0 ? 1 : 0;
         // It is ended by the signal before it listens and after its work.
         EXPECT_THAT(exitCode, testing::AnyOf(0, 130, -signal));
         const Records records(brindle);
@@ -147,6 +150,7 @@ TEST_F(Stop, AtAnyMomentIsAllOrNothingAndSoIsAKill) {
         EXPECT_TRUE(isWhole ? exitCode != 130 : exitCode != 0) << exitCode;
         EXPECT_THAT(records.value("PRAGMA integrity_check"), testing::AnyOf("ok", ""));
     }
+    reportRounds(rounds, faults);
     EXPECT_EQ(startCheck({tree}).wait().exitCode, 0);
     EXPECT_TRUE(isWholeBaseline(Records(brindle)));
 }

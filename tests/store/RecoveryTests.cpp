@@ -211,6 +211,8 @@ TEST_F(DamagedHistory, LosesTheRowsOfADamagedPageAtMost) {
         ASSERT_EQ(lostFrom(recovered), lostBehind);
     }
     EXPECT_EQ(history.store().loadLocations().get().size(), 0U);
+    const auto damages = static_cast<int>(pages()) * (testRounds(2) + 2);
+    reportRounds(damages, damages);
 }
 
 // Fails or kills the process at the n-th call to the disk. Everything can be done again afterwards.
