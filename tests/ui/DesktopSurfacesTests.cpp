@@ -95,7 +95,7 @@ TEST_F(Surfaces, ANoticeAboutTheHistoryLeadsToThePageThatExplainsIt) {
         history.close();
         std::filesystem::copy(history.directory(), data);
     };
-    start(false);
+    start(StartedBy::user);
     stage->model().checkNow();
     ASSERT_TRUE(runUntil([&] { return !board.notices.isEmpty(); }));
     EXPECT_TRUE(board.notices.front().startsWith("new: “home” can't be found: It was last checked on "));
