@@ -76,6 +76,13 @@ Scene exampleScene() {
     add("activity-week", activity([](ExplorerState&) {}));
     add("activity-files", activity([](ExplorerState& state) { state.mode = ExplorerMode::files; }));
     add("activity-search", activity([](ExplorerState& state) { state.search = "re"; }));
+    add("activity-moves", activity([](ExplorerState& state) {
+            state.mode = ExplorerMode::files;
+            state.search = "Deliver";
+        }));
+    add("activity-moved-folders", activity([](ExplorerState& state) {
+            state.folder = FolderRef{{"example.studio-ssd"}, {"Archive"}};
+        }));
     add("activity-nothing-found", activity([](ExplorerState& state) { state.search = "no such name"; }));
     add("trends-month", trends(TrendRange::month));
     add("trends-quarter", trends(TrendRange::quarter));

@@ -118,11 +118,13 @@ ExplorerRow ExplorerRowMaker::row(const FileChange& change) {
         .folder = {change.locationID, change.folder}};
     row.isEstimated = change.source == ChangeSource::estimated;
     row.name = text(name);
-    row.description = join(timeText(change), placeText(change));
+    const auto move = row.isEstimated ? std::nullopt : moves_.moveOf(change);
+    // A row has no room for both places; the hint has them.
+    row.description = join(timeText(change), move ? QString() : placeText(change));
     row.verb = actionText(change.action);
     setAmounts(row, pathText(shownLocationName(locations_, change.locationID), change.folder, name),
                std::max<std::int64_t>(change.byteDelta, 0), std::max<std::int64_t>(-change.byteDelta, 0));
-    if (!row.isEstimated) tellMove(row, moves_.moveOf(change));
+    tellMove(row, move);
     row.spoken = spokenOf(row);
     return row;
 }

@@ -25,7 +25,7 @@ struct ExplorerRow {
     bool isFolder = false;
     bool isEstimated = false;
     QString name;
-    QString description;  // "1,204 files"; "2:05 PM · Footage/Raw · Likely moved to Archive/Raw"
+    QString description;  // "1,204 files"; "2:05 PM · Footage/Raw"; "2:05 PM · Likely moved to Raw"
     QString verb;         // of a file: "Grew"
     QString added;
     QString freed;
