@@ -6,31 +6,10 @@
 #include <cstdlib>
 #include <fmt/format.h>
 
+#include "ScriptedWalk.h"
+
 namespace brindle {
 namespace {
-
-constexpr std::int64_t filesInAFolder = 12;
-
-/// So many files in byte order, with paths of about 100 bytes.
-Walk scriptedFiles(std::int64_t rows) {
-    return [rows](const EntrySink& sink) {
-        ScanReport report{.filesSeen = rows};
-        std::vector<ScanEntry> batch;
-        batch.reserve(scanBatchLimit);
-        for (std::int64_t i = 0; i < rows; ++i) {
-            batch.push_back({fmt::format("Documents of the year/Projects and more/folder {:08}/"
-                                         "some file with an ordinary name {:04}.dat",
-                                         i / filesInAFolder, i % filesInAFolder),
-                             i % 10'007, 0});
-            report.totalBytes += batch.back().size;
-            if (batch.size() < scanBatchLimit) continue;
-            sink(batch);
-            batch.clear();
-        }
-        if (!batch.empty()) sink(batch);
-        return report;
-    };
-}
 
 LocationRecord location(HistoryStore& store) {
     if (auto records = store.loadLocations().get(); !records.empty()) return records.front();

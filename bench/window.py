@@ -8,6 +8,10 @@ import subprocess
 import sys
 import time
 
+from measuring import BENCH, BRINDLE, PROGRAMS
+
+DESKTOP = PROGRAMS / "src/ui/brindle-desktop"
+
 # A window that answers later than a screen is drawn is felt to stand still.
 LONGEST_HANDLER_MS = 16
 
@@ -54,20 +58,19 @@ def peak_memory(pid):
         return next(int(line.split()[1]) for line in status if line.startswith("VmHWM")) / 1000
 
 
-def measure_window(programs, tree, changes, scratch):
+def measure_window(tree, changes, scratch):
     """With a day of many changes, before, during and after a check of the tree."""
-    brindle, window_program = programs / "src/cli/brindle", programs / "src/ui/brindle-desktop"
     data, home, times = scratch / "window", scratch / "home", scratch / "times"
     for seen in (changes, 0):
-        subprocess.run([programs / "bench/brindle_scripted_check", data, str(seen)], check=True)
-    subprocess.run([brindle, "--data-dir", data, "include", tree], check=True, stdout=subprocess.DEVNULL)
+        subprocess.run([BENCH / "brindle_scripted_check", data, str(seen)], check=True)
+    subprocess.run([BRINDLE, "--data-dir", data, "include", tree], check=True, stdout=subprocess.DEVNULL)
     preferences = home / ".config/Brindle/preferences.json"
     preferences.parent.mkdir(parents=True)
     home.chmod(0o700)
     preferences.write_text('{"startupSetupCompleted": true}')
 
     def is_checked():
-        status = subprocess.run([brindle, "--data-dir", data, "status", "--json"],
+        status = subprocess.run([BRINDLE, "--data-dir", data, "status", "--json"],
                                 check=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
         known = json.loads(status.stdout)
         return (not known["otherProgramIsChecking"]
@@ -76,7 +79,7 @@ def measure_window(programs, tree, changes, scratch):
     with desktop(home) as environment:
         environment["BRINDLE_HANDLER_TIMES"] = str(times)
         begin = time.monotonic()
-        with process([window_program, "-BrindleDataDirectory", data], env=environment) as window:
+        with process([DESKTOP, "-BrindleDataDirectory", data], env=environment) as window:
             subprocess.run(["xdotool", "search", "--sync", "--onlyvisible", "--name", "^Brindle$"], env=environment,
                            check=True, stdout=subprocess.DEVNULL, timeout=60)
             until_seen = time.monotonic() - begin

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Holds docs/ARCHITECTURE.md's table and picture of the layers against the CMake lists, and the documents' links
+"""Holds docs/ARCHITECTURE.md's table and picture of the layers against the CMake lists, and what documents name
 against the files."""
 import re
 
@@ -52,6 +52,14 @@ def link_findings(top, file, text):
                 yield file, number, f"the link to {target} leads nowhere: mend or remove it"
 
 
+def source_findings(top, file, text):
+    """Tests and benchmarks that a document names by their path."""
+    for number, line in enumerate(text.splitlines(), 1):
+        for path in re.findall(r"`((?:tests|bench)/[\w/.]+\.\w+)`", line):
+            if not (top / path).exists():
+                yield file, number, f"there is no {path}: mend or remove it"
+
+
 def main():
     top = project.root()
     architecture = top / ARCHITECTURE
@@ -60,7 +68,9 @@ def main():
     findings = [*layer_findings(text, layers), *picture_findings(top, layers)]
     for file in project.files(top):
         if file.suffix == ".md":
-            findings += link_findings(top, file, (top / file).read_text())
+            text = (top / file).read_text()
+            findings += link_findings(top, file, text)
+            findings += source_findings(top, file, text)
     project.finish(findings)
 
 

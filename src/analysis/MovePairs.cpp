@@ -201,9 +201,10 @@ private:
 
     /// The one that fits a folder best.
     struct Best {
-        std::tuple<double, std::size_t> fit;  // the share of both folders' files that they share; their names
+        std::tuple<double, std::size_t>
+            fit;  // the share of their files that both have; how alike their paths end
         Index folder = 0;
-        bool isSole = false;
+        bool isSole = false;  // no other fits as well
 
         void consider(const std::tuple<double, std::size_t>& other, Index candidate) {
             if (other > fit)

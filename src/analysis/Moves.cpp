@@ -1,6 +1,5 @@
 #include "analysis/Moves.h"
 
-#include "analysis/DaySentence.h"
 #include "model/NumberText.h"
 #include "model/Translation.h"
 
@@ -113,10 +112,10 @@ std::optional<FolderMove> Moves::moveOf(const FolderRef& folder) const {
     return FolderMove{.hasLeft = first->hasLeft, .other = transferred(folder, first->here, first->there)};
 }
 
-std::string moveText(const FolderMove& move, std::span<const TrackedLocation> locations) {
+std::string moveText(const FolderMove& move, const std::string& place) {
     return fmt::format(
         fmt::runtime(move.hasLeft ? translated("Likely moved to {}") : translated("Likely moved from {}")),
-        placeText(move.other, locations));
+        place);
 }
 
 std::string moveSentence(const Moves& moves) {

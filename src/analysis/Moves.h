@@ -2,7 +2,6 @@
 
 #include "analysis/MovePairs.h"
 #include "model/Change.h"
-#include "model/Location.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -68,8 +67,9 @@ private:
     Totals totals_;
 };
 
-/// "Likely moved to Archive/Raw", "Likely moved from Archive/Raw": where half of a move has its other one.
-[[nodiscard]] std::string moveText(const FolderMove& move, std::span<const TrackedLocation> locations);
+/// "Likely moved to Archive/Raw", "Likely moved from Archive/Raw". `place`: what the other folder is called,
+/// as it is shown.
+[[nodiscard]] std::string moveText(const FolderMove& move, const std::string& place);
 /// What of a list likely moved, in a sentence; empty when nothing did.
 [[nodiscard]] std::string moveSentence(const Moves& moves);
 

@@ -48,8 +48,12 @@ void AppModel::connectParts() {
         areEstimatesSettled_ = false;
         session_.reloadFigures();
     });
-    connect(&session_, &HistorySession::failed, this, [this](const QString& sentence) {
-        if (!isExampleShown()) setMode(ModeUnavailable{sentence.toStdString()});
+    connect(&session_, &HistorySession::failed, this, [this](const QString& sentence, bool isDamaged) {
+        if (!isExampleShown()) setMode(ModeUnavailable{sentence.toStdString(), isDamaged});
+    });
+    connect(&session_, &HistorySession::recovered, this, [this](const QString& sentence) {
+        Q_EMIT noted(sentence);
+        session_.open(settings_.showsEstimates());
     });
     connect(&session_, &HistorySession::activityChanged, this, &AppModel::checkingChanged);
     connect(&session_, &HistorySession::runBegan, this,
@@ -147,6 +151,13 @@ void AppModel::retryOpening() {
     session_.open(settings_.showsEstimates());
 }
 
+void AppModel::recoverHistory() {
+    const auto* unavailable = std::get_if<ModeUnavailable>(&mode_);
+    if (unavailable == nullptr || !unavailable->canRecover || isShuttingDown_) return;
+    setMode(PlainMode::starting);
+    session_.recover();
+}
+
 void AppModel::route() {
     if (!session_.isOpen() || isShuttingDown_) return;
     setWantsSetup(false);
@@ -174,7 +185,9 @@ void AppModel::take(const HistoryFigures& figures) {
         chooseMode();
     else if (!isExampleShown())
         show(own_.snapshot);
-    if (std::exchange(isRunOver_, false)) schedule_.runEnded();
+    const bool isAfterRun = std::exchange(isRunOver_, false);
+    if (isAfterRun) schedule_.runEnded();
+    if (isAfterRun) Q_EMIT runTaken();
     if (!std::exchange(areEstimatesSettled_, true)) settleEstimates();
 }
 

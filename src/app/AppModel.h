@@ -122,6 +122,8 @@ public:
     void route();
     /// After `unavailable`: tries to open the history again.
     void retryOpening();
+    /// After `unavailable` with a damaged history: brings what can be read into a new one, then opens that.
+    void recoverHistory();
     void showExample();
     void showOwnHistory();
     /// Shows the first-run screens, from the example too. What is tracked goes on being checked behind them.
@@ -162,6 +164,8 @@ Q_SIGNALS:
     void detailsFailed();
     void checkingChanged();
     void lastRunChanged();
+    /// The figures after a run of checks of the user's own history are there.
+    void runTaken();
     void loginItemStatusChanged();
     void mainWindowRequested();
     void miniWindowChanged();

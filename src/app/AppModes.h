@@ -9,7 +9,8 @@ namespace brindle {
 
 /// What the window shows as a whole.
 struct ModeUnavailable {
-    std::string message;  // why the history cannot be used, in a sentence for the user
+    std::string message;      // why the history cannot be used, in a sentence for the user
+    bool canRecover = false;  // it is damaged, and what can be read can be brought over
 
     bool operator==(const ModeUnavailable&) const = default;
 };

@@ -3,15 +3,28 @@
 #include "checks/Failures.h"
 #include "checks/Maintenance.h"
 #include "checks/TrackedLocations.h"
+#include "model/FileNameText.h"
 #include "model/Translation.h"
 #include "platform/PrivateFiles.h"
 #include "settings/WindowLock.h"
+#include "store/HistoryFiles.h"
+#include "store/Recovery.h"
 #include "store/StoredHistory.h"
 
+#include <fmt/format.h>
 #include <stdexcept>
 #include <utility>
 
 namespace brindle {
+namespace {
+
+FileLock takeWindowLock(const std::string& dataDirectory) {
+    auto lock = tryToTakeWindowLock(dataDirectory);
+    if (!lock) throw std::runtime_error(translated("Another Brindle window uses this history."));
+    return std::move(*lock);
+}
+
+}  // namespace
 
 struct HistorySession::Open {
     std::shared_ptr<HistoryStore> store;
@@ -55,11 +68,10 @@ ExportRecords HistorySession::exportRecords() const {
 std::shared_ptr<HistorySession::Open> HistorySession::makeOpen(bool estimatesEnabled) {
     // The lock first: who has it may be putting another file in the history's place.
     createPrivateDirectory(parts_.dataDirectory);
-    auto windowLock = tryToTakeWindowLock(parts_.dataDirectory);
-    if (!windowLock) throw std::runtime_error(translated("Another Brindle window uses this history."));
+    FileLock windowLock = takeWindowLock(parts_.dataDirectory);
     auto store = std::make_shared<HistoryStore>(parts_.dataDirectory, parts_.clock.now);
     auto history = std::make_shared<Open>(Open{.store = store,
-                                               .windowLock = std::move(*windowLock),
+                                               .windowLock = std::move(windowLock),
                                                .locks = RunLockSource(parts_.dataDirectory),
                                                .coordinator = nullptr});
     history->coordinator = std::make_unique<ScanCoordinator>(
@@ -71,8 +83,7 @@ std::shared_ptr<HistorySession::Open> HistorySession::makeOpen(bool estimatesEna
 
 void HistorySession::open(bool estimatesEnabled) {
     if (isOpen() || isOpening_ || isStopping_) return;
-    isOpening_ = true;
-    Q_EMIT openingChanged();
+    beginOpening();
     background_.run([this, estimatesEnabled] { return makeOpen(estimatesEnabled); },
                     [this](const std::shared_ptr<Open>& history) {
                         endOpening();
@@ -81,15 +92,42 @@ void HistorySession::open(bool estimatesEnabled) {
                         renewCalendar();
                         Q_EMIT opened();
                     },
-                    [this](const std::exception& error) {
-                        endOpening();
-                        Q_EMIT failed(QString::fromStdString(failureSentence(error, parts_.dataDirectory)));
-                    });
+                    [this](const std::exception& error) { openingFailed(error); });
+}
+
+void HistorySession::recover() {
+    if (isOpen() || isOpening_ || isStopping_) return;
+    beginOpening();
+    const auto work = [directory = parts_.dataDirectory, now = parts_.clock.now] {
+        const RunLock run = RunLockSource(directory).take(RunLock::WhenTaken::refuse, CancellationFlag());
+        const FileLock window = takeWindowLock(directory);
+        const HistoryLease lease{HistoryFiles(directory)};
+        return recoverHistory(directory, now);
+    };
+    const auto tell = [this](const RecoveryReport& report) {
+        endOpening();
+        Q_EMIT recovered(QString::fromStdString(fmt::format(
+            fmt::runtime(translated("The history was recovered. The damaged file is kept as {}.")),
+            fileNameText(report.setAside.string()))));
+    };
+    background_.run(work, tell, [this](const std::exception& error) { openingFailed(error); });
+}
+
+void HistorySession::beginOpening() {
+    isOpening_ = true;
+    Q_EMIT openingChanged();
 }
 
 void HistorySession::endOpening() {
     isOpening_ = false;
     Q_EMIT openingChanged();
+}
+
+void HistorySession::openingFailed(const std::exception& error) {
+    endOpening();
+    const auto* database = dynamic_cast<const SQLiteError*>(&error);
+    Q_EMIT failed(QString::fromStdString(failureSentence(error, parts_.dataDirectory)),
+                  database != nullptr && database->isDamage());
 }
 
 template <class Work, class Then>

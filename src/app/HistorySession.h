@@ -60,6 +60,9 @@ public:
     void open(bool estimatesEnabled);
     [[nodiscard]] bool isOpen() const { return history_ != nullptr; }
     [[nodiscard]] bool isOpening() const { return isOpening_; }
+    /// Brings what can be read of a damaged history into a new one; ends with recovered() or failed(). Counts
+    /// as opening meanwhile, and opens nothing.
+    void recover();
 
     /// Null until it is open.
     [[nodiscard]] const std::shared_ptr<HistorySource>& source() const { return source_; }
@@ -91,8 +94,10 @@ public:
 Q_SIGNALS:
     void openingChanged();
     void opened();
-    /// The history cannot be opened; the sentence for the user says why.
-    void failed(const QString& sentence);
+    /// The history cannot be opened or recovered; the sentence for the user says why.
+    void failed(const QString& sentence, bool isDamaged);
+    /// The sentence says where the damaged file is kept.
+    void recovered(const QString& sentence);
     /// A check of every location, or of some, begins; joining one that is going on begins none.
     void runBegan(brindle::Schedule::RunOf extent);
     void activityChanged();
@@ -108,7 +113,9 @@ private:
 
     [[nodiscard]] std::shared_ptr<Open> makeOpen(bool estimatesEnabled);
     void take(const CoordinatorEvent& event);
+    void beginOpening();
     void endOpening();
+    void openingFailed(const std::exception& error);
     void run(std::vector<LocationID> locations, Schedule::RunOf extent);
     template <class Work, class Then>
     void whileOpen(Work work, Then then);

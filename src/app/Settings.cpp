@@ -57,6 +57,10 @@ void Settings::setShowsEstimates(bool shows) {
     set(preferenceKeys::showsEstimates, shows, &Settings::showsEstimatesChanged);
 }
 
+void Settings::setNotifiesAboutGrowth(bool notifies) {
+    set(preferenceKeys::notifiesAboutGrowth, notifies, &Settings::notifiesAboutGrowthChanged);
+}
+
 void Settings::setStartupSetupCompleted(bool completed) {
     set(preferenceKeys::startupSetupCompleted, completed, &Settings::startupSetupCompletedChanged);
 }
@@ -67,6 +71,10 @@ void Settings::setMainWindowFrame(const std::string& frame) {
 
 void Settings::setMiniWindowFrame(const std::string& frame) {
     set(preferenceKeys::miniWindowFrame, frame, &Settings::miniWindowFrameChanged);
+}
+
+void Settings::setToldNotices(const std::string& told) {
+    set(preferenceKeys::toldNotices, told, &Settings::toldNoticesChanged);
 }
 
 }  // namespace brindle

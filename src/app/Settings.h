@@ -26,6 +26,8 @@ class Settings : public QObject {
     Q_PROPERTY(bool opensQuietlyAtLogin READ opensQuietlyAtLogin WRITE setOpensQuietlyAtLogin NOTIFY
                    opensQuietlyAtLoginChanged)
     Q_PROPERTY(bool showsEstimates READ showsEstimates WRITE setShowsEstimates NOTIFY showsEstimatesChanged)
+    Q_PROPERTY(bool notifiesAboutGrowth READ notifiesAboutGrowth WRITE setNotifiesAboutGrowth NOTIFY
+                   notifiesAboutGrowthChanged)
 
 public:
     Settings(const Preferences& values, SettingsFile file, QObject* parent = nullptr);
@@ -39,9 +41,11 @@ public:
     [[nodiscard]] bool miniWindowKeepsOnTop() const { return values_.miniWindowKeepsOnTop; }
     [[nodiscard]] bool opensQuietlyAtLogin() const { return values_.opensQuietlyAtLogin; }
     [[nodiscard]] bool showsEstimates() const { return values_.showsEstimates; }
+    [[nodiscard]] bool notifiesAboutGrowth() const { return values_.notifiesAboutGrowth; }
     [[nodiscard]] bool startupSetupCompleted() const { return values_.startupSetupCompleted; }
     [[nodiscard]] const std::string& mainWindowFrame() const { return values_.mainWindowFrame; }
     [[nodiscard]] const std::string& miniWindowFrame() const { return values_.miniWindowFrame; }
+    [[nodiscard]] const std::string& toldNotices() const { return values_.toldNotices; }
 
     void setAppearance(AppearanceMode mode);
     void setTextSize(TextSize size);
@@ -52,9 +56,11 @@ public:
     void setMiniWindowKeepsOnTop(bool keeps);
     void setOpensQuietlyAtLogin(bool opensQuietly);
     void setShowsEstimates(bool shows);
+    void setNotifiesAboutGrowth(bool notifies);
     void setStartupSetupCompleted(bool completed);
     void setMainWindowFrame(const std::string& frame);
     void setMiniWindowFrame(const std::string& frame);
+    void setToldNotices(const std::string& told);
 
 Q_SIGNALS:
     void appearanceChanged();
@@ -65,9 +71,11 @@ Q_SIGNALS:
     void miniWindowKeepsOnTopChanged();
     void opensQuietlyAtLoginChanged();
     void showsEstimatesChanged();
+    void notifiesAboutGrowthChanged();
     void startupSetupCompletedChanged();
     void mainWindowFrameChanged();
     void miniWindowFrameChanged();
+    void toldNoticesChanged();
     /// Something that the user should know: a setting could not be stored, or what was stored was damaged.
     void noted(const QString& sentence);
 

@@ -43,8 +43,8 @@ std::string failureSentence(const std::exception& error, const std::string& dire
     if (dynamic_cast<const std::system_error*>(&error) != nullptr)
         return fmt::format(fmt::runtime(translated("The storage history in “{0}” can't be kept ({1}).")),
                            fileNameText(directory), fileNameText(error.what()));
-    if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr)  // in the words that SQLite has for it
-        return unusable(directory, "out of memory");
+    if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr)
+        return unusable(directory, translated("out of memory"));
     return error.what();
 }
 

@@ -1,11 +1,11 @@
 #include "checks/Health.h"
 
+#include "checks/Failures.h"
 #include "checks/RunLock.h"
 #include "model/FileNameText.h"
 #include "model/NumberText.h"
 #include "model/Translation.h"
 #include "platform/Capacity.h"
-#include "platform/FolderProbe.h"
 #include "platform/Paths.h"
 #include "scan/LocationAccess.h"
 #include "store/HistoryFiles.h"
@@ -87,11 +87,13 @@ HealthPoint privacyPoint(const HealthQuestion& question) {
         return point;
     }
     std::string list;
-    for (const std::string& path : open) list += (list.empty() ? "“" : ", “") + fileNameText(path) + "”";
+    std::string arguments;
+    for (const std::string& path : open) {
+        list += (list.empty() ? "“" : ", “") + fileNameText(path) + "”";
+        arguments += " '" + fileNameText(path) + "'";
+    }
     point.finding = sentence(translated("Others may have access to {}."), list);
-    point.advice = sentence(
-        translated("Take their rights away: chmod go= {}"),
-        open.size() == 1 ? "\"" + fileNameText(open.front()) + "\"" : translated("and these paths."));
+    point.advice = sentence(translated("Take their rights away: chmod go={}"), arguments);
     return point;
 }
 
@@ -221,12 +223,21 @@ HealthPoint databasePoint(const HistoryExamination& examination, const std::stri
 }
 
 std::vector<HealthPoint> examineHealth(const HealthQuestion& question, const Calendar& calendar) {
-    const HistoryExamination examination = examineHistory(HistoryFiles(question.dataDirectory));
-    std::vector<HealthPoint> points{databasePoint(examination, question.dataDirectory)};
+    const std::string& directory = question.dataDirectory;
+    HistoryExamination examination;
+    std::vector<HealthPoint> points;
+    try {
+        examination = examineHistory(HistoryFiles(directory));
+        points.push_back(databasePoint(examination, directory));
+        if (fs::exists(directory)) points.push_back(lockPoint(directory));
+    } catch (const std::exception& error) {
+        points.assign({{.name = "database",
+                        .finding = failureSentence(error, directory),
+                        .advice = translated("Let your account read the folder and the files in it.")}});
+    }
     std::error_code none;
-    if (fs::exists(question.dataDirectory, none)) {
-        points.push_back(lockPoint(question.dataDirectory));
-        points.push_back(spacePoint(question.dataDirectory, examination.bytes));
+    if (fs::exists(directory, none)) {
+        points.push_back(spacePoint(directory, examination.bytes));
         points.push_back(privacyPoint(question));
     }
     if (examination.condition == HistoryCondition::whole) {
@@ -234,7 +245,7 @@ std::vector<HealthPoint> examineHealth(const HealthQuestion& question, const Cal
             if (!location.removedAt) points.push_back(locationPoint(location));
         points.push_back(schedulePoint(question, examination.locations, calendar));
     }
-    points.push_back(leftoversPoint(question.dataDirectory));
+    points.push_back(leftoversPoint(directory));
     return points;
 }
 

@@ -36,7 +36,6 @@ struct HealthQuestion {
 
 /// Looks at the database, at who uses it, the room on its disk, who may read its files, the locations, the
 /// checks and what was left behind, in this order. Writes nothing, also not where it could.
-/// Throws: SQLiteError, std::system_error.
 [[nodiscard]] std::vector<HealthPoint> examineHealth(const HealthQuestion& question,
                                                      const Calendar& calendar);
 

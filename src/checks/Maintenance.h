@@ -11,8 +11,7 @@ namespace brindle {
 ///
 /// - The days before the first retained one are pruned, once today's cutoff has something to delete.
 /// - What was committed is brought from the write-ahead log into the file, so that it outlives a loss of
-/// power,
-///   and the log, which keeps the size of the largest check, is emptied.
+///   power, and the log, which keeps the size of the largest check, is emptied.
 ///
 /// Waits for the store's queues. Never fails: a history that is in use, or a disk that is full, leaves the
 /// work to the next run.

@@ -31,10 +31,14 @@ std::vector<Cell> changeRow(const FileChange& change, const LocationNames* roots
     return {amountCell(change.byteDelta), Cell(actionWord(change.action)), pathCell(path)};
 }
 
+std::vector<Cell> folderRow(const FolderSummary& folder, const LocationNames& roots) {
+    const auto& [ref, totals] = folder;
+    return {amountCell(totals.added), amountCell(-totals.freed), pathCell(roots.path(ref))};
+}
+
 Table folderTable(std::span<const FolderSummary> folders, const LocationNames& roots) {
-    Table table({ColumnKind::figure, ColumnKind::figure, ColumnKind::path});
-    for (const auto& [ref, totals] : folders)
-        table.add({amountCell(totals.added), amountCell(-totals.freed), pathCell(roots.path(ref))});
+    Table table(folderColumns);
+    for (const FolderSummary& folder : folders) table.add(folderRow(folder, roots));
     return table;
 }
 

@@ -17,7 +17,9 @@ namespace brindle {
 inline constexpr std::array changeColumns = {ColumnKind::figure, ColumnKind::word, ColumnKind::path};
 [[nodiscard]] std::vector<Cell> changeRow(const FileChange& change, const LocationNames* roots);
 
-/// Folders as rows: what was added to each, what was freed, and its path.
+/// A folder as the cells of these columns: what was added to it, what was freed, and its path.
+inline constexpr std::array folderColumns = {ColumnKind::figure, ColumnKind::figure, ColumnKind::path};
+[[nodiscard]] std::vector<Cell> folderRow(const FolderSummary& folder, const LocationNames& roots);
 [[nodiscard]] Table folderTable(std::span<const FolderSummary> folders, const LocationNames& roots);
 
 /// "+1.2 MB added, −3.0 kB freed in 5 files".

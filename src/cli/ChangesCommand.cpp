@@ -1,12 +1,14 @@
 #include "cli/ChangesCommand.h"
 
 #include "analysis/Explorer.h"
+#include "analysis/Moves.h"
 #include "cli/CSVRows.h"
 #include "cli/ChangeTable.h"
 #include "cli/LocationNames.h"
 #include "cli/PlaceWord.h"
 #include "cli/ValueCoding.h"
 #include "export/StatementRows.h"
+#include "model/FileNameText.h"
 #include "model/NumberText.h"
 #include "model/Translation.h"
 #include "model/UserLocale.h"
@@ -91,17 +93,31 @@ void cutTo(const Page& page, Listing& listing) {
     cut(listing.folders, std::min(page.first, folders), std::min(page.end(), folders));
 }
 
-Table folderedTable(const Listing& listing, const LocationNames& names) {
-    Table table = folderTable(listing.folders, names);
+/// Below a row, in its last column, where what it tells of likely went or came from.
+void addMove(Table& table, const std::optional<FolderMove>& move, std::size_t columns,
+             const LocationNames& names) {
+    if (!move) return;
+    std::vector<Cell> cells(columns);
+    cells.back() = Cell(moveText(*move, fileNameText(names.path(move->other))), TextStyle::faint);
+    table.add(std::move(cells));
+}
+
+Table folderedTable(const Listing& listing, const LocationNames& names, const Moves& moves) {
+    Table table(folderColumns);
+    for (const FolderSummary& folder : listing.folders) {
+        table.add(folderRow(folder, names));
+        addMove(table, moves.moveOf(folder.ref), folderColumns.size(), names);
+    }
     for (const FileChange* change : listing.files) {
         auto row = changeRow(*change, &names);
         const bool isAdded = change->byteDelta > 0;
         table.add({isAdded ? row[0] : Cell(), isAdded ? Cell() : row[0], row[2]});
+        addMove(table, moves.moveOf(*change), folderColumns.size(), names);
     }
     return table;
 }
 
-Table fileTable(const Listing& listing, const LocationNames& names) {
+Table fileTable(const Listing& listing, const LocationNames& names, const Moves& moves) {
     std::vector<ColumnKind> columns(changeColumns.begin(), changeColumns.end());
     const bool hasDays = listing.period.first != listing.period.last;
     if (hasDays) columns.insert(columns.begin(), ColumnKind::word);
@@ -110,12 +126,13 @@ Table fileTable(const Listing& listing, const LocationNames& names) {
         auto row = changeRow(*change, &names);
         if (hasDays) row.insert(row.begin(), Cell(change->day.text(), TextStyle::faint));
         table.add(std::move(row));
+        addMove(table, moves.moveOf(*change), columns.size(), names);
     }
     return table;
 }
 
 void print(const Context& context, const Listing& listing, const Page& page, std::size_t rows,
-           const LocationNames& names, const ChangesOptions& options) {
+           const LocationNames& names, const Moves& moves, const ChangesOptions& options) {
     Output& output = context.output;
     const std::string label = output.emphasized(periodLabel(listing.period, context.calendar));
     const std::string totals = totalsText(listing.totals, output);
@@ -125,7 +142,8 @@ void print(const Context& context, const Listing& listing, const Page& page, std
         output.line(label);
         output.line(totals);
     }
-    (options.isByFolder ? folderedTable(listing, names) : fileTable(listing, names)).print(output);
+    (options.isByFolder ? folderedTable(listing, names, moves) : fileTable(listing, names, moves))
+        .print(output);
     if (const auto more = static_cast<std::int64_t>(rows - page.end()); more > 0)
         output.line(fmt::format(
             fmt::runtime(translatedCount("  … and {0} more; --page {1} lists the next, --limit 0 all",
@@ -156,16 +174,34 @@ void printCSV(const Context& context, const Listing& listing, const HistorySnaps
     }
 }
 
-nlohmann::ordered_json coded(const Listing& listing, bool isByFolder) {
+/// With where it likely went or came from; of a file, which change is its other half.
+template <class Row>
+nlohmann::ordered_json coded(const Row& row, const std::optional<FolderMove>& move,
+                             const FileChange* counterpart = nullptr) {
+    nlohmann::ordered_json json = row;
+    if (move) {
+        auto& other = json[move->hasLeft ? "likelyMovedTo" : "likelyMovedFrom"];
+        other = move->other;
+        if (counterpart != nullptr) other["change"] = counterpart->id;
+    }
+    return json;
+}
+
+nlohmann::ordered_json coded(const Listing& listing, const Moves& moves, bool isByFolder) {
     auto days = nlohmann::ordered_json::array();
     for (const auto& [day, totals] : listing.days) days.push_back({{"day", day}, {"totals", totals}});
     nlohmann::ordered_json json = {{"first", listing.period.first},
                                    {"last", listing.period.last},
                                    {"totals", listing.totals},
                                    {"days", days}};
-    if (isByFolder) json["folders"] = listing.folders;
-    json["changes"] = nlohmann::ordered_json::array();
-    for (const FileChange* change : listing.files) json["changes"].push_back(*change);
+    if (isByFolder) {
+        auto& folders = json["folders"] = nlohmann::ordered_json::array();
+        for (const FolderSummary& folder : listing.folders)
+            folders.push_back(coded(folder, moves.moveOf(folder.ref)));
+    }
+    auto& changes = json["changes"] = nlohmann::ordered_json::array();
+    for (const FileChange* change : listing.files)
+        changes.push_back(coded(*change, moves.moveOf(*change), moves.counterpart(*change)));
     return json;
 }
 
@@ -188,15 +224,16 @@ ExitCode runChanges(const Context& context, const ChangesOptions& options) {
     cutTo(page, listing);
 
     const LocationNames names(snapshot.locations);
+    const Moves moves = options.asCSV ? Moves() : Moves(changes);
     if (options.asCSV)
         printCSV(context, listing, snapshot, names, options.isByFolder);
     else if (context.asJson)
-        context.output.json(coded(listing, options.isByFolder));
+        context.output.json(coded(listing, moves, options.isByFolder));
     else if (rows == 0)
         context.output.sentence(changes.empty() ? translated("No changes are recorded.")
                                                 : translated("No changes match."));
     else
-        print(context, listing, page, rows, names, options);
+        print(context, listing, page, rows, names, moves, options);
     return rows == 0 ? ExitCode::nothingFound : ExitCode::success;
 }
 

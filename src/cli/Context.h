@@ -33,10 +33,11 @@ struct Context {
         return HistoryStore(dataDirectory);
     }
 
-    /// Where commands that only read get the history from.
-    [[nodiscard]] std::unique_ptr<HistorySource> openSource() const {
+    /// Where commands that only read get the history from. `days`: as many as its snapshot needs to cover.
+    [[nodiscard]] std::unique_ptr<HistorySource> openSource(int days = keptDays) const {
         if (isExample) return std::make_unique<ExampleHistory>(calendar);
-        return std::make_unique<StoredHistory>(std::make_shared<HistoryStore>(dataDirectory), calendar);
+        return std::make_unique<StoredHistory>(std::make_shared<HistoryStore>(dataDirectory), calendar,
+                                               systemNow, days);
     }
 
     /// The user's settings as they are now; says so when they could not all be read.

@@ -114,6 +114,9 @@ void report(const Context& context, const RecoveryReport& recovered) {
     }
     context.output.line(translated("The history was recovered. These came over:"));
     for (const RecoveredTable& table : recovered.tables) context.output.paragraph(tableText(table), 2);
+    if (!recovered.tables.front().isWhole())
+        context.output.paragraph(
+            translated("A location that is missing now can be included again: brindle include PATH"));
     for (const std::string& name : recovered.incompleteLocations)
         context.output.paragraph(fmt::format(
             fmt::runtime(
@@ -124,32 +127,34 @@ void report(const Context& context, const RecoveryReport& recovered) {
                                          fileNameText(recovered.setAside.string())));
 }
 
-/// Throws StoreError for what no recovery is to touch.
+/// What the history is once the log of a program that was killed is in order, which opening it sees to.
+HistoryCondition conditionInOrder(const Context& context, const HistoryFiles& files) {
+    const HistoryCondition condition = examineHistory(files).condition;
+    if (condition != HistoryCondition::leftOpen) return condition;
+    try {
+        static_cast<void>(context.openHistory());
+        return examineHistory(files).condition;
+    } catch (const SQLiteError& error) {
+        if (!error.isDamage()) throw;
+        return HistoryCondition::damaged;
+    }
+}
+
 ExitCode recover(const Context& context) {
-    const HistoryFiles files(context.dataDirectory);
-    const auto refuse = [&](const HistoryExamination& examination) {
-        const HealthPoint point = databasePoint(examination, context.dataDirectory);
+    const HistoryCondition condition = conditionInOrder(context, HistoryFiles(context.dataDirectory));
+    if (condition == HistoryCondition::newer || condition == HistoryCondition::foreign) {
+        const HealthPoint point = databasePoint({.condition = condition}, context.dataDirectory);
         context.output.sentence(point.finding + " " + point.advice);
         return ExitCode::historyFailed;
-    };
-    const auto nothingToDo = [&] {
-        if (context.asJson)
-            context.output.json({{"recovered", false}});
-        else
-            context.output.line(translated("There is nothing to recover: the history is not damaged."));
-        return ExitCode::success;
-    };
-    const auto decided = [&](const HistoryExamination& examination) -> std::optional<ExitCode> {
-        if (examination.condition == HistoryCondition::newer ||
-            examination.condition == HistoryCondition::foreign)
-            return refuse(examination);
-        const bool isToRecover = examination.condition == HistoryCondition::damaged ||
-                                 examination.condition == HistoryCondition::leftOpen;
-        return isToRecover ? std::nullopt : std::optional(nothingToDo());
-    };
-    if (const auto code = decided(examineHistory(files))) return *code;
-    const SoleUse alone(context.dataDirectory);
-    report(context, recoverHistory(context.dataDirectory, systemNow));
+    }
+    if (condition == HistoryCondition::damaged) {
+        const SoleUse alone(context.dataDirectory);
+        report(context, recoverHistory(context.dataDirectory, systemNow));
+    } else if (context.asJson) {
+        context.output.json({{"recovered", false}});
+    } else {
+        context.output.line(translated("There is nothing to recover: the history is not damaged."));
+    }
     return ExitCode::success;
 }
 

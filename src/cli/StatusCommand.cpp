@@ -74,7 +74,8 @@ nlohmann::ordered_json coded(const VolumeReading& drive) {
 }  // namespace
 
 ExitCode runStatus(const Context& context) {
-    const HistorySnapshot snapshot = context.openSource()->snapshot().get();
+    constexpr int days = 1;  // of a long history it would read far more than it shows
+    const HistorySnapshot snapshot = context.openSource(days)->snapshot().get();
     const auto otherProgram = context.isExample ? std::nullopt : otherProgramText(context.dataDirectory);
     const auto tracked = snapshot.currentlyTracked();
 

@@ -42,6 +42,10 @@ void to_json(nlohmann::ordered_json& json, const DayState& state) {
         json = {{"state", std::holds_alternative<DayFuture>(state) ? "future" : "noCheck"}};
 }
 
+void to_json(nlohmann::ordered_json& json, const FolderRef& ref) {
+    json = {{"location", ref.locationID}, {"folder", folderText(ref.components)}};
+}
+
 void to_json(nlohmann::ordered_json& json, const FolderSummary& folder) {
     json = {{"location", folder.ref.locationID},
             {"folder", folderText(folder.ref.components)},

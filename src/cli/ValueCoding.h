@@ -19,6 +19,7 @@ void to_json(nlohmann::ordered_json& json, const LocalDay& day);
 void to_json(nlohmann::ordered_json& json, const ChangeTotals& totals);
 void to_json(nlohmann::ordered_json& json, const EstimateTotals& totals);
 void to_json(nlohmann::ordered_json& json, const DayState& state);
+void to_json(nlohmann::ordered_json& json, const FolderRef& ref);
 void to_json(nlohmann::ordered_json& json, const FolderSummary& folder);
 void to_json(nlohmann::ordered_json& json, const FileChange& change);
 void to_json(nlohmann::ordered_json& json, const LocationRecord& record);

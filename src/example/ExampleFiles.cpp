@@ -25,6 +25,9 @@ constexpr UnixTime secondsPerMinute = 60;
 constexpr std::size_t checkOfCleanup = 2;
 constexpr std::size_t checkOfArchiving = 3;
 
+/// Counted from the day on which a file came.
+constexpr int longestInArchive = longestLife - 6;
+
 std::span<const int> hoursOn(DayNumber day) {
     if (Rhythm::isWeekend(day)) return weekendHours;
     return workdayHours;
@@ -79,8 +82,8 @@ public:
             }
         }
         // Names are drawn last: one more draw, for a name that is taken, changes nothing but names.
-        for (std::size_t i = 0; i < habitOf.size(); ++i)
-            name(files_[firstBorn + i], habitOf[i]->name, random);
+        for (std::size_t i = 0; i < habitOf.size(); ++i) name(files_[firstBorn + i], *habitOf[i], random);
+        for (std::size_t i = 0; i < habitOf.size(); ++i) archive(firstBorn + i, day, *habitOf[i]);
     }
 
     [[nodiscard]] std::vector<ExampleFile> take() { return std::move(files_); }
@@ -142,12 +145,26 @@ private:
         if (index < days_.size()) file.steps.push_back({index, check, bytes});
     }
 
-    /// Draws until no other file in the folder has the name.
-    void name(ExampleFile& file, std::string_view nameTemplate, RandomSource& random) {
+    /// Where the file goes away, one like it comes into the archive.
+    void archive(std::size_t which, std::size_t day, const Habit& habit) {
+        const ExampleFile& file = files_[which];
+        if (habit.archive.empty() || file.steps.back().bytes != 0) return;
+        const SizeStep& end = file.steps.back();
+        ExampleFile archived = file;
+        archived.folder = folderOn(habit.archive, days_[day].day);
+        archived.steps = {{end.day, end.check, std::prev(file.steps.end(), 2)->bytes}};
+        const DayNumber last = days_[day].number + longestInArchive;
+        add(archived, rhythm_.nextInUse(habit.place, last), checkOfArchiving, 0);
+        files_.push_back(std::move(archived));
+    }
+
+    /// Draws until no other file in the folder has the name, nor one in the archive.
+    void name(ExampleFile& file, const Habit& habit, RandomSource& random) {
+        const std::string_view nameTemplate = habit.name;
         if (nameTemplate.empty()) return;
         const SizeStep& birth = file.steps.front();
         const SizeStep& last = file.steps.back();
-        const std::size_t end = last.bytes == 0 ? last.day : days_.size();
+        const std::size_t end = last.bytes == 0 && habit.archive.empty() ? last.day : days_.size();
         const CheckedDay& day = days_[birth.day];
         constexpr int mostDraws = 1000;  // habits leave about half of the names free
         for (int draw = 0; draw < mostDraws; ++draw) {

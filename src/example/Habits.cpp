@@ -299,7 +299,8 @@ constexpr Habit allHabits[] = {
      .mostBytes = 190 * MB,
      .tenthsPerWorkday = 8,
      .tenthsPerWeekendDay = 0,
-     .lifetime = untilArchived(14)},
+     .lifetime = untilArchived(14),
+     .archive = "Archive/Packshots/{month}"},
     {.place = Place::studio,
      .folder = "Assets/Lights/{month}",
      .name = "studiolights-{n}.exr",
@@ -324,7 +325,8 @@ constexpr Habit allHabits[] = {
      .mostBytes = 6 * GB,
      .tenthsPerWorkday = 3,
      .tenthsPerWeekendDay = 0,
-     .lifetime = forDays(20, 60)},
+     .lifetime = forDays(6, 20),
+     .archive = "Archive/Deliveries/{month}"},
 };
 
 constexpr StandingFile allStandingFiles[] = {

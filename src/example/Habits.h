@@ -33,6 +33,7 @@ struct Habit {
     const Occasion* occasion = nullptr;  // the only days on which they come
     int leastFiles = 1;                  // of a group
     int mostFiles = 1;
+    std::string_view archive = {};  // a folder of the same place that files move to instead of going away
 };
 
 [[nodiscard]] std::span<const Habit> habits();

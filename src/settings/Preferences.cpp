@@ -62,7 +62,8 @@ Preferences readPreferences(const SettingValues& settings) {
     };
     using namespace preferenceKeys;
     read(appearance, textSize, checkInterval, checksPaused, showsMenuBarItem, miniWindowKeepsOnTop,
-         opensQuietlyAtLogin, showsEstimates, startupSetupCompleted, mainWindowFrame, miniWindowFrame);
+         opensQuietlyAtLogin, showsEstimates, notifiesAboutGrowth, startupSetupCompleted, mainWindowFrame,
+         miniWindowFrame, toldNotices);
     return preferences;
 }
 

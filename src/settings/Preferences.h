@@ -34,9 +34,11 @@ struct Preferences {
     bool miniWindowKeepsOnTop = false;
     bool opensQuietlyAtLogin = false;
     bool showsEstimates = false;
+    bool notifiesAboutGrowth = false;
     bool startupSetupCompleted = false;
     std::string mainWindowFrame;  // "x y width height", as the window was left; empty before it was shown
     std::string miniWindowFrame;  // likewise
+    std::string toldNotices;      // what the user was told and when, as ToldNotices has it
 
     bool operator==(const Preferences&) const = default;
 };
@@ -59,12 +61,15 @@ inline constexpr PreferenceKey<bool> miniWindowKeepsOnTop{"miniWindowKeepsOnTop"
 inline constexpr PreferenceKey<bool> opensQuietlyAtLogin{"opensQuietlyAtLogin",
                                                          &Preferences::opensQuietlyAtLogin};
 inline constexpr PreferenceKey<bool> showsEstimates{"showsEstimates", &Preferences::showsEstimates};
+inline constexpr PreferenceKey<bool> notifiesAboutGrowth{"notifiesAboutGrowth",
+                                                         &Preferences::notifiesAboutGrowth};
 inline constexpr PreferenceKey<bool> startupSetupCompleted{"startupSetupCompleted",
                                                            &Preferences::startupSetupCompleted};
 inline constexpr PreferenceKey<std::string> mainWindowFrame{"BrindleMainWindow",
                                                             &Preferences::mainWindowFrame};
 inline constexpr PreferenceKey<std::string> miniWindowFrame{"BrindleMiniWindow",
                                                             &Preferences::miniWindowFrame};
+inline constexpr PreferenceKey<std::string> toldNotices{"toldNotices", &Preferences::toldNotices};
 }  // namespace preferenceKeys
 
 /// Never fails: what is missing, of another type or unknown has its default. For `showsMenuBarItem` an

@@ -6,6 +6,7 @@
 #include "store/Migrations.h"
 #include "store/SQLiteConnection.h"
 #include "store/SQLiteError.h"
+#include "store/SavedTables.h"
 #include "store/Transaction.h"
 
 #include <fmt/format.h>
@@ -58,10 +59,17 @@ std::vector<std::string> wrongSums(SQLiteConnection& db) {
     return faults;
 }
 
+/// A letter that changed in the list of the tables leaves every page right.
+void requireColumns(SQLiteConnection& db) {
+    for (const SavedTable& table : savedTables())
+        static_cast<void>(db.prepare(fmt::format("SELECT {} FROM {}", table.columnNames, table.name)));
+}
+
 void examine(SQLiteConnection& db, HistoryExamination& found) {
     found.version = requireHistory(db);
     found.faults = damagedPages(db);
     if (found.faults.empty() && found.version == schemaVersion) {
+        requireColumns(db);
         found.faults = wrongSums(db);
         found.locations = loadLocations(db);
     }

@@ -20,7 +20,7 @@ public:
             salvaged.push_back({.table = &table});
             const auto root = roots.find(table.name);
             if (root == roots.end())
-                ++salvaged.back().damagedPages;
+                salvaged.back().isListed = false;
             else
                 takeTree(root->second, salvaged.back());
         }
@@ -173,7 +173,7 @@ private:
     void takeStrayPages(std::vector<SalvagedTable>& salvaged) {
         std::vector<SalvagedTable*> lacking;
         for (SalvagedTable& table : salvaged)
-            if (table.damagedPages > 0) lacking.push_back(&table);
+            if (table.damagedPages > 0 || !table.isListed) lacking.push_back(&table);
         for (PageNumber number = 1; !lacking.empty() && number <= pages_.count(); ++number) {
             if (!isFree(number)) continue;
             const PageBytes page = pages_.page(number);

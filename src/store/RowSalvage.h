@@ -14,6 +14,7 @@ struct SalvagedTable {
     const SavedTable* table = nullptr;
     std::size_t refusedRows = 0;   // that are in their place, but are not what can have been written
     std::size_t damagedPages = 0;  // that belong to it, and cannot be read or not as a whole
+    bool isListed = true;          // in the list of the tables, as far as that can be read
 };
 
 using SavedRowSink = std::function<void(const SavedTable&, const SavedRow&)>;

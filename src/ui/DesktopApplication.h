@@ -32,8 +32,8 @@ protected:
     bool event(QEvent* event) override;
 
 private:
-    QTranslator dialogTexts_;
     HandlerTimes handlerTimes_;
+    QTranslator dialogTexts_;  // goes first: its end is an event, whose time is measured
 };
 
 }  // namespace brindle

@@ -17,6 +17,7 @@ DesktopSurfaces::DesktopSurfaces(AppModel& model, const QDBusConnection& session
     : model_(model),
       reveal_(sessionBus, folderOpener),
       notices_(sessionBus),
+      storage_(model),
       desktop_(sessionBus),
       mainWindow_(model, reveal_),
       miniWindow_(model),
@@ -26,6 +27,9 @@ DesktopSurfaces::DesktopSurfaces(AppModel& model, const QDBusConnection& session
             [this] { mainWindow_.appearance().setSystem(desktop_.appearance()); });
     connect(&model, &AppModel::mainWindowRequested, this, [this] { showMainWindow(); });
     connect(&notices_, &Notices::chosen, this, &DesktopSurfaces::showMainWindow);
+    connect(&storage_, &StorageWatch::noticed, this, [this](const StorageNotice& notice) {
+        notices_.show(notice.title, notice.text, [this, notice] { storage_.explain(notice); });
+    });
     connect(&mainWindow_, &MainWindow::quitRequested, this, &DesktopSurfaces::quitRequested);
     connect(&mainWindow_, &MainWindow::closed, this, &DesktopSurfaces::mainWindowClosed);
     connect(&trayModel_, &TrayModel::quitRequested, this, &DesktopSurfaces::quitRequested);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/AppModel.h"
+#include "app/StorageWatch.h"
 #include "app/desktop/AppearanceWatch.h"
 #include "app/desktop/Notices.h"
 #include "app/desktop/Reveal.h"
@@ -61,6 +62,7 @@ private:
     AppModel& model_;
     Reveal reveal_;
     Notices notices_;
+    StorageWatch storage_;
     AppearanceWatch desktop_;
     MainWindow mainWindow_;
     MiniWindow miniWindow_;

@@ -49,7 +49,7 @@ StartedBrindle::StartedBrindle(TestTime& time) : instance_(QDBusConnection::sess
                      &DesktopProgram::requestQuit);
     QObject::connect(program_.get(), &DesktopProgram::quitBegan, surfaces_.get(), &DesktopSurfaces::hide);
     model().start();
-    surfaces_->begin(false, {});
+    surfaces_->begin(DesktopSurfaces::StartedBy::user, {});
     if (!runUntil([this] { return model().mode() != AppMode(PlainMode::starting); }))
         throw std::runtime_error("the program does not start");
 }

@@ -21,7 +21,8 @@ TEST(Notices, AreShownOneInThePlaceOfAnotherAndTellWhenTheyAreChosen) {
         desktop.choose();
         return !chosen.isEmpty();
     }));
-    notices.show("Brindle", "again");
+    int led = 0;
+    notices.show("Brindle", "again", [&] { ++led; });
     EXPECT_TRUE(eventually([&] { return desktop.notices.size() == 2; }));
     EXPECT_EQ(desktop.notices, (QStringList{"new: Brindle: A &lt; B &amp; C", "again: Brindle: again"}));
 
@@ -32,6 +33,7 @@ TEST(Notices, AreShownOneInThePlaceOfAnotherAndTellWhenTheyAreChosen) {
     desktop.choose();
     EXPECT_TRUE(eventually([&] { return chosen.contains("<token>"); }));
     EXPECT_FALSE(chosen.contains("<of another program>"));
+    EXPECT_GT(led, 0);
 }
 
 TEST(Notices, WithoutADesktopNobodyIsTold) {

@@ -76,8 +76,8 @@ TEST(Manual, TellsOfEveryTableAndColumnOfTheHistory) {
     const Records records(brindle);
     EXPECT_THAT(text, HasSubstr("and is " + records.value("PRAGMA user_version") + " for this page"));
     const auto names = records.rows(
-        "SELECT name FROM sqlite_master WHERE type = 'table' UNION SELECT column.name FROM sqlite_master, "
-        "pragma_table_info(sqlite_master.name) AS column WHERE type = 'table'");
+        "SELECT name FROM sqlite_master WHERE type = 'table' UNION SELECT columns.name FROM sqlite_master AS "
+        "tables, pragma_table_info(tables.name) AS columns WHERE tables.type = 'table'");
     EXPECT_GT(names.size(), 40U);
     for (const auto& name : names)
         EXPECT_TRUE(std::regex_search(text, std::regex("\\b" + name + "\\b"))) << name;

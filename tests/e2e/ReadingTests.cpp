@@ -74,6 +74,26 @@ TEST_F(Reading, ChangesAreFilteredSortedAndPaged) {
                 HasSubstr("\n  +300 bytes     0 bytes  tree/photos/2025\n"
                           "     +5.0 kB              tree/photos/Résumé.pdf\n"
                           "              −900 bytes  tree/photos/goes\n"));
+
+    fs::create_directory(tree / "kept");
+    writeFile(tree / "photos/film.mov", 20'000);
+    EXPECT_EQ(brindle.run({"check"}).exitCode, 0);
+    fs::rename(tree / "photos/film.mov", tree / "kept/film.mov");
+    EXPECT_EQ(brindle.run({"check"}).exitCode, 0);
+    EXPECT_THAT(output({"changes", "--search", "film", "--freed"}),
+                HasSubstr("  −20.0 kB  removed  tree/photos/film.mov\n"
+                          "                     Likely moved to tree/kept\n"));
+    EXPECT_THAT(output({"changes", "--folders"}), HasSubstr("  tree\n")) << "only some of it moved";
+    EXPECT_THAT(output({"changes", "--folders", tree}),
+                HasSubstr("  tree/kept\n"
+                          "                        Likely moved from tree/photos\n"));
+    const auto moved = brindle.json({"changes", "--search", "film"})["changes"];
+    ASSERT_EQ(moved.size(), 3);
+    EXPECT_EQ(moved[0].count("likelyMovedTo"), 0) << "it came before it moved";
+    EXPECT_EQ(moved[1]["likelyMovedTo"]["folder"], "kept");
+    EXPECT_EQ(moved[1]["likelyMovedTo"]["change"], moved[2]["id"]);
+    EXPECT_EQ(moved[2]["likelyMovedFrom"]["folder"], "photos");
+
     const auto none = brindle.run({"changes", "--search", "nowhere"});
     EXPECT_EQ(none.exitCode, 1);
     EXPECT_EQ(none.error, "No changes match.\n");

@@ -33,9 +33,9 @@ TEST(Preferences, FallBackWhereNothingSensibleIsSet) {
 
     for (const Json& mistyped : {Json(1), Json("no"), Json(), Json::array({true})}) {
         Json values;
-        for (const char* key :
-             {"appearance", "textSize", "checkInterval", "checksPaused", "showsMenuBarItem",
-              "miniWindowKeepsOnTop", "opensQuietlyAtLogin", "showsEstimates", "startupSetupCompleted"})
+        for (const char* key : {"appearance", "textSize", "checkInterval", "checksPaused", "showsMenuBarItem",
+                                "miniWindowKeepsOnTop", "opensQuietlyAtLogin", "showsEstimates",
+                                "notifiesAboutGrowth", "startupSetupCompleted"})
             values[key] = mistyped;
         EXPECT_EQ(readPreferences(SettingValues(values)), Preferences()) << mistyped;
     }
@@ -57,7 +57,8 @@ TEST(Preferences, WhatIsWrittenIsReadAgain) {
     for (const int minutes : {60, 30, 15, 5}) set(preferenceKeys::checkInterval, minutes);
     for (const auto& key : {preferenceKeys::checksPaused, preferenceKeys::showsMenuBarItem,
                             preferenceKeys::miniWindowKeepsOnTop, preferenceKeys::opensQuietlyAtLogin,
-                            preferenceKeys::showsEstimates, preferenceKeys::startupSetupCompleted})
+                            preferenceKeys::showsEstimates, preferenceKeys::notifiesAboutGrowth,
+                            preferenceKeys::startupSetupCompleted})
         for (const bool value : {true, false}) set(key, value);
 }
 

@@ -1,3 +1,4 @@
+#include "store/Backup.h"
 #include "store/HistoryExamination.h"
 #include "store/HistoryFiles.h"
 #include "store/Recovery.h"
@@ -7,8 +8,11 @@
 #include "support/TempHistory.h"
 
 #include <algorithm>
+#include <chrono>
+#include <csignal>
 #include <fmt/format.h>
 #include <fstream>
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <iterator>
@@ -209,6 +213,198 @@ TEST_F(DamagedHistory, LosesTheRowsOfADamagedPageAtMost) {
     EXPECT_EQ(history.store().loadLocations().get().size(), 0U);
     const auto damages = static_cast<int>(pages()) * (testRounds(2) + 2);
     reportRounds(damages, damages);
+}
+
+// Fails or kills the process at the n-th call to the disk. Everything can be done again afterwards.
+TEST_F(DamagedHistory, IsInItsPlaceUntilTheNewOneIsWhole) {
+    std::string damaged = original;
+    damaged.replace(2 * pageSize, 3 * pageSize, 3 * pageSize, 'x');
+    const TempFolder elsewhere;
+    write(elsewhere.path() / "backup", original);
+    const struct {
+        const char* name;
+        std::function<void()> run;
+    } works[] = {
+        {"recovery",
+         [&] { static_cast<void>(recoverHistory(history.directory(), [this] { return history.now; })); }},
+        {"restoring",
+         [&] {
+             static_cast<void>(
+                 restoreHistory(HistoryFiles(elsewhere.path(), "backup"), history.directory(), history.now));
+         }},
+    };
+    const int stride = areTestsLong() ? 1 : 11;
+    for (const auto& [name, run] : works) {
+        damage(damaged);
+        run();
+        const Rows expected = storedRows(history.file());
+        for (const auto effect : {DiskFault::Effect::kill, DiskFault::Effect::failOnward}) {
+            bool isDone = false;
+            for (int n = 1; !isDone; n += stride) {
+                const bool isKill = effect == DiskFault::Effect::kill;
+                SCOPED_TRACE(fmt::format("{}, {} at call {}", name, isKill ? "killed" : "disk full", n));
+                damage(damaged);
+                const int status = inChildProcess([&] {
+                    FaultyVfs disk;
+                    disk.arm({.failAt = n, .code = SQLITE_FULL, .effect = effect});
+                    run();
+                });
+                isDone = status == 0;
+                if (!isDone) {
+                    ASSERT_EQ(contents(history.file()), damaged);
+                    run();
+                }
+                ASSERT_EQ(storedRows(history.file()), expected);
+            }
+        }
+    }
+}
+
+/// What a process that is killed while it writes leaves behind: a log with what is not in the file yet.
+void leaveALog(const std::string& file, const std::string& sql) {
+    inChildProcess([&] {
+        SQLiteConnection db(file);
+        db.execute(sql);
+        raise(SIGKILL);
+    });
+}
+
+TEST_F(DamagedHistory, IsReadWithItsLogAlsoWhenARecoveryWasInterruptedBetweenItsRenames) {
+    leaveALog(history.file(), "UPDATE locations SET name = 'from the log' WHERE id = 'other'");
+    std::string damaged = contents(history.file());
+    damaged.replace(4 * pageSize, pageSize, pageSize, 'x');
+    write(history.file(), damaged);
+    const std::string log = contents(history.file() + "-wal");
+    ASSERT_FALSE(log.empty());
+    // The damaged file has its second name, the log is gone from the first, and the new file is not in place.
+    const std::string kept = history.directory() + "/History-damaged-2026-03-11T12-00-00Z.sqlite";
+    fs::create_hard_link(history.file(), kept);
+    fs::rename(history.file() + "-wal", kept + "-wal");
+    EXPECT_EQ(recover().setAside, kept);
+    EXPECT_EQ(contents(kept + "-wal"), log);
+    EXPECT_THAT(history.rows("SELECT name FROM locations WHERE id = 'other'"), ElementsAre("from the log"));
+    EXPECT_FALSE(fs::exists(history.file() + "-wal"));
+}
+
+TEST_F(DamagedHistory, GivesItsFilesBackToTheNextCheckWithoutRecordingThemAsAdded) {
+    Files files;
+    for (const auto& row : history.rows("SELECT rel_path, size FROM inventory WHERE location_id = 'home'")) {
+        const auto bar = row.rfind('|');
+        files[row.substr(0, bar)] = std::stoll(row.substr(bar + 1));
+    }
+    bool wasIncomplete = false;
+    for (std::size_t page = 1; page < pages() && !wasIncomplete; ++page) {
+        std::string damaged = original;
+        damaged.replace(page * pageSize, pageSize, pageSize, '\0');
+        damage(damaged);
+        const auto report = recover();
+        if (report.incompleteLocations.empty()) continue;
+        wasIncomplete = true;
+        EXPECT_THAT(report.incompleteLocations, ElementsAre("home"));
+        files["folder0/new"] = 5;  // and what is new is not told from it
+        const auto check = history.check("home", files);
+        EXPECT_EQ(check.totals.count, 0);
+        files["folder0/newer"] = 6;
+        EXPECT_EQ(history.check("home", files).totals, (ChangeTotals{6, 0, 1}));
+        history.close();
+        EXPECT_EQ(examineHistory(HistoryFiles(history.directory())).condition, HistoryCondition::whole);
+    }
+    EXPECT_TRUE(wasIncomplete);
+}
+
+/// Every file of the history with its contents.
+std::map<std::string, std::string> everyFile(const TempHistory& history) {
+    std::map<std::string, std::string> files;
+    for (const auto& entry : fs::directory_iterator(history.directory()))
+        files[entry.path().filename()] = contents(entry.path());
+    return files;
+}
+
+TEST_F(DamagedHistory, IsToldFromEveryOtherConditionAndNoneIsTouched) {
+    const struct {
+        const char* name;
+        std::function<void()> make;
+        HistoryCondition condition;
+        bool canBeOpened;
+    } cases[] = {
+        {"Whole", [] {}, HistoryCondition::whole, true},
+        {"Empty", [&] { damage(""); }, HistoryCondition::absent, true},
+        {"NoFile", [&] { fs::remove(history.file()); }, HistoryCondition::absent, true},
+        {"NoDatabase", [&] { damage(std::string(3 * pageSize, 'x')); }, HistoryCondition::damaged, false},
+        {"Foreign",
+         [&] {
+             damage("");
+             rowsOf(history.file(), "CREATE TABLE bookmarks (url TEXT); INSERT INTO bookmarks VALUES ('x')");
+         },
+         HistoryCondition::foreign, false},
+        {"ForeignOfAVersion",
+         [&] {
+             damage("");
+             rowsOf(history.file(), "CREATE TABLE bookmarks (url TEXT); PRAGMA user_version = 5");
+         },
+         HistoryCondition::foreign, false},
+        {"Newer", [&] { rowsOf(history.file(), "PRAGMA user_version = 6"); }, HistoryCondition::newer, false},
+        {"LostVersion", [&] { rowsOf(history.file(), "PRAGMA user_version = 0"); }, HistoryCondition::damaged,
+         false},
+        {"WrongColumn",
+         [&] {
+             std::string damaged = original;
+             const auto at = damaged.find("volume_used");
+             ASSERT_NE(at, std::string::npos);
+             damaged[at] = 'w';
+             damage(damaged);
+         },
+         HistoryCondition::damaged, true},
+        {"WrongSum", [&] { rowsOf(history.file(), "UPDATE daily_totals SET added = added + 1"); },
+         HistoryCondition::damaged, true},
+        {"Killed", [&] { leaveALog(history.file(), "UPDATE locations SET name = 'x'"); },
+         HistoryCondition::whole, true},
+        {"KilledWithoutIndex",
+         [&] {
+             leaveALog(history.file(), "UPDATE locations SET name = 'x'");
+             fs::remove(history.file() + "-shm");
+         },
+         HistoryCondition::leftOpen, true},
+    };
+    for (const auto& [name, make, condition, canBeOpened] : cases) {
+        SCOPED_TRACE(name);
+        damage(original);
+        make();
+        const auto before = everyFile(history);
+        EXPECT_EQ(examineHistory(HistoryFiles(history.directory())).condition, condition);
+        EXPECT_EQ(everyFile(history), before);
+        if (canBeOpened) {
+            EXPECT_NO_THROW(static_cast<void>(history.store().loadLocations().get()));
+        } else {
+            EXPECT_ANY_THROW(static_cast<void>(history.store()));
+            EXPECT_EQ(contents(history.file()), before.at("History.sqlite"));
+        }
+        history.close();
+    }
+}
+
+TEST_F(DamagedHistory, IsNotReplacedWhileAnotherProgramHasItOpen) {
+    const HistoryFiles files(history.directory());
+    EXPECT_EQ(files.user(), std::nullopt);
+    static_cast<void>(history.store().loadLocations().get());
+    EXPECT_EQ(inChildProcess([&] {
+                  if (files.user() != getppid()) throw std::runtime_error("not seen");
+                  try {
+                      const HistoryLease lease(files);
+                  } catch (const HistoryInUse&) {
+                      return;
+                  }
+                  throw std::runtime_error("taken");
+              }),
+              0);
+    history.close();
+    const HistoryLease lease(files);
+    EXPECT_NE(inChildProcess([&] {
+                  SQLiteConnection db(files.database());
+                  db.setPatience(std::chrono::milliseconds(0));
+                  db.execute("SELECT * FROM locations");
+              }),
+              0);
 }
 
 }  // namespace

@@ -62,7 +62,7 @@ INSTANTIATE_TEST_SUITE_P(
                              {"0 Dateien", "1 Datei", "2 Dateien", "3 Dateien", "11 Dateien", "100 Dateien"}},
                     Language{"ar", {"٠ ملف", "ملف واحد", "ملفان", "٣ ملفات", "١١ ملفًا", "١٠٠ ملف"}},
                     Language{"xx", {"0 files", "1 file", "2 files", "3 files", "11 files", "100 files"}}),
-    [](const auto& info) { return info.param.name; });
+    [](const auto& language) { return language.param.name; });
 
 }  // namespace
 }  // namespace brindle

@@ -2,8 +2,10 @@
 #include "app/NoticeBoard.h"
 #include "app/PrivateBus.h"
 #include "app/TrayWatcher.h"
+#include "support/TempHistory.h"
 #include "ui/Stage.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
 
 namespace brindle {
@@ -79,6 +81,30 @@ TEST_F(Surfaces, ClosingTheWindowTellsOnceHowToReachBrindle) {
     stage->window().close();
     stage->settle();
     EXPECT_EQ(board.notices.size(), 1);
+}
+
+TEST_F(Surfaces, ANoticeAboutTheHistoryLeadsToThePageThatExplainsIt) {
+    NoticeBoard board(bus.connect());
+    settings.isExample = false;
+    settings.preferences.notifiesAboutGrowth = true;
+    settings.now += 8 * 86'400;
+    settings.prepare = [](const std::string& data) {
+        TempHistory history;
+        history.include("home");
+        history.check("home", {{"a", 1}});
+        history.close();
+        std::filesystem::copy(history.directory(), data);
+    };
+    start(StartedBy::user);
+    stage->model().checkNow();
+    ASSERT_TRUE(runUntil([&] { return !board.notices.isEmpty(); }));
+    EXPECT_TRUE(board.notices.front().startsWith("new: “home” can't be found: It was last checked on "));
+    stage->window().hide();
+    ASSERT_TRUE(runUntil([&] {
+        board.choose();
+        return isMainWindowShown();
+    }));
+    EXPECT_EQ(stage->model().selection()->destination(), Destination::locations);
 }
 
 TEST_F(Surfaces, NothingIsToldOfClosingWhereTheTrayShowsBrindleOrItEnds) {

@@ -1,10 +1,14 @@
 #include "app/EventLoop.h"
+#include "support/TempHistory.h"
 #include "ui/CutTexts.h"
 #include "ui/PseudoLocale.h"
 #include "ui/Stage.h"
 
 #include <QGuiApplication>
 #include <QRegularExpression>
+#include <QTest>
+#include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <sstream>
 
@@ -83,14 +87,15 @@ TEST_P(MainWindowIn, CutsNoTextWhereTheWindowIsSmallAndTheTextIsLarge) {
         stage.settle();
         keep(stage, std::string(GetParam()) + "-" + std::string(rawText(page)));
         EXPECT_EQ(cutIn(stage), "") << rawText(page);
-        if (QGuiApplication::isRightToLeft())
+        if (QGuiApplication::isRightToLeft()) {
             EXPECT_EQ(europeanFigures(*stage.window().contentItem()).join(" | ").toStdString(), "")
                 << rawText(page);
+        }
     }
 }
 
 INSTANTIATE_TEST_SUITE_P(Languages, MainWindowIn, testing::Values("de", "ar"),
-                         [](const auto& info) { return std::string(info.param); });
+                         [](const auto& language) { return std::string(language.param); });
 
 TEST(MainWindow, IsMirroredAsAWhole) {
     QGuiApplication::setLayoutDirection(Qt::RightToLeft);
@@ -140,6 +145,38 @@ TEST(MainWindow, RemembersItsSize) {
     stage.settle();
     stage.mainWindow().hide();
     EXPECT_TRUE(stage.model().settings()->mainWindowFrame().ends_with(" 20 1100 710"));
+}
+
+TEST(MainWindow, RecoversADamagedHistoryOnceTheUserHasConfirmed) {
+    StageSettings settings{.isExample = false};
+    settings.prepare = [](const std::string& data) {
+        TempHistory history;
+        history.include("Documents");
+        history.check("Documents", {{"a", 1000}});
+        history.close();
+        std::filesystem::copy(history.directory(), data);
+        std::fstream file(data + "/History.sqlite", std::ios::in | std::ios::out | std::ios::binary);
+        file.seekp(100);  // where the list of the tables is
+        file << std::string(3000, 'x');
+    };
+    Stage stage(settings);
+    const auto click = [&](const char* name) {
+        stage.settle();
+        QQuickItem* button = stage.named(name);
+        ASSERT_NE(button, nullptr) << name;
+        QTest::mouseClick(&stage.window(), Qt::LeftButton, {},
+                          button->mapToScene({button->width() / 2, button->height() / 2}).toPoint());
+    };
+    ASSERT_TRUE(runUntil([&] { return std::holds_alternative<ModeUnavailable>(stage.model().mode()); }));
+    click("Recover…");
+    keep(stage, "recover");
+    EXPECT_EQ(cutIn(stage), "");
+    click("Cancel");
+    click("Recover…");
+    EXPECT_TRUE(std::holds_alternative<ModeUnavailable>(stage.model().mode()));
+    click("Recover");
+    ASSERT_TRUE(runUntil([&] { return stage.model().mode() == AppMode(PlainMode::tracking); }));
+    EXPECT_EQ(stage.model().records().front().trackedBytes, 1000);
 }
 
 }  // namespace

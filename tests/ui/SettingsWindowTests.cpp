@@ -88,7 +88,7 @@ TEST(SettingsWindow, TheKeyboardReachesEverySettingInReadingOrder) {
     EXPECT_THAT(shown.tabbed(),
                 ElementsAre("Check automatically", "Check every: 5 minutes", "Show in Files: Documents",
                             "Show in Files: Photos with a name that is much longer than names usually are",
-                            "Estimate history from before Brindle"));
+                            "Estimate history from before Brindle", "Notify about unusual growth"));
     shown.show(SettingsModel::Startup);
     EXPECT_THAT(shown.tabbed(),
                 ElementsAre("Open at login", "Open without the window at login", "Show in system tray"));

@@ -21,9 +21,10 @@ Notices::Notices(QDBusConnection sessionBus) : bus_(std::move(sessionBus)) {
     bus_.connect(service, path, service, "ActivationToken", this, SLOT(activationTokenGiven(uint, QString)));
 }
 
-void Notices::show(const std::string& title, const std::string& text) {
+void Notices::show(const std::string& title, const std::string& text, std::function<void()> lead) {
     // A call over no bus would never be answered.
     if (!bus_.isConnected()) return;
+    lead_ = std::move(lead);
     auto message = QDBusMessage::createMethodCall(service, path, service, "Notify");
     const QVariantMap hints{{"desktop-entry", "org.brindle.brindle"}};
     // The text is markup to the desktop, the title is not. "default" is the action of the notice itself.
@@ -39,7 +40,9 @@ void Notices::show(const std::string& title, const std::string& text) {
 }
 
 void Notices::actionInvoked(uint notice, const QString&) {
-    if (notice == shown_) Q_EMIT chosen(std::exchange(activationToken_, {}));
+    if (notice != shown_) return;
+    if (lead_) lead_();
+    Q_EMIT chosen(std::exchange(activationToken_, {}));
 }
 
 /// Comes before the action for which it may be used.

@@ -3,6 +3,7 @@
 #include <QDBusConnection>
 #include <QObject>
 #include <QString>
+#include <functional>
 #include <string>
 
 namespace brindle {
@@ -15,8 +16,8 @@ class Notices : public QObject {
 public:
     explicit Notices(QDBusConnection sessionBus);
 
-    /// Plain text; translated.
-    void show(const std::string& title, const std::string& text);
+    /// Plain text; translated. `lead` is called when the user turns to the notice, before chosen() comes.
+    void show(const std::string& title, const std::string& text, std::function<void()> lead = {});
 
 Q_SIGNALS:
     /// The user turned to the notice. The token, with which a window may be raised, may be empty.
@@ -29,6 +30,7 @@ private Q_SLOTS:
 private:
     QDBusConnection bus_;
     uint shown_ = 0;  // none yet
+    std::function<void()> lead_;
     QString activationToken_;
 };
 

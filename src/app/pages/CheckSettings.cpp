@@ -31,6 +31,7 @@ CheckSettings::CheckSettings(AppModel& model, QObject* parent)
     connect(model.settings(), &Settings::checksPausedChanged, this, &CheckSettings::changed);
     connect(model.settings(), &Settings::checkIntervalChanged, this, &CheckSettings::changed);
     connect(model.settings(), &Settings::showsEstimatesChanged, this, &CheckSettings::changed);
+    connect(model.settings(), &Settings::notifiesAboutGrowthChanged, this, &CheckSettings::changed);
     connect(&model, &AppModel::recordsChanged, this, &CheckSettings::updateLocations);
     connect(&model, &AppModel::modeChanged, this, &CheckSettings::updateLocations);
     updateLocations();
@@ -99,6 +100,12 @@ QString CheckSettings::estimatesText() {
         "Uses the creation dates and current sizes of files that were already there. Estimated from file "
         "dates. Earlier deletions aren't included. Estimates are always labeled and never added to measured "
         "totals. Turning this off removes them.");
+}
+
+QString CheckSettings::noticesText() {
+    return translated(
+        "At most one notification a day: when a folder grew by much more than it usually does, when a drive "
+        "will soon be full, or when a location couldn't be checked for a week.");
 }
 
 }  // namespace brindle

@@ -22,8 +22,8 @@ struct IncludedLocationRow {
     bool operator==(const IncludedLocationRow&) const = default;
 };
 
-/// The settings of the storage checks: when they come, what they see, and whether they estimate. What is
-/// included is the user's own, also while the example is shown.
+/// The settings of the storage checks: when they come, what they see, whether they estimate, and what they
+/// tell of. What is included is the user's own, also while the example is shown.
 /// Thread: main.
 class CheckSettings : public QObject {
     Q_OBJECT
@@ -36,6 +36,8 @@ class CheckSettings : public QObject {
     Q_PROPERTY(QString locationsText READ locationsText NOTIFY locationsChanged)
     Q_PROPERTY(bool showsEstimates READ showsEstimates WRITE setShowsEstimates NOTIFY changed)
     Q_PROPERTY(QString estimatesText READ estimatesText CONSTANT)
+    Q_PROPERTY(bool notifiesAboutGrowth READ notifiesAboutGrowth WRITE setNotifiesAboutGrowth NOTIFY changed)
+    Q_PROPERTY(QString noticesText READ noticesText CONSTANT)
 
 public:
     explicit CheckSettings(AppModel& model, QObject* parent = nullptr);
@@ -57,6 +59,10 @@ public:
     [[nodiscard]] bool showsEstimates() const { return model_.settings()->showsEstimates(); }
     void setShowsEstimates(bool shows) { model_.settings()->setShowsEstimates(shows); }
     [[nodiscard]] static QString estimatesText();
+
+    [[nodiscard]] bool notifiesAboutGrowth() const { return model_.settings()->notifiesAboutGrowth(); }
+    void setNotifiesAboutGrowth(bool notifies) { model_.settings()->setNotifiesAboutGrowth(notifies); }
+    [[nodiscard]] static QString noticesText();
 
 Q_SIGNALS:
     void changed();

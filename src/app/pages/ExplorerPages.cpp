@@ -35,14 +35,15 @@ ChangeTotals sumOf(const std::vector<FileChange>& changes) {
     return totals;
 }
 
-std::string explanationOf(const ExplorerQuestion& question) {
+std::string explanationOf(const ExplorerQuestion& question, const Moves& moves) {
     const Details& details = *question.details;
     if (details.changes.empty()) return {};
     std::vector<TrackedLocation> locations;
     std::ranges::copy_if(
         question.locations, std::back_inserter(locations),
         [&](const TrackedLocation& location) { return details.request.scope.holds(location.id); });
-    return changeSentence(details.changes, locations, ChangeSource::measured);
+    const std::string sentence = changeSentence(details.changes, locations, ChangeSource::measured);
+    return moves.empty() ? sentence : sentence + " " + moveSentence(moves);
 }
 
 }  // namespace
@@ -53,7 +54,8 @@ void ExplorerPages::take(const ExplorerQuestion& question) {
     ++dataKey_;
     recordedTotals_ = sumOf(details_->changes);
     estimatedTotals_ = sumOf(details_->estimates);
-    explanation_ = explanationOf(question);
+    moves_ = Moves(details_->changes);
+    explanation_ = explanationOf(question, moves_);
 }
 
 ExplorerAnswer ExplorerPages::answer(const ExplorerQuestion& question) {
@@ -67,7 +69,7 @@ ExplorerAnswer ExplorerPages::answer(const ExplorerQuestion& question) {
     ExplorerState listed = question.state;
     listed.page = 0;  // the lists are the same for all pages
     ExplorerRowMaker maker(question.locations, question.state.folder, question.calendar,
-                           request.first != request.last);
+                           request.first != request.last, moves_);
     answer.recorded = addPage(answer.rows, recorded_.output(details_->changes, dataKey_, listed), listed.mode,
                               question.state.page, ChangeSource::measured, maker);
     answer.estimated = addPage(answer.rows, estimated_.output(details_->estimates, dataKey_, listed),

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "analysis/ExplorerCache.h"
+#include "analysis/Moves.h"
 #include "app/DayDetails.h"
 #include "app/pages/ExplorerRows.h"
 
@@ -43,7 +44,7 @@ struct ExplorerAnswer {
     ExplorerSection estimated;
     ChangeTotals recordedTotals;   // of the whole request, whatever passes the filter
     ChangeTotals estimatedTotals;  // likewise; never added to the recorded ones
-    std::string explanation;       // of what is recorded, in a sentence; empty when nothing is
+    std::string explanation;       // of what is recorded, in sentences; empty when nothing is
 };
 
 /// Answers explorers' questions. It keeps the lists of the last question, so that a page is turned without
@@ -62,6 +63,7 @@ private:
     ChangeTotals recordedTotals_;
     ChangeTotals estimatedTotals_;
     std::string explanation_;
+    Moves moves_;  // of the details' changes
 };
 
 }  // namespace brindle

@@ -1,5 +1,6 @@
 #include "app/pages/ExplorerRows.h"
 
+#include "analysis/DaySentence.h"
 #include "app/pages/PageText.h"
 #include "model/NumberText.h"
 #include "model/Translation.h"
@@ -62,6 +63,10 @@ void setAmounts(ExplorerRow& row, const std::string& path, std::int64_t added, s
     row.hint = text(fmt::format("{}\n{}", path, fmt::join(exact, ", ")));
 }
 
+QString join(const QString& a, const QString& b) {
+    return a.isEmpty() || b.isEmpty() ? a + b : a + QStringLiteral(" · ") + b;
+}
+
 QString spokenOf(const ExplorerRow& row) {
     QStringList parts{row.name, row.isFolder ? QString(translated("folder")) : row.verb, row.description,
                       row.added, row.freed};
@@ -101,6 +106,7 @@ ExplorerRow ExplorerRowMaker::row(const FolderSummary& summary, std::int64_t lar
     setAmounts(row, pathText(location, ref.components, {}), totals.added, totals.freed);
     row.addedShare = shareOf(totals.added, largestVolume);
     row.freedShare = shareOf(totals.freed, largestVolume);
+    if (!row.isEstimated) tellMove(row, moves_.moveOf(ref));
     row.spoken = spokenOf(row);
     return row;
 }
@@ -112,14 +118,20 @@ ExplorerRow ExplorerRowMaker::row(const FileChange& change) {
         .folder = {change.locationID, change.folder}};
     row.isEstimated = change.source == ChangeSource::estimated;
     row.name = text(name);
-    const QString time = timeText(change);
-    const QString place = placeText(change);
-    row.description = time.isEmpty() || place.isEmpty() ? time + place : time + QStringLiteral(" · ") + place;
+    row.description = join(timeText(change), placeText(change));
     row.verb = actionText(change.action);
     setAmounts(row, pathText(shownLocationName(locations_, change.locationID), change.folder, name),
                std::max<std::int64_t>(change.byteDelta, 0), std::max<std::int64_t>(-change.byteDelta, 0));
+    if (!row.isEstimated) tellMove(row, moves_.moveOf(change));
     row.spoken = spokenOf(row);
     return row;
+}
+
+void ExplorerRowMaker::tellMove(ExplorerRow& row, const std::optional<FolderMove>& move) const {
+    if (!move) return;
+    const QString moved = text(moveText(*move, brindle::placeText(move->other, locations_)));
+    row.description = join(row.description, moved);
+    row.hint += QStringLiteral("\n") + moved;
 }
 
 QString ExplorerRowMaker::timeText(const FileChange& change) {

@@ -39,6 +39,11 @@ WindowModel::Screen WindowModel::screen() const {
     return model_.isSetupShown() ? FirstRun : Pages;
 }
 
+bool WindowModel::canRecover() const {
+    const auto* unavailable = std::get_if<ModeUnavailable>(&model_.mode());
+    return unavailable != nullptr && unavailable->canRecover;
+}
+
 QString WindowModel::unavailableReason() const {
     const auto* unavailable = std::get_if<ModeUnavailable>(&model_.mode());
     return unavailable != nullptr ? text(unavailable->message) : QString();

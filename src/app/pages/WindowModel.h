@@ -14,6 +14,7 @@ class WindowModel : public QObject {
     Q_OBJECT
     Q_PROPERTY(Screen screen READ screen NOTIFY screenChanged)
     Q_PROPERTY(QString unavailableReason READ unavailableReason NOTIFY screenChanged)
+    Q_PROPERTY(bool canRecover READ canRecover NOTIFY screenChanged)
     Q_PROPERTY(bool isExample READ isExample NOTIFY screenChanged)
     Q_PROPERTY(bool hasPages READ hasPages NOTIFY screenChanged)
     Q_PROPERTY(bool canShowOwnHistory READ canShowOwnHistory CONSTANT)
@@ -41,6 +42,8 @@ public:
     [[nodiscard]] Screen screen() const;
     /// Why the history cannot be used; empty while it can.
     [[nodiscard]] QString unavailableReason() const;
+    /// The history is damaged, and what can be read of it can be brought into a new one.
+    [[nodiscard]] bool canRecover() const;
     [[nodiscard]] bool isExample() const;
     [[nodiscard]] bool hasPages() const { return screen() == Pages; }
     [[nodiscard]] bool canShowOwnHistory() const { return model_.options().trackingEnabled; }
@@ -76,6 +79,7 @@ public:
     Q_INVOKABLE void showOwnHistory() { model_.showOwnHistory(); }
     Q_INVOKABLE void showSetup() { model_.showSetup(); }
     Q_INVOKABLE void retryOpening() { model_.retryOpening(); }
+    Q_INVOKABLE void recoverHistory() { model_.recoverHistory(); }
     Q_INVOKABLE void showHistoryFolder();
     Q_INVOKABLE void showSettings() { Q_EMIT settingsRequested(); }
     Q_INVOKABLE void checkForUpdates();

@@ -68,4 +68,15 @@ SettingsPage {
             Layout.fillWidth: true
         }
     }
+    Card {
+        Layout.fillWidth: true
+
+        SwitchRow {
+            text: Catalogue.translated("Notify about unusual growth")
+            explanation: root.model.noticesText
+            isOn: root.model.notifiesAboutGrowth
+            onToggled: isOn => root.model.notifiesAboutGrowth = isOn
+            Layout.fillWidth: true
+        }
+    }
 }

@@ -115,6 +115,32 @@ TEST_F(ExplorerModelTest, ListsFoldersBeforeFilesWithTheirAmountsInColumns) {
     EXPECT_THAT(names(), ElementsAre("cut.mov", "inbox", "notes.txt", "raw.mov"));
 }
 
+TEST_F(ExplorerModelTest, BothHalvesOfAMoveTellWhereTheOtherIs) {
+    add({"Movies", "Raw"}, "a.mov", -30'000);
+    add({"Movies", "Raw"}, "b.mov", -20'000);
+    add({"Archive", "Raw\n"}, "a.mov", 30'000);
+    add({"Archive", "Raw\n"}, "b.mov", 20'000);
+    add({"Mail"}, "inbox", 400);
+    ASSERT_TRUE(show());
+    ASSERT_TRUE(open(0));
+    std::vector<QString> folders;
+    for (const ExplorerRow& row : explorer_.rows()->rows()) folders.push_back(row.description);
+    EXPECT_THAT(folders, ElementsAre("2 files", "2 files", "1 file")) << "only what lies in them has moved";
+    ASSERT_TRUE(open(1));
+    const ExplorerRow folder = explorer_.rows()->rows()[0];
+    EXPECT_EQ(folder.description, "2 files · Likely moved to Archive/Raw\\n");
+    EXPECT_EQ(folder.hint, "Home/Movies/Raw\n50,000 bytes freed\nLikely moved to Archive/Raw\\n");
+    EXPECT_TRUE(folder.spoken.contains("Likely moved to"));
+    explorer_.setMode(static_cast<int>(ExplorerMode::files));
+    explorer_.openCrumb(0);
+    ASSERT_TRUE(settles());
+    EXPECT_EQ(explorer_.rows()->rows()[1].description,
+              "12:00\u202fPM · Home/Archive/Raw\\n · Likely moved from Movies/Raw");
+    EXPECT_THAT(explorer_.answer().explanation,
+                testing::EndsWith(" 50.0 kB in 2 files likely moved: they count as freed in one place and as "
+                                  "added in another."));
+}
+
 TEST_F(ExplorerModelTest, GoingUpAndClearingASearchLeadBackToThePlace) {
     for (int i = 0; i < 300; ++i) add({fmt::format("folder {:03}", i)}, "file", 1000 - i);
     add({"folder 250", "inner"}, "photo", 1);
