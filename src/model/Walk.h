@@ -51,6 +51,7 @@ struct ScanReport {
     std::int64_t cloudOnlyBytes = 0;  // logical sizes of files whose contents are not on this disk
     std::vector<UnreadableFolder> unreadable;
     std::vector<std::string> cloudOnlyFolders;  // not entered; sorted
+    std::vector<std::string> uncounted;         // those of the rules' uncountedPaths that are there
 
     bool operator==(const ScanReport&) const = default;
 };

@@ -160,6 +160,7 @@ private:
             reader.skip();
         } else if (rule != Rule::none) {
             uncounted_ = {.level = event.level, .isTrash = rule == Rule::trash};
+            report_.uncounted.emplace_back(event.path);
         } else if (event.status.isDataless) {
             reader.skip();
             report_.cloudOnlyFolders.emplace_back(event.path);
@@ -170,7 +171,10 @@ private:
         const Rule rule = rules_.of(event.path);
         if (rule == Rule::excluded) return;
         countAllocated(event.status);
-        if (rule != Rule::none) return;
+        if (rule != Rule::none) {
+            report_.uncounted.emplace_back(event.path);
+            return;
+        }
 
         const auto size = event.status.size;
         if (event.status.isDataless) report_.cloudOnlyBytes = checkedSum(report_.cloudOnlyBytes, size);

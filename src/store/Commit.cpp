@@ -103,6 +103,7 @@ private:
             store(folder.relativePath,
                   folder.isPermission ? UnreadableReason::permission : UnreadableReason::other);
         for (const std::string& path : report_.cloudOnlyFolders) store(path, UnreadableReason::notOnDisk);
+        for (const std::string& path : report_.uncounted) store(path, UnreadableReason::notOnDisk);
     }
 
     void storeCapacity(const VolumeReading& reading) {

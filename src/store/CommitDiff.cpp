@@ -101,12 +101,14 @@ RecordedDifferences recordDifferences(SQLiteConnection& db, const DiffContext& c
         inventory.set(path, size);
         inventoryDelta = checkedSum(inventoryDelta, delta);
         if (stored) observations.write(path, delta > 0 ? ChangeAction::grew : ChangeAction::shrank, delta);
-        // A file below a folder that could not be read before was hidden, not added; empty ones are not news.
+        // A file below a folder that could not be read, or was not counted, before was hidden, not added;
+        // empty ones are not news.
         else if (size > 0 && !isUnderAny(path, hiddenBefore))
             observations.write(path, ChangeAction::added, size);
     }
 
     const PathSet hiddenNow = skippedNow(report);
+    const PathSet uncounted(report.uncounted.begin(), report.uncounted.end());
     for (auto rows = differences.unseen(); rows.step();) {
         const std::string_view path = rows.textView(0);
         const std::int64_t size = rows.int64(1);
@@ -115,7 +117,8 @@ RecordedDifferences recordDifferences(SQLiteConnection& db, const DiffContext& c
         if (isUnderAny(path, hiddenNow)) continue;
         inventory.remove(path);
         inventoryDelta = checkedDifference(inventoryDelta, size);
-        if (size > 0) observations.write(path, ChangeAction::removed, -size);
+        // What is left out of the count from now on, as where the history was moved to, is not gone either.
+        if (size > 0 && !isUnderAny(path, uncounted)) observations.write(path, ChangeAction::removed, -size);
     }
     return {.totals = observations.totals(), .inventoryDelta = inventoryDelta};
 }

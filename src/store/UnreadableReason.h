@@ -6,8 +6,8 @@ namespace brindle {
 enum class UnreadableReason {
     other = 0,
     permission = 1,
-    // Its contents were not there to be read, and that is no fault: they are on no disk of this computer, or
-    // belonged to a location that was removed since.
+    // Its contents were not there to be counted, and that is no fault: they are on no disk of this computer,
+    // are left out of the count, or belonged to a location that was removed since.
     notOnDisk = 2,
 };
 

@@ -73,5 +73,25 @@ TEST_F(Counted, TheHistoryMovesWithinALocationOutOfItAndBack) {
     }
 }
 
+// A copy that stays behind is an ordinary folder from then on, and a folder that the history moves into is
+// none any more: the bytes were there before, and still are.
+TEST_F(Counted, WhatTheHistoryLeavesBehindAndMovesIntoIsNoNews) {
+    include("root");
+    write("root/old/History.sqlite", 700);
+    write("root/new/photos", 3000);
+    checkAll("root/old");
+    EXPECT_EQ(tracked(), "3010");
+
+    write("root/new/History.sqlite", 700);
+    for (int time = 0; time < 2; ++time) EXPECT_EQ(checkAll("root/new"), ChangeTotals{});
+    EXPECT_EQ(tracked(), "710");
+    for (int time = 0; time < 2; ++time) EXPECT_EQ(checkAll("root/old"), ChangeTotals{});
+    EXPECT_EQ(tracked(), "3710");
+    EXPECT_EQ(recorded(), "0");
+    // Whoever deletes it after that did free something.
+    fs::remove(path("root/new/photos"));
+    EXPECT_EQ(checkAll("root/old"), (ChangeTotals{0, 3000, 1}));
+}
+
 }  // namespace
 }  // namespace brindle

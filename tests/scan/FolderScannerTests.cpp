@@ -95,8 +95,11 @@ TEST(FolderScanner, UncountedTreesGiveTheirAllocatedSizeOnly) {
     tree.file("counted", sized(8, 8)).folder("folder").file("folder/counted", sized(64, 64));
     tree.endFolder("folder").folder("history").file("history/base", sized(16, 16)).endFolder("history");
     tree.file("program", sized(32, 32));
-    EXPECT_EQ(walk(tree, rules).report,
-              (ScanReport{.filesSeen = 2, .totalBytes = 72, .allocatedBytes = 127, .trashBytes = 7}));
+    EXPECT_EQ(walk(tree, rules).report, (ScanReport{.filesSeen = 2,
+                                                    .totalBytes = 72,
+                                                    .allocatedBytes = 127,
+                                                    .trashBytes = 7,
+                                                    .uncounted = {"bin", "closed", "history", "program"}}));
 }
 
 TEST(FolderScanner, DiskSpaceOfAFileWithSeveralNamesCountsOnce) {
@@ -104,8 +107,11 @@ TEST(FolderScanner, DiskSpaceOfAFileWithSeveralNamesCountsOnce) {
     tree.folder("bin").file("bin/1", linked(7, 10, 100)).endFolder("bin");
     tree.file("file/2", linked(7, 10, 100)).file("file/3", linked(7, 10, 100)).file("other", linked(8, 1, 1));
     const auto walked = walk(tree, {.uncountedPaths = {"bin"}, .trashPaths = {"bin"}});
-    EXPECT_EQ(walked.report,
-              (ScanReport{.filesSeen = 3, .totalBytes = 21, .allocatedBytes = 101, .trashBytes = 100}));
+    EXPECT_EQ(walked.report, (ScanReport{.filesSeen = 3,
+                                         .totalBytes = 21,
+                                         .allocatedBytes = 101,
+                                         .trashBytes = 100,
+                                         .uncounted = {"bin"}}));
 }
 
 TEST(FolderScanner, DatalessFilesCountAndDatalessFoldersAreListed) {

@@ -43,9 +43,9 @@ void sort(FolderListing& listing) {
     std::ranges::sort(listing.entries,
                       [names](auto a, auto b) { return std::strcmp(names + a, names + b) < 0; });
     // A folder that changes while it is listed may name an entry twice.
-    const auto repeated = std::ranges::unique(
-        listing.entries, [names](auto a, auto b) { return std::strcmp(names + a, names + b) == 0; });
-    listing.entries.erase(repeated.begin(), repeated.end());
+    const auto isSame = [names](auto a, auto b) { return std::strcmp(names + a, names + b) == 0; };
+    const auto repeated = std::unique(listing.entries.begin(), listing.entries.end(), isSame);
+    listing.entries.erase(repeated, listing.entries.end());
 }
 
 }  // namespace
