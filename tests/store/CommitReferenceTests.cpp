@@ -110,7 +110,7 @@ void expectTheSameRows(std::uint64_t seed) {
 // whatever a walk reports.
 TEST(CommitReference, TheMergedCommitLeavesTheSameRowsAsTheStagedOne) {
     const std::uint64_t first = testSeed();
-    for (int round = 0; round < testRounds(200) && !HasFailure(); ++round) {
+    for (int round = 0; round < testRounds(40) && !HasFailure(); ++round) {
         const std::uint64_t seed = first + static_cast<std::uint64_t>(round);
         SCOPED_TRACE("BRINDLE_TEST_SEED=" + std::to_string(seed));
         expectTheSameRows(seed);
