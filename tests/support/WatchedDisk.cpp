@@ -118,6 +118,7 @@ WatchedDisk::WatchedDisk(Watch watch) {
 }
 
 WatchedDisk::~WatchedDisk() {
+    watcher = [](const DiskCall&) { return SQLITE_OK; };  // connections may outlive it
     sqlite3_vfs_unregister(&watched);
     sqlite3_vfs_register(disk, 1);
 }
