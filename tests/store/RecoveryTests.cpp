@@ -244,10 +244,10 @@ TEST_F(DamagedHistory, IsInItsPlaceUntilTheNewOneIsWhole) {
                 const bool isKill = effect == DiskFault::Effect::kill;
                 SCOPED_TRACE(fmt::format("{}, {} at call {}", name, isKill ? "killed" : "disk full", n));
                 damage(damaged);
-                const int status = inChildProcess([&] {
+                const int status = inChildProcess([&, &work = run] {
                     FaultyVfs disk;
                     disk.arm({.failAt = n, .code = SQLITE_FULL, .effect = effect});
-                    run();
+                    work();
                 });
                 isDone = status == 0;
                 if (!isDone) {
