@@ -23,7 +23,8 @@ HistoryStore::HistoryStore(std::filesystem::path directory, const Clock& now)
     createPrivateDirectory(directory_.string());
     const std::filesystem::path file = directory_ / fileName;
     createPrivateFile(file.string());  // SQLite gives its log the mode of the database file
-    // SQLite would write through links that somebody planted under the names of what it keeps beside the file.
+    // SQLite would write through links that somebody planted under the names of what it keeps beside the
+    // file.
     for (const char* suffix : {"-wal", "-shm", "-journal"}) refuseLink(file.string() + suffix);
     // SQLite would open one that it may only read, and leave an index behind that nobody may write later.
     requireWritableFile(file.string());
