@@ -28,6 +28,7 @@ std::optional<std::int64_t> unusualGrowth(std::int64_t growth, std::vector<std::
     const std::int64_t most = std::max<std::int64_t>(valueBelow(past.size() / daysPerRareDay, past), 0);
     const auto median = static_cast<double>(valueBelow(past.size() / 2, past));
     std::vector<double> deviations;
+    deviations.reserve(past.size());
     for (const std::int64_t day : past) deviations.push_back(std::abs(static_cast<double>(day) - median));
     const double deviation = normalDeviation * valueBelow(deviations.size() / 2, deviations);
     if (growth <= most || static_cast<double>(growth) <= median + mostDeviations * deviation) return {};

@@ -1,6 +1,7 @@
 #include "store/BTreePage.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 
 namespace brindle {
@@ -162,7 +163,8 @@ std::optional<BTreePage> BTreePage::parse(std::span<const std::uint8_t> page, Pa
     const std::size_t headerAt = number == 1 ? fileHeaderSize : 0;
     ByteReader header(page, headerAt);
     const auto kind = header.number(1);
-    if (!kind || (kind != 2U && kind != 5U && kind != 10U && kind != 13U)) return {};
+    constexpr std::array<std::uint64_t, 4> kinds{2, 5, 10, 13};
+    if (!kind || std::ranges::find(kinds, *kind) == kinds.end()) return {};
     BTreePage parsed{.kind = static_cast<Kind>(*kind)};
     const auto firstFree = header.number(2);
     const auto cellCount = header.number(2);

@@ -12,7 +12,8 @@
 namespace brindle {
 namespace {
 
-constexpr std::chrono::seconds longestWait{20};
+// What checks write is written at the lowest priority: beside other work that takes its time.
+constexpr std::chrono::seconds longestWait{100};
 
 ProgramLaunch daemonLaunch(const std::filesystem::path& folder) {
     const auto configuration = folder / "bus.conf";
