@@ -194,8 +194,11 @@ TEST_F(DamagedHistory, LosesTheRowsOfADamagedPageAtMost) {
             // A byte that is another one in a row cannot be told; it changes that row, and adds none.
             ASSERT_LE(inventedIn(recovered).size(), flips);
             ASSERT_LE(recovered.size(), rows.size());
+            // A row whose number became that of another one may take its place.
+            std::size_t lostElsewhere = 0;
             for (const std::string& row : lostFrom(recovered))
-                ASSERT_TRUE(lostWith[page].contains(row)) << row;
+                lostElsewhere += lostWith[page].contains(row) ? 0U : 1U;
+            ASSERT_LE(lostElsewhere, flips);
         }
 
     Rows lostBehind;
