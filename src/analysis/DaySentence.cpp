@@ -7,7 +7,6 @@
 #include "model/Translation.h"
 
 #include <algorithm>
-#include <fmt/format.h>
 #include <limits>
 #include <optional>
 
@@ -97,8 +96,8 @@ std::string listText(const std::vector<FolderRef>& folders, std::span<const Trac
     names.reserve(folders.size());
     for (const FolderRef& ref : folders) names.push_back(placeText(ref, locations));
     if (names.size() == 1) return names[0];
-    if (names.size() == 2) return fmt::format(fmt::runtime(translated("{0} and {1}")), names[0], names[1]);
-    return fmt::format(fmt::runtime(translated("{0}, {1} and {2}")), names[0], names[1], names[2]);
+    if (names.size() == 2) return filled(translated("{0} and {1}"), names[0], names[1]);
+    return filled(translated("{0}, {1} and {2}"), names[0], names[1], names[2]);
 }
 
 struct Told {
@@ -108,16 +107,13 @@ struct Told {
 
 /// What came and went; a side that is less than a twentieth of the change is not worth its words.
 Told told(const ChangeTotals& totals, ChangeSource source) {
-    const auto format = [](const char* text, const auto&... values) {
-        return fmt::format(fmt::runtime(text), values...);
-    };
     const std::string added = byteAmount(totals.added);
     const std::string freed = byteAmount(totals.freed);
-    if (source == ChangeSource::estimated) return {format(translated("About {} came"), added), bytesAdded};
+    if (source == ChangeSource::estimated) return {filled(translated("About {} came"), added), bytesAdded};
     const std::int64_t least = totals.volume() / 20;
-    if (totals.freed <= least) return {format(translated("{} came"), added), bytesAdded};
-    if (totals.added <= least) return {format(translated("{} went"), freed), bytesFreed};
-    return {format(translated("{0} came and {1} went"), added, freed), bytesChanged};
+    if (totals.freed <= least) return {filled(translated("{} came"), added), bytesAdded};
+    if (totals.added <= least) return {filled(translated("{} went"), freed), bytesFreed};
+    return {filled(translated("{0} came and {1} went"), added, freed), bytesChanged};
 }
 
 }  // namespace
@@ -161,10 +157,10 @@ std::string changeSentence(std::span<const FolderSummary> folders, std::span<con
         explanation.isWhole = inRoot == what.measure(totals);
     }
     if (explanation.folders.empty())
-        return fmt::format(fmt::runtime(translated("{}, spread over several folders.")), what.amount);
-    return fmt::format(fmt::runtime(explanation.isWhole ? translated("{0}, all of it in {1}.")
-                                                        : translated("{0}, most of it in {1}.")),
-                       what.amount, listText(explanation.folders, locations));
+        return filled(translated("{}, spread over several folders."), what.amount);
+    return filled(
+        explanation.isWhole ? translated("{0}, all of it in {1}.") : translated("{0}, most of it in {1}."),
+        what.amount, listText(explanation.folders, locations));
 }
 
 std::string changeSentence(std::span<const FileChange> changes, std::span<const TrackedLocation> locations,

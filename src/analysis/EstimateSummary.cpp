@@ -4,7 +4,6 @@
 #include "model/Translation.h"
 
 #include <algorithm>
-#include <fmt/format.h>
 
 namespace brindle {
 
@@ -26,8 +25,7 @@ std::optional<EstimateSummary> estimateSummary(const HistorySnapshot& snapshot, 
 
 std::string sentence(const EstimateSummary& summary, const Calendar& calendar) {
     const auto formatted = [&](const char* text, const auto&... days) {
-        return fmt::format(fmt::runtime(text), byteAmount(summary.totals.bytes),
-                           groupedNumber(summary.totals.files), days...);
+        return filled(text, byteAmount(summary.totals.bytes), groupedNumber(summary.totals.files), days...);
     };
     if (summary.first == summary.last)
         return formatted(translatedCount("Estimated from file dates: {0} came on {2}, in {1} file.",

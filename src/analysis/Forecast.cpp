@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <fmt/format.h>
 #include <map>
 #include <vector>
 
@@ -103,10 +102,9 @@ struct Duration {
 
     /// `form`: the unit's text in the form that fits `usual`.
     [[nodiscard]] std::string text(const char* form) const {
-        std::string text = fmt::format(fmt::runtime(form), groupedNumber(usual));
+        std::string text = filled(form, groupedNumber(usual));
         if (earliest != latest)
-            text += fmt::format(fmt::runtime(translated(" ({} to {})")), groupedNumber(earliest),
-                                groupedNumber(latest));
+            text += filled(translated(" ({} to {})"), groupedNumber(earliest), groupedNumber(latest));
         return text;
     }
 
@@ -172,8 +170,8 @@ std::string sentence(const Forecast& forecast, const Calendar& calendar) {
     if (const auto* full = std::get_if<FullIn>(&forecast)) {
         if (full->days == 0)
             return translated("This drive will be full within a day if it goes on like this.");
-        return fmt::format(fmt::runtime(translated("At the pace since {0}, this drive will be full in {1}.")),
-                           calendar.mediumLabel(full->since), durationText(*full));
+        return filled(translated("At the pace since {0}, this drive will be full in {1}."),
+                      calendar.mediumLabel(full->since), durationText(*full));
     }
     switch (std::get<NoForecast>(forecast)) {
         case NoForecast::tooFewReadings:

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <fmt/format.h>
 
 namespace brindle {
 namespace {
@@ -70,7 +69,7 @@ std::string legendText(const NetScale& scale, int step) {
     if (step == 0) return translated("No net change");
     const auto from = scale.beginning(std::abs(step));
     if (!from) return {};
-    return fmt::format(fmt::runtime(translated("{} or more")), signedByteAmount(step < 0 ? -*from : *from));
+    return filled(translated("{} or more"), signedByteAmount(step < 0 ? -*from : *from));
 }
 
 MonthCalendar monthCalendar(const HistorySnapshot& snapshot, const LocationScope& scope, const LocalDay& day,

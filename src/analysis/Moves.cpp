@@ -4,7 +4,6 @@
 #include "model/Translation.h"
 
 #include <algorithm>
-#include <fmt/format.h>
 #include <unordered_map>
 
 namespace brindle {
@@ -113,19 +112,18 @@ std::optional<FolderMove> Moves::moveOf(const FolderRef& folder) const {
 }
 
 std::string moveText(const FolderMove& move, const std::string& place) {
-    return fmt::format(
-        fmt::runtime(move.hasLeft ? translated("Likely moved to {}") : translated("Likely moved from {}")),
-        place);
+    return filled(move.hasLeft ? translated("Likely moved to {}") : translated("Likely moved from {}"),
+                  place);
 }
 
 std::string moveSentence(const Moves& moves) {
     if (moves.empty()) return {};
     const auto& [files, bytes] = moves.totals();
-    return fmt::format(
-        fmt::runtime(translatedCount(
+    return filled(
+        translatedCount(
             "{0} in {1} file likely moved: it counts as freed in one place and as added in another.",
             "{0} in {1} files likely moved: they count as freed in one place and as added in another.",
-            files)),
+            files),
         byteAmount(bytes), groupedNumber(files));
 }
 

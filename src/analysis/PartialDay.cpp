@@ -25,7 +25,7 @@ std::vector<std::string> partialSentences(const HistorySnapshot& snapshot, const
     }
     std::vector<std::string> sentences;
     const auto tell = [&sentences](const char* text, const std::vector<std::string>& names) {
-        if (!names.empty()) sentences.push_back(fmt::format(fmt::runtime(text), fmt::join(names, ", ")));
+        if (!names.empty()) sentences.push_back(filled(text, fmt::join(names, ", ")));
     };
     tell(translated("The record is partial: no check of {} on this day."), unchecked);
     tell(translated("The record is partial: some folders of {} couldn't be read."), unreadable);

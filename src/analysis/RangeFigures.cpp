@@ -6,7 +6,6 @@
 #include "model/Translation.h"
 
 #include <algorithm>
-#include <fmt/format.h>
 #include <iterator>
 #include <vector>
 
@@ -48,11 +47,10 @@ std::string sentence(DayGap gap, const HistorySnapshot& snapshot) {
         case DayGap::notTracked:
             return translated("Nothing was tracked on this day.");
         case DayGap::notKept:
-            return fmt::format(
-                fmt::runtime(translatedCount("This day is no longer kept: history is kept for {} day.",
-                                             "This day is no longer kept: history is kept for {} days.",
-                                             snapshot.retentionDays)),
-                groupedNumber(snapshot.retentionDays));
+            return filled(translatedCount("This day is no longer kept: history is kept for {} day.",
+                                          "This day is no longer kept: history is kept for {} days.",
+                                          snapshot.retentionDays),
+                          groupedNumber(snapshot.retentionDays));
         case DayGap::noCheck:
             break;
     }
@@ -77,11 +75,11 @@ void DayCounts::add(const DayFigures& figures) {
 }
 
 std::string coverageText(const DayCounts& days) {
-    std::string text = fmt::format(
-        fmt::runtime(translatedCount("{0} of {1} day recorded", "{0} of {1} days recorded", days.all())),
-        groupedNumber(days.recorded), groupedNumber(days.all()));
+    std::string text =
+        filled(translatedCount("{0} of {1} day recorded", "{0} of {1} days recorded", days.all()),
+               groupedNumber(days.recorded), groupedNumber(days.all()));
     const auto add = [&text](const char* what, int count) {
-        if (count > 0) text += fmt::format(fmt::runtime(what), groupedNumber(count));
+        if (count > 0) text += filled(what, groupedNumber(count));
     };
     add(translated(", {} partial"), days.partial);
     add(translated(", {} estimated"), days.estimated);

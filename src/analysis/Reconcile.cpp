@@ -45,17 +45,12 @@ bool isPartial(const HistorySnapshot& snapshot, const std::string& drive, const 
     });
 }
 
-template <class... Values>
-std::string sentence(const char* text, const Values&... values) {
-    return fmt::format(fmt::runtime(text), values...);
-}
-
 std::string usedSentence(const Reconciliation& found, const Calendar& calendar) {
     const char* text = translated("Used space on “{0}” didn't move between {2} and {3}.");
     if (found.usedMoved > 0) text = translated("Used space on “{0}” grew by {1} between {2} and {3}.");
     if (found.usedMoved < 0) text = translated("Used space on “{0}” shrank by {1} between {2} and {3}.");
-    return sentence(text, fileNameText(found.to.name), byteAmount(std::abs(found.usedMoved)),
-                    calendar.timeLabel(found.from.readAt), calendar.timeLabel(found.to.readAt));
+    return filled(text, fileNameText(found.to.name), byteAmount(std::abs(found.usedMoved)),
+                  calendar.timeLabel(found.from.readAt), calendar.timeLabel(found.to.readAt));
 }
 
 /// What may make up the rest without being measured.
@@ -74,7 +69,7 @@ std::vector<std::string> possibleCauses(const Reconciliation& found) {
 /// "a, b or c"
 std::string alternatives(const std::vector<std::string>& texts) {
     const auto last = texts.end() - 1;
-    return sentence(translated("{0} or {1}"), fmt::join(texts.begin(), last, translated(", ")), *last);
+    return filled(translated("{0} or {1}"), fmt::join(texts.begin(), last, translated(", ")), *last);
 }
 
 }  // namespace
@@ -124,30 +119,30 @@ std::optional<Reconciliation> reconcile(const HistorySnapshot& snapshot,
 std::vector<std::string> reconciliationSentences(const Reconciliation& found, const Calendar& calendar) {
     std::vector<std::string> sentences{usedSentence(found, calendar)};
     if (found.isResized) {
-        sentences.push_back(sentence(translated("Its capacity went from {0} to {1}."),
-                                     byteAmount(found.from.totalBytes), byteAmount(found.to.totalBytes)));
+        sentences.push_back(filled(translated("Its capacity went from {0} to {1}."),
+                                   byteAmount(found.from.totalBytes), byteAmount(found.to.totalBytes)));
     }
     sentences.push_back(
-        sentence(translated("Tracked changes account for {}."), signedByteAmount(found.trackedMoved)));
+        filled(translated("Tracked changes account for {}."), signedByteAmount(found.trackedMoved)));
     if (found.unexplained() == 0) return sentences;
 
-    sentences.push_back(sentence(translated("The other {0} can be {1}."),
-                                 signedByteAmount(found.unexplained()), alternatives(possibleCauses(found))));
+    sentences.push_back(filled(translated("The other {0} can be {1}."), signedByteAmount(found.unexplained()),
+                               alternatives(possibleCauses(found))));
     if (found.beyondVolumeMoved && *found.beyondVolumeMoved != 0)
-        sentences.push_back(sentence(found.isShared
-                                         ? translated("Other volumes that share this drive moved by {}.")
-                                         : translated("Blocks reserved for the system moved by {}."),
-                                     signedByteAmount(*found.beyondVolumeMoved)));
+        sentences.push_back(filled(found.isShared
+                                       ? translated("Other volumes that share this drive moved by {}.")
+                                       : translated("Blocks reserved for the system moved by {}."),
+                                   signedByteAmount(*found.beyondVolumeMoved)));
     if (found.purgeableMoved)
         sentences.push_back(
-            sentence(translated("Purgeable space moved by {}."), signedByteAmount(*found.purgeableMoved)));
+            filled(translated("Purgeable space moved by {}."), signedByteAmount(*found.purgeableMoved)));
     if (found.snapshotsMoved && *found.snapshotsMoved != 0) {
         const std::int64_t moved = std::abs(*found.snapshotsMoved);
         const char* text =
             *found.snapshotsMoved > 0
                 ? translatedCount("There is {} more snapshot.", "There are {} more snapshots.", moved)
                 : translatedCount("There is {} snapshot fewer.", "There are {} snapshots fewer.", moved);
-        sentences.push_back(sentence(text, groupedNumber(moved)) + " " +
+        sentences.push_back(filled(text, groupedNumber(moved)) + " " +
                             translated(platformText::snapshotSizes));
     }
     return sentences;

@@ -25,9 +25,8 @@ NoComparison notTrackedOn(const LocalDay& day, const HistorySnapshot& snapshot, 
     if (!began)
         return {DayGap::notTracked,
                 translated("There is nothing to compare with: nothing was tracked then.")};
-    return {DayGap::notTracked,
-            fmt::format(fmt::runtime(translated("There is nothing to compare with: tracking began on {}.")),
-                        calendar.mediumLabel(*began))};
+    return {DayGap::notTracked, filled(translated("There is nothing to compare with: tracking began on {}."),
+                                       calendar.mediumLabel(*began))};
 }
 
 std::variant<RangeFigures, NoComparison> figuresBefore(const HistorySnapshot& snapshot,
@@ -36,12 +35,12 @@ std::variant<RangeFigures, NoComparison> figuresBefore(const HistorySnapshot& sn
     const LocalDay first = calendar.addingDays(range.first, -range.days.all());
     if (!isTracked(snapshot, scope, first)) return notTrackedOn(first, snapshot, scope, calendar);
     if (first < firstKeptDay(snapshot, calendar))
-        return NoComparison{DayGap::notKept,
-                            fmt::format(fmt::runtime(translatedCount(
-                                            "There is nothing to compare with: history is kept for {} day.",
-                                            "There is nothing to compare with: history is kept for {} days.",
-                                            snapshot.retentionDays)),
-                                        groupedNumber(snapshot.retentionDays))};
+        return NoComparison{
+            DayGap::notKept,
+            filled(translatedCount("There is nothing to compare with: history is kept for {} day.",
+                                   "There is nothing to compare with: history is kept for {} days.",
+                                   snapshot.retentionDays),
+                   groupedNumber(snapshot.retentionDays))};
     RangeFigures before =
         rangeFigures(snapshot, scope, first, calendar.addingDays(range.first, -1), calendar);
     if (!before.totals)
@@ -133,8 +132,8 @@ Trend trend(const HistorySnapshot& snapshot, const LocationScope& scope, const L
 std::string sentence(const ScopeStep& step, const HistorySnapshot& snapshot, const Calendar& calendar) {
     const char* text = step.bytes < 0 ? translated("“{0}” ({1}) isn't counted any more from {2} on.")
                                       : translated("“{0}” ({1}) is counted from {2} on.");
-    return fmt::format(fmt::runtime(text), nameOf(step.location, snapshot),
-                       byteAmount(step.bytes < 0 ? -step.bytes : step.bytes), calendar.mediumLabel(step.day));
+    return filled(text, nameOf(step.location, snapshot),
+                  byteAmount(step.bytes < 0 ? -step.bytes : step.bytes), calendar.mediumLabel(step.day));
 }
 
 std::string comparisonNote(const Trend& trend, const HistorySnapshot& snapshot) {
@@ -142,8 +141,7 @@ std::string comparisonNote(const Trend& trend, const HistorySnapshot& snapshot) 
     std::vector<std::string> names;
     for (const LocationID& id : trend.trackedInPart)
         names.push_back(fmt::format("“{}”", nameOf(id, snapshot)));
-    return fmt::format(fmt::runtime(translated("Not tracked on all of the days compared: {}.")),
-                       fmt::join(names, ", "));
+    return filled(translated("Not tracked on all of the days compared: {}."), fmt::join(names, ", "));
 }
 
 }  // namespace brindle

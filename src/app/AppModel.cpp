@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <fmt/format.h>
 #include <utility>
 
 namespace brindle {
@@ -299,8 +298,8 @@ void AppModel::setOpensAtLogin(bool opens) {
         else
             loginItem_->disable();
     } catch (const LoginItemError& error) {
-        loginItemFailure_ = QString::fromStdString(
-            fmt::format(fmt::runtime(translated("Open at login couldn't be changed. {}")), error.what()));
+        loginItemFailure_ =
+            QString::fromStdString(filled(translated("Open at login couldn't be changed. {}"), error.what()));
     }
     refreshLoginItem();
 }

@@ -11,7 +11,6 @@
 #include "store/Recovery.h"
 #include "store/StoredHistory.h"
 
-#include <fmt/format.h>
 #include <stdexcept>
 #include <utility>
 
@@ -106,9 +105,9 @@ void HistorySession::recover() {
     };
     const auto tell = [this](const RecoveryReport& report) {
         endOpening();
-        Q_EMIT recovered(QString::fromStdString(fmt::format(
-            fmt::runtime(translated("The history was recovered. The damaged file is kept as {}.")),
-            fileNameText(report.setAside.string()))));
+        Q_EMIT recovered(QString::fromStdString(
+            filled(translated("The history was recovered. The damaged file is kept as {}."),
+                   fileNameText(report.setAside.string()))));
     };
     background_.run(work, tell, [this](const std::exception& error) { openingFailed(error); });
 }

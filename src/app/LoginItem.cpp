@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fmt/format.h>
 #include <system_error>
 #include <unistd.h>
 #include <vector>
@@ -53,8 +52,8 @@ std::vector<const char*> blockingKeys(const DesktopEntry& entry, const Environme
 }
 
 LoginItemError failure(const std::system_error& error, const std::string& path) {
-    return LoginItemError(fmt::format(fmt::runtime(translated("“{0}” can't be changed ({1}).")),
-                                      fileNameText(path), error.code().message()));
+    return LoginItemError(
+        filled(translated("“{0}” can't be changed ({1})."), fileNameText(path), error.code().message()));
 }
 
 }  // namespace

@@ -7,14 +7,13 @@
 #include "model/Translation.h"
 
 #include <algorithm>
-#include <fmt/format.h>
 
 namespace brindle {
 namespace {
 
 template <class... Values>
 QString shown(const char* text, const Values&... values) {
-    return QString::fromStdString(fmt::format(fmt::runtime(text), values...));
+    return QString::fromStdString(filled(text, values...));
 }
 
 QString nameOf(const std::string& name) {

@@ -12,7 +12,6 @@
 #include "model/Translation.h"
 
 #include <algorithm>
-#include <fmt/format.h>
 #include <limits>
 #include <variant>
 #include <vector>
@@ -25,11 +24,6 @@ constexpr int daysBetweenDriveNotices = 7;
 constexpr int daysUnreachable = 7;
 constexpr int longestGap = 3;
 constexpr std::size_t all = std::numeric_limits<std::size_t>::max();
-
-template <class... Values>
-std::string filled(const char* text, const Values&... values) {
-    return fmt::format(fmt::runtime(text), values...);
-}
 
 std::optional<StorageNotice> driveSoonFull(HistorySource& source, const HistorySnapshot& snapshot,
                                            const ToldNotices& told, const Calendar& calendar) {

@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
-#include <fmt/format.h>
 #include <utility>
 
 namespace brindle {
@@ -22,11 +21,6 @@ constexpr auto firstLook = std::chrono::minutes(1);  // what the user came for g
 constexpr const char* automaticKey = "checksForUpdatesAutomatically";
 constexpr const char* lastCheckKey = "lastUpdateCheck";    // seconds since 1970
 constexpr const char* newestFeedKey = "newestUpdateFeed";  // likewise: the date of the newest feed seen
-
-template <class... Values>
-std::string sentence(const char* text, const Values&... values) {
-    return fmt::format(fmt::runtime(text), values...);
-}
 
 std::optional<UnixTime> timeIn(const SettingValues& settings, const char* key) {
     const auto seconds = settings.integer(key);
@@ -114,7 +108,7 @@ void Updater::check() {
         [this](const QByteArray& part) { feedText_ += part; },
         [this](const auto& failure) {
             if (failure)
-                return end(sentence(translated("The list of updates couldn't be fetched ({})."), *failure));
+                return end(filled(translated("The list of updates couldn't be fetched ({})."), *failure));
             try {
                 readFeed();
             } catch (const UpdateError& error) {
@@ -138,19 +132,19 @@ void Updater::readFeed() {
     if (!feed.newest || feed.newest->version <= services_.runningVersion) {
         ready_.reset();
         return discard(
-            sentence(translated("Brindle {} is the newest version."), services_.runningVersion.text()));
+            filled(translated("Brindle {} is the newest version."), services_.runningVersion.text()));
     }
     if (ready_ == feed.newest)
-        return end(sentence(translated("Brindle {} is ready to install."), ready_->version.text()));
+        return end(filled(translated("Brindle {} is ready to install."), ready_->version.text()));
     if (feed.newest->length > services_.limits.largestPackage)
         throw UpdateError(
-            sentence(translated("Brindle {} is too large to download."), feed.newest->version.text()));
+            filled(translated("Brindle {} is too large to download."), feed.newest->version.text()));
     makePlace(*feed.newest);
 }
 
 void Updater::makePlace(const UpdateOffer& offer) {
     ready_.reset();
-    begin(sentence(translated("Downloading Brindle {}…"), offer.version.text()));
+    begin(filled(translated("Downloading Brindle {}…"), offer.version.text()));
     const auto prepare = [folder = services_.downloadFolder, path = packagePath(offer)] {
         removeFolder(folder);  // also what a program that was killed has left
         createPrivateDirectory(folder);
@@ -158,7 +152,7 @@ void Updater::makePlace(const UpdateOffer& offer) {
     };
     inBackground(prepare, [this, offer](const auto& failure) {
         if (failure)
-            return discard(sentence(translated("The update can't be stored ({})."), fileNameText(*failure)));
+            return discard(filled(translated("The update can't be stored ({})."), fileNameText(*failure)));
         fetchPackage(offer);
     });
 }
@@ -176,8 +170,8 @@ void Updater::fetchPackage(const UpdateOffer& offer) {
         [this, offer](const auto& failure) {
             package_.close();
             if (failure)
-                return discard(sentence(translated("Brindle {0} couldn't be downloaded ({1})."),
-                                        offer.version.text(), *failure));
+                return discard(filled(translated("Brindle {0} couldn't be downloaded ({1})."),
+                                      offer.version.text(), *failure));
             offerPackage(offer);
         });
 }
@@ -187,7 +181,7 @@ void Updater::offerPackage(const UpdateOffer& offer) {
                  [this, offer](const auto& failure) {
                      if (failure) return discard(*failure);
                      ready_ = offer;
-                     end(sentence(translated("Brindle {} is ready to install."), offer.version.text()));
+                     end(filled(translated("Brindle {} is ready to install."), offer.version.text()));
                  });
 }
 
@@ -197,7 +191,7 @@ void Updater::install() {
         return;
     }
     if (!ready_) return;
-    begin(sentence(translated("Installing Brindle {}…"), ready_->version.text()));
+    begin(filled(translated("Installing Brindle {}…"), ready_->version.text()));
     // It may have lain there for days.
     inBackground([this, offer = *ready_] { requireSignature(offer); },
                  [this](const auto& failure) {
@@ -213,14 +207,14 @@ void Updater::handOver() {
         if (updater) updater->install();
     };
     if (postpone_(installLater))
-        return end(sentence(translated("Brindle {} will be installed when the check has finished."),
-                            ready_->version.text()));
+        return end(filled(translated("Brindle {} will be installed when the check has finished."),
+                          ready_->version.text()));
     const std::string path = packagePath(*ready_);
-    end(sentence(translated("Brindle {} was handed to the system's installer."), ready_->version.text()));
+    end(filled(translated("Brindle {} was handed to the system's installer."), ready_->version.text()));
     services_.installer->install(path, [updater = QPointer<Updater>(this), path](bool isTaken) {
         if (updater && !isTaken)
-            updater->say(sentence(translated("No program that installs packages was found for “{}”."),
-                                  fileNameText(path)));
+            updater->say(filled(translated("No program that installs packages was found for “{}”."),
+                                fileNameText(path)));
     });
 }
 
@@ -273,8 +267,8 @@ std::string Updater::packagePath(const UpdateOffer& offer) const {
 void Updater::requireSignature(const UpdateOffer& offer) const {
     if (!feed_.key.hasSigned(packagePath(offer), static_cast<std::size_t>(offer.length), offer.signature))
         throw UpdateError(
-            sentence(translated("Brindle {} was deleted, because its publisher's signature doesn't fit."),
-                     offer.version.text()));
+            filled(translated("Brindle {} was deleted, because its publisher's signature doesn't fit."),
+                   offer.version.text()));
 }
 
 }  // namespace brindle

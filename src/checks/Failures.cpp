@@ -5,7 +5,6 @@
 #include "store/Migrations.h"
 #include "store/SQLiteError.h"
 
-#include <fmt/format.h>
 #include <new>
 #include <system_error>
 
@@ -13,13 +12,13 @@ namespace brindle {
 namespace {
 
 std::string unusable(const std::string& directory, const std::string& why) {
-    return fmt::format(fmt::runtime(translated("The storage history in “{0}” can't be used ({1}).")),
-                       fileNameText(directory), why);
+    return filled(translated("The storage history in “{0}” can't be used ({1})."), fileNameText(directory),
+                  why);
 }
 
 std::string databaseSentence(const SQLiteError& error, const std::string& directory) {
     const auto about = [&](const char* text) {
-        return fmt::format(fmt::runtime(text), fileNameText(directory), error.message());
+        return filled(text, fileNameText(directory), error.message());
     };
     if (error.isDamage())
         return about(translated(
@@ -41,8 +40,8 @@ std::string failureSentence(const std::exception& error, const std::string& dire
     if (const auto* database = dynamic_cast<const SQLiteError*>(&error))
         return databaseSentence(*database, directory);
     if (dynamic_cast<const std::system_error*>(&error) != nullptr)
-        return fmt::format(fmt::runtime(translated("The storage history in “{0}” can't be kept ({1}).")),
-                           fileNameText(directory), fileNameText(error.what()));
+        return filled(translated("The storage history in “{0}” can't be kept ({1})."),
+                      fileNameText(directory), fileNameText(error.what()));
     if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr)
         return unusable(directory, translated("out of memory"));
     return error.what();

@@ -12,7 +12,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fmt/format.h>
 
 namespace brindle {
 namespace {
@@ -22,18 +21,13 @@ namespace fs = std::filesystem;
 constexpr double secondsADay = 86'400;
 constexpr double longWithoutACheck = 7 * secondsADay;
 
-template <class... Values>
-std::string sentence(const char* text, const Values&... values) {
-    return fmt::format(fmt::runtime(text), values...);
-}
-
 HealthPoint lockPoint(const std::string& directory) {
     HealthPoint point{.name = "lock", .finding = translated("No other program uses the history.")};
     const auto user = HistoryFiles(directory).user();
     if (const auto checking = otherProgramText(directory))
         point.finding = *checking;
     else if (user.value_or(0) > 0)
-        point.finding = sentence(translated("Another program (process {}) has the history open."), *user);
+        point.finding = filled(translated("Another program (process {}) has the history open."), *user);
     else if (user)
         point.finding = translated("Another program has the history open.");
     return point;
@@ -49,11 +43,10 @@ HealthPoint spacePoint(const std::string& directory, std::int64_t historyBytes) 
         return point;
     }
     const std::int64_t room = reading->availableBytes;
-    point.finding = sentence(translated("The history takes {}; its disk has room for {} more."),
-                             byteAmount(historyBytes), byteAmount(room));
+    point.finding = filled(translated("The history takes {}; its disk has room for {} more."),
+                           byteAmount(historyBytes), byteAmount(room));
     if (room < std::max(least, historyBytes))
-        point.advice =
-            sentence(translated("Make room on the disk that holds “{}”."), fileNameText(directory));
+        point.advice = filled(translated("Make room on the disk that holds “{}”."), fileNameText(directory));
     return point;
 }
 
@@ -92,8 +85,8 @@ HealthPoint privacyPoint(const HealthQuestion& question) {
         list += (list.empty() ? "“" : ", “") + fileNameText(path) + "”";
         arguments += " '" + fileNameText(path) + "'";
     }
-    point.finding = sentence(translated("Others may have access to {}."), list);
-    point.advice = sentence(translated("Take their rights away: chmod go={}"), arguments);
+    point.finding = filled(translated("Others may have access to {}."), list);
+    point.advice = filled(translated("Take their rights away: chmod go={}"), arguments);
     return point;
 }
 
@@ -103,15 +96,15 @@ HealthPoint locationPoint(const LocationRecord& location) {
     const std::string path = fileNameText(location.path);
     const AccessState state = resolveAccess(location);
     if (std::holds_alternative<AccessDisconnected>(state)) {
-        point.finding = sentence(translated("“{}” isn't there: {}."), name, path);
-        point.advice = sentence(translated("Connect its drive, or stop tracking it: brindle remove {}. Until "
-                                           "then it keeps its history."),
-                                path);
+        point.finding = filled(translated("“{}” isn't there: {}."), name, path);
+        point.advice = filled(translated("Connect its drive, or stop tracking it: brindle remove {}. Until "
+                                         "then it keeps its history."),
+                              path);
     } else if (std::holds_alternative<AccessNeeded>(state)) {
-        point.finding = sentence(translated("“{}” can't be read: {}."), name, path);
+        point.finding = filled(translated("“{}” can't be read: {}."), name, path);
         point.advice = translated("Let your account read the folder.");
     } else {
-        point.finding = sentence(translated("“{}” can be checked: {}."), name, path);
+        point.finding = filled(translated("“{}” can be checked: {}."), name, path);
     }
     return point;
 }
@@ -139,7 +132,7 @@ HealthPoint schedulePoint(const HealthQuestion& question, const std::vector<Loca
         point.finding = translated("No locations are included yet.") + std::string(" ") + how;
         return point;
     }
-    point.finding = (last ? sentence(translated("The last check was on {}."), calendar.timeLabel(*last))
+    point.finding = (last ? filled(translated("The last check was on {}."), calendar.timeLabel(*last))
                           : std::string(translated("Nothing was checked yet."))) +
                     " " + how;
     if (!last || question.now - *last > longWithoutACheck)
@@ -167,12 +160,12 @@ HealthPoint leftoversPoint(const std::string& directory) {
         return list;
     };
     if (!copies.empty())
-        point.finding = sentence(translated("Kept copies of the history: {}."), listOf(copies));
+        point.finding = filled(translated("Kept copies of the history: {}."), listOf(copies));
     if (!partial.empty()) {
-        point.finding = sentence(translated("A program that was stopped left unfinished files behind: {}."),
-                                 listOf(partial));
-        point.advice = sentence(translated("Delete them in “{}”, once no other Brindle is at work."),
-                                fileNameText(directory));
+        point.finding = filled(translated("A program that was stopped left unfinished files behind: {}."),
+                               listOf(partial));
+        point.advice = filled(translated("Delete them in “{}”, once no other Brindle is at work."),
+                              fileNameText(directory));
     }
     return point;
 }
@@ -185,37 +178,37 @@ HealthPoint databasePoint(const HistoryExamination& examination, const std::stri
     switch (examination.condition) {
         case HistoryCondition::absent:
             point.finding =
-                sentence(translated("There is no history in “{}” yet. The first check begins one."), where);
+                filled(translated("There is no history in “{}” yet. The first check begins one."), where);
             break;
         case HistoryCondition::whole:
             point.finding =
-                sentence(translated("The history in “{}” is whole, and its sums are right."), where);
+                filled(translated("The history in “{}” is whole, and its sums are right."), where);
             break;
         case HistoryCondition::outdated:
-            point.finding = sentence(translated("The history in “{}” is whole, and of an older version. The "
-                                                "next command brings it up to date."),
-                                     where);
+            point.finding = filled(translated("The history in “{}” is whole, and of an older version. The "
+                                              "next command brings it up to date."),
+                                   where);
             break;
         case HistoryCondition::newer:
             point.finding =
-                sentence(translated("The history in “{}” was saved by a newer version of Brindle."), where);
+                filled(translated("The history in “{}” was saved by a newer version of Brindle."), where);
             point.advice = translated("Install the newest version of Brindle.");
             break;
         case HistoryCondition::foreign:
             point.finding =
-                sentence(translated("History.sqlite in “{}” is the database of another program."), where);
+                filled(translated("History.sqlite in “{}” is the database of another program."), where);
             point.advice = translated("Move that file away, or name another folder: --data-dir DIR");
             break;
         case HistoryCondition::leftOpen:
-            point.finding = sentence(
+            point.finding = filled(
                 translated(
                     "A program that had the history in “{}” open was killed, and its log has no index."),
                 where);
             point.advice = translated("Let Brindle put it in order: brindle status");
             break;
         case HistoryCondition::damaged:
-            point.finding = sentence(translated("The history in “{}” is damaged: {}"), where,
-                                     examination.faults.empty() ? "" : examination.faults.front());
+            point.finding = filled(translated("The history in “{}” is damaged: {}"), where,
+                                   examination.faults.empty() ? "" : examination.faults.front());
             point.advice = translated("Recover what can be read: brindle doctor --recover");
             break;
     }

@@ -8,7 +8,6 @@
 
 #include <cmath>
 #include <filesystem>
-#include <fmt/format.h>
 #include <utility>
 #include <vector>
 
@@ -17,11 +16,6 @@ namespace {
 
 // Enough to tell a folder that was moved from another one, and few enough to be looked for at once.
 constexpr std::size_t filesLookedFor = 2000;
-
-template <class... Values>
-std::string sentence(const char* text, const Values&... values) {
-    return fmt::format(fmt::runtime(text), values...);
-}
 
 LocationProposal proposal(LocationCandidate candidate, std::span<const LocationRecord> existing) {
     using Kind = LocationOverlap::Kind;
@@ -69,14 +63,13 @@ void explainContents(LocationProposal& proposed, const InventorySample& seen, co
     std::string text;
     if (missing == looked) {
         proposed.isRefused = true;
-        text =
-            sentence(translated("“{0}” holds none of the files that were last seen in “{1}”: they would be "
-                                "recorded as removed. To track it, add it as a folder of its own."),
-                     chosen, name);
+        text = filled(translated("“{0}” holds none of the files that were last seen in “{1}”: they would be "
+                                 "recorded as removed. To track it, add it as a folder of its own."),
+                      chosen, name);
     } else {
         const double share = static_cast<double>(missing) / static_cast<double>(looked);
         const auto all = std::llround(share * static_cast<double>(seen.fileCount));
-        text = sentence(
+        text = filled(
             translated("Of the {0} files last seen in “{1}”, about {2} aren't in “{3}”. The next check "
                        "records them as removed, and what is new there as added."),
             groupedNumber(seen.fileCount), name, groupedNumber(all), chosen);
@@ -102,8 +95,8 @@ LocationProposal proposeAgain(HistoryStore& store, const LocationID& id, const s
     if (!known) throw LocationChangeError(translated("The location isn't tracked any more."));
     if (known->kind == LocationKind::volume)
         throw LocationChangeError(
-            sentence(translated("“{}” is a whole drive. It is found again when it is connected."),
-                     fileNameText(known->name)));
+            filled(translated("“{}” is a whole drive. It is found again when it is connected."),
+                   fileNameText(known->name)));
 
     const auto others = trackedBeside(store, id);
     auto proposed = proposal(makeCandidate(path, others, known->addedAt), others);
@@ -111,9 +104,9 @@ LocationProposal proposeAgain(HistoryStore& store, const LocationID& id, const s
     if (proposed.isRefused) return proposed;
     if (chosen.volumeID != known->volumeID)
         throw LocationChangeError(
-            sentence(translated("“{0}” isn't on “{1}”, the drive that holds “{2}”. To track it, add it as a "
-                                "folder of its own."),
-                     fileNameText(chosen.name), fileNameText(known->volumeName), fileNameText(known->name)));
+            filled(translated("“{0}” isn't on “{1}”, the drive that holds “{2}”. To track it, add it as a "
+                              "folder of its own."),
+                   fileNameText(chosen.name), fileNameText(known->volumeName), fileNameText(known->name)));
     proposed.record.path = chosen.path;
     proposed.record.scanPath = chosen.scanPath;
     proposed.record.bookmark = chosen.bookmark;
@@ -141,7 +134,7 @@ void forgetLocation(HistoryStore& store, const LocationID& id) {
     store.forget(id).get();
     if (const auto kept = trackedLocation(store, id))
         throw LocationChangeError(
-            sentence(translated("“{}” has a history, which is never deleted."), fileNameText(kept->name)));
+            filled(translated("“{}” has a history, which is never deleted."), fileNameText(kept->name)));
 }
 
 }  // namespace brindle

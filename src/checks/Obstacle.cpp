@@ -3,8 +3,6 @@
 #include "model/FileNameText.h"
 #include "model/Translation.h"
 
-#include <fmt/format.h>
-
 namespace brindle {
 namespace {
 
@@ -13,7 +11,7 @@ std::string unavailableSentence(LocationStatus status, const LocationRecord& rec
         status == LocationStatus::needsAccess
             ? translated("“{}” couldn't be checked: your account isn't allowed to read {}.")
             : translated("“{}” couldn't be checked: {} isn't there, or its drive isn't connected.");
-    return fmt::format(fmt::runtime(text), fileNameText(record.name), fileNameText(record.path));
+    return filled(text, fileNameText(record.name), fileNameText(record.path));
 }
 
 }  // namespace
@@ -22,8 +20,7 @@ std::optional<std::string> obstacleText(const CheckRunSummary& run, const Locati
     if (const auto unavailable = run.unavailable.find(record.id); unavailable != run.unavailable.end())
         return unavailableSentence(unavailable->second, record);
     if (const auto failure = run.failures.find(record.id); failure != run.failures.end())
-        return fmt::format(fmt::runtime(translated("“{}” couldn't be checked: {}")),
-                           fileNameText(record.name), failure->second);
+        return filled(translated("“{}” couldn't be checked: {}"), fileNameText(record.name), failure->second);
     return {};
 }
 

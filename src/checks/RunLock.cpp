@@ -5,7 +5,6 @@
 #include "platform/PrivateFiles.h"
 
 #include <chrono>
-#include <fmt/format.h>
 #include <thread>
 
 namespace brindle {
@@ -20,9 +19,8 @@ std::string lockFile(const std::string& dataDirectory) {
 std::string lockedSentence(const std::string& path) {
     const auto holder = FileLock::lastHolder(path);
     if (!holder) return translated("Another program is using this storage history. Try again later.");
-    return fmt::format(fmt::runtime(translated(
-                           "Another program (process {}) is using this storage history. Try again later.")),
-                       *holder);
+    return filled(translated("Another program (process {}) is using this storage history. Try again later."),
+                  *holder);
 }
 
 }  // namespace
@@ -69,7 +67,7 @@ std::optional<std::string> otherProgramText(const std::string& dataDirectory) {
     if (!FileLock::isTaken(path)) return {};
     const auto holder = FileLock::lastHolder(path);
     if (!holder) return translated("Another program is checking now.");
-    return fmt::format(fmt::runtime(translated("Another program (process {}) is checking now.")), *holder);
+    return filled(translated("Another program (process {}) is checking now."), *holder);
 }
 
 }  // namespace brindle

@@ -11,7 +11,6 @@
 
 #include <cerrno>
 #include <filesystem>
-#include <fmt/format.h>
 #include <iostream>
 #include <nlohmann/json.hpp>
 #include <system_error>
@@ -22,7 +21,7 @@ namespace {
 namespace fs = std::filesystem;
 
 std::string sentenceAbout(const char* text, const std::string& path) {
-    return fmt::format(fmt::runtime(text), fileNameText(path));
+    return filled(text, fileNameText(path));
 }
 
 /// What keeps the file from being restored, in a sentence; null when it is a whole history.
@@ -71,8 +70,7 @@ ExitCode runBackup(const Context& context, const BackupOptions& options) {
     } catch (const std::system_error& error) {
         if (error.code().value() != EEXIST)
             throw std::runtime_error(
-                fmt::format(fmt::runtime(translated("The backup couldn't be written ({}).")),
-                            fileNameText(error.what())));
+                filled(translated("The backup couldn't be written ({})."), fileNameText(error.what())));
         if (options.replaces)
             throw UsageError(
                 sentenceAbout(translated("“{}” is no file that a backup can replace."), destination));
@@ -86,8 +84,8 @@ ExitCode runBackup(const Context& context, const BackupOptions& options) {
     if (context.asJson)
         context.output.json({{"path", destination}, {"bytes", bytes}});
     else
-        context.output.line(fmt::format(fmt::runtime(translated("The history was copied to {} ({}).")),
-                                        fileNameText(destination), byteAmount(bytes)));
+        context.output.line(filled(translated("The history was copied to {} ({})."),
+                                   fileNameText(destination), byteAmount(bytes)));
     return ExitCode::success;
 }
 

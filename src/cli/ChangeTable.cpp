@@ -3,8 +3,6 @@
 #include "model/NumberText.h"
 #include "model/Translation.h"
 
-#include <fmt/format.h>
-
 namespace brindle {
 namespace {
 
@@ -43,9 +41,9 @@ Table folderTable(std::span<const FolderSummary> folders, const LocationNames& r
 }
 
 std::string totalsText(const ChangeTotals& totals, const Output& output) {
-    return fmt::format(fmt::runtime(translatedCount("{0} added, {1} freed in {2} file",
-                                                    "{0} added, {1} freed in {2} files", totals.count)),
-                       output.added(totals.added), output.freed(totals.freed), groupedNumber(totals.count));
+    return filled(translatedCount("{0} added, {1} freed in {2} file", "{0} added, {1} freed in {2} files",
+                                  totals.count),
+                  output.added(totals.added), output.freed(totals.freed), groupedNumber(totals.count));
 }
 
 }  // namespace brindle

@@ -14,7 +14,6 @@
 #include "model/UserLocale.h"
 
 #include <algorithm>
-#include <fmt/format.h>
 #include <map>
 
 namespace brindle {
@@ -74,10 +73,9 @@ Page pageOf(std::size_t rows, std::size_t limit, std::size_t number) {
     if (limit == 0) limit = std::max<std::size_t>(rows, 1);
     const std::size_t pages = std::max<std::size_t>((rows + limit - 1) / limit, 1);
     if (number == 0 || number > pages)
-        throw UsageError(
-            fmt::format(fmt::runtime(translatedCount("There is only {} page.", "There are only {} pages.",
-                                                     static_cast<std::int64_t>(pages))),
-                        groupedNumber(static_cast<std::int64_t>(pages))));
+        throw UsageError(filled(translatedCount("There is only {} page.", "There are only {} pages.",
+                                                static_cast<std::int64_t>(pages)),
+                                groupedNumber(static_cast<std::int64_t>(pages))));
     const std::size_t first = (number - 1) * limit;
     return {.first = first, .size = std::min(limit, rows - first)};
 }
@@ -145,10 +143,10 @@ void print(const Context& context, const Listing& listing, const Page& page, std
     (options.isByFolder ? folderedTable(listing, names, moves) : fileTable(listing, names, moves))
         .print(output);
     if (const auto more = static_cast<std::int64_t>(rows - page.end()); more > 0)
-        output.line(fmt::format(
-            fmt::runtime(translatedCount("  … and {0} more; --page {1} lists the next, --limit 0 all",
-                                         "  … and {0} more; --page {1} lists the next, --limit 0 all", more)),
-            groupedNumber(more), options.page + 1));
+        output.line(
+            filled(translatedCount("  … and {0} more; --page {1} lists the next, --limit 0 all",
+                                   "  … and {0} more; --page {1} lists the next, --limit 0 all", more),
+                   groupedNumber(more), options.page + 1));
 }
 
 void printCSV(const Context& context, const Listing& listing, const HistorySnapshot& snapshot,

@@ -18,7 +18,7 @@ constexpr std::size_t unreadableShown = 10;
 
 template <class... Arguments>
 std::string counted(const char* one, const char* many, std::int64_t count, const Arguments&... more) {
-    return fmt::format(fmt::runtime(translatedCount(one, many, count)), groupedNumber(count), more...);
+    return filled(translatedCount(one, many, count), groupedNumber(count), more...);
 }
 
 }  // namespace
@@ -32,12 +32,10 @@ void CheckReport::add(const LocationRecord& record, const ScanProgress& last, bo
         addFailure(record, isUnavailable ? rawText(unavailable->second).data() : "failed", *obstacle,
                    isForgotten);
     } else {
-        addFailure(
-            record, "stopped",
-            fmt::format(
-                fmt::runtime(translated("Stopped: “{}” wasn't checked, and nothing was recorded for it.")),
-                fileNameText(record.name)),
-            isForgotten);
+        addFailure(record, "stopped",
+                   filled(translated("Stopped: “{}” wasn't checked, and nothing was recorded for it."),
+                          fileNameText(record.name)),
+                   isForgotten);
     }
 }
 
@@ -80,10 +78,9 @@ void CheckReport::printCommit(const LocationRecord& record, const CheckCommit& c
     const std::string seen =
         counted("{0} file, {1}", "{0} files, {1}", last.filesSeen, byteAmount(commit.trackedBytes));
     if (commit.isBaseline) {
-        output.line(fmt::format(
-            fmt::runtime(translated("  Baseline set: {}. From now on, checks record what changes.")), seen));
+        output.line(filled(translated("  Baseline set: {}. From now on, checks record what changes."), seen));
     } else if (commit.totals.count == 0) {
-        output.line(fmt::format(fmt::runtime(translated("  No changes: {}.")), seen));
+        output.line(filled(translated("  No changes: {}."), seen));
     } else {
         output.line(counted("  {1} added, {2} freed in {0} file. Now {3}.",
                             "  {1} added, {2} freed in {0} files. Now {3}.", commit.totals.count,
@@ -129,8 +126,8 @@ void CheckReport::addFailure(const LocationRecord& record, const char* outcome, 
     hasFailure_ = true;
     context_.output.sentence(sentence);
     if (isForgotten)
-        context_.output.sentence(fmt::format(fmt::runtime(translated("“{}” isn't included any more.")),
-                                             fileNameText(record.name)));
+        context_.output.sentence(
+            filled(translated("“{}” isn't included any more."), fileNameText(record.name)));
     locations_.push_back({{"id", record.id},
                           {"name", record.name},
                           {"path", record.path},

@@ -56,9 +56,9 @@ std::string stateText(const DayState& state, const Output& output) {
     if (const auto* recorded = std::get_if<DayRecorded>(&state))
         return recorded->totals.count == 0 ? translated("no changes") : totalsText(recorded->totals, output);
     if (const auto* estimated = std::get_if<DayEstimated>(&state))
-        return fmt::format(fmt::runtime(translatedCount("about {0} in {1} file", "about {0} in {1} files",
-                                                        estimated->totals.files)),
-                           byteAmount(estimated->totals.bytes), groupedNumber(estimated->totals.files));
+        return filled(
+            translatedCount("about {0} in {1} file", "about {0} in {1} files", estimated->totals.files),
+            byteAmount(estimated->totals.bytes), groupedNumber(estimated->totals.files));
     return translated("no check");
 }
 
@@ -134,9 +134,8 @@ ExitCode runDay(const Context& context, const DayOptions& options) {
         print(context.output, label, state, sentence, locations, partialSentences(snapshot, {}, day));
         printContributors(context.output, contributors, names);
     } else {
-        context.output.sentence(fmt::format(
-            fmt::runtime(isFuture ? translated("{} is still to come.") : translated("No check covers {}.")),
-            label));
+        context.output.sentence(
+            filled(isFuture ? translated("{} is still to come.") : translated("No check covers {}."), label));
     }
     return isKnown ? ExitCode::success : ExitCode::nothingFound;
 }

@@ -4,8 +4,6 @@
 #include "model/FileNameText.h"
 #include "model/Translation.h"
 
-#include <fmt/format.h>
-
 namespace brindle {
 
 LocalDay dayNamed(const std::string& text, const Calendar& calendar, const LocalDay& today) {
@@ -13,17 +11,14 @@ LocalDay dayNamed(const std::string& text, const Calendar& calendar, const Local
     if (text == "yesterday") return calendar.addingDays(today, -1);
     const auto day = LocalDay::parse(text);
     if (!day || calendar.addingDays(*day, 0) != *day)
-        throw UsageError(fmt::format(
-            fmt::runtime(translated("“{}” isn't a day. Give one like {}, or today, or yesterday.")),
-            fileNameText(text), today.text()));
+        throw UsageError(filled(translated("“{}” isn't a day. Give one like {}, or today, or yesterday."),
+                                fileNameText(text), today.text()));
     return *day;
 }
 
 LocalDay pastDayNamed(const std::string& text, const Calendar& calendar, const LocalDay& today) {
     const LocalDay day = dayNamed(text, calendar, today);
-    if (day > today)
-        throw UsageError(
-            fmt::format(fmt::runtime(translated("{} is still to come.")), calendar.longLabel(day)));
+    if (day > today) throw UsageError(filled(translated("{} is still to come."), calendar.longLabel(day)));
     return day;
 }
 

@@ -4,6 +4,7 @@
 #include "cli/SoleUse.h"
 #include "model/FileNameText.h"
 #include "model/NumberText.h"
+#include "model/Translation.h"
 #include "platform/Paths.h"
 #include "settings/WindowLock.h"
 #include "store/Recovery.h"
@@ -87,14 +88,12 @@ std::string tableText(const RecoveredTable& table) {
     const auto refused = static_cast<std::int64_t>(table.refusedRows);
     const auto pages = static_cast<std::int64_t>(table.damagedPages);
     if (refused > 0)
-        text += fmt::format(
-            fmt::runtime(translatedCount(", {} damaged and lost", ", {} damaged and lost", refused)),
-            groupedNumber(refused));
+        text += filled(translatedCount(", {} damaged and lost", ", {} damaged and lost", refused),
+                       groupedNumber(refused));
     if (pages > 0)
-        text +=
-            fmt::format(fmt::runtime(translatedCount(", and what {} damaged page held beyond them",
-                                                     ", and what {} damaged pages held beyond them", pages)),
-                        groupedNumber(pages));
+        text += filled(translatedCount(", and what {} damaged page held beyond them",
+                                       ", and what {} damaged pages held beyond them", pages),
+                       groupedNumber(pages));
     return text + ".";
 }
 
@@ -118,13 +117,12 @@ void report(const Context& context, const RecoveryReport& recovered) {
         context.output.paragraph(
             translated("A location that is missing now can be included again: brindle include PATH"));
     for (const std::string& name : recovered.incompleteLocations)
-        context.output.paragraph(fmt::format(
-            fmt::runtime(
-                translated("The files of “{}” aren't all known any more. Its next check finds them again, "
-                           "and doesn't record them as added.")),
-            fileNameText(name)));
-    context.output.paragraph(fmt::format(fmt::runtime(translated("The damaged file is kept as {}")),
-                                         fileNameText(recovered.setAside.string())));
+        context.output.paragraph(
+            filled(translated("The files of “{}” aren't all known any more. Its next check finds them again, "
+                              "and doesn't record them as added."),
+                   fileNameText(name)));
+    context.output.paragraph(
+        filled(translated("The damaged file is kept as {}"), fileNameText(recovered.setAside.string())));
 }
 
 /// What the history is once the log of a program that was killed is in order, which opening it sees to.

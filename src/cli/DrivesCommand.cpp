@@ -7,7 +7,6 @@
 #include "scan/Drives.h"
 
 #include <algorithm>
-#include <fmt/format.h>
 
 namespace brindle {
 namespace {
@@ -53,12 +52,12 @@ void print(Output& output, const ListedDrive& listed) {
     output.heading(drive.name, drive.mountPath);
     std::string text = drive.isInternal ? translated("internal") : translated("external");
     if (reading)
-        text += fmt::format(fmt::runtime(translated(", {} available of {}")),
-                            byteAmount(reading->availableBytes), byteAmount(reading->totalBytes));
+        text += filled(translated(", {} available of {}"), byteAmount(reading->availableBytes),
+                       byteAmount(reading->totalBytes));
     if (reading && reading->snapshotCount.value_or(0) > 0)
-        text += fmt::format(fmt::runtime(translatedCount(", {} local snapshot", ", {} local snapshots",
-                                                         *reading->snapshotCount)),
-                            groupedNumber(*reading->snapshotCount));
+        text +=
+            filled(translatedCount(", {} local snapshot", ", {} local snapshots", *reading->snapshotCount),
+                   groupedNumber(*reading->snapshotCount));
     if (isIncluded) text += translated(", included");
     output.paragraph(text, 2);
 }

@@ -16,7 +16,6 @@
 
 #include <chrono>
 #include <filesystem>
-#include <fmt/format.h>
 #include <nlohmann/json.hpp>
 #include <system_error>
 
@@ -101,8 +100,8 @@ ExitCode runExport(const Context& context, const ExportOptions& options) {
         context.output.json({{"path", destination}, {"rows", rows}, {"summary", summary}});
     } else {
         context.output.line(summary);
-        context.output.line(fmt::format(fmt::runtime(translated("Your storage statement is ready: {}")),
-                                        fileNameText(destination)));
+        context.output.line(
+            filled(translated("Your storage statement is ready: {}"), fileNameText(destination)));
     }
     return ExitCode::success;
 }

@@ -13,7 +13,6 @@
 #include "platform/Terminal.h"
 
 #include <algorithm>
-#include <fmt/format.h>
 
 namespace brindle {
 namespace {
@@ -66,8 +65,8 @@ private:
     }
 
     [[nodiscard]] static std::string restText(std::int64_t count) {
-        return fmt::format(fmt::runtime(translatedCount("{} smaller folder", "{} smaller folders", count)),
-                           groupedNumber(count));
+        return filled(translatedCount("{} smaller folder", "{} smaller folders", count),
+                      groupedNumber(count));
     }
 
     const LocationNames& names_;
@@ -106,10 +105,9 @@ std::string nothingText(const Period& period, const std::optional<std::int64_t>&
             entry.second, [&](const LocalDay& day) { return period.first <= day && day <= period.last; });
     });
     const std::string days = periodLabel(period, calendar);
-    if (!isChecked) return fmt::format(fmt::runtime(translated("No check covers {}.")), days);
-    if (!over) return fmt::format(fmt::runtime(translated("Nothing grew: {}.")), days);
-    return fmt::format(fmt::runtime(translated("Nothing grew by more than {0}: {1}.")), byteAmount(*over),
-                       days);
+    if (!isChecked) return filled(translated("No check covers {}."), days);
+    if (!over) return filled(translated("Nothing grew: {}."), days);
+    return filled(translated("Nothing grew by more than {0}: {1}."), byteAmount(*over), days);
 }
 
 }  // namespace
@@ -140,9 +138,8 @@ ExitCode runGrew(const Context& context, const GrewOptions& options) {
         context.output.sentence(nothingText(period, over, snapshot, context.calendar));
     } else {
         context.output.line(context.output.emphasized(periodLabel(period, context.calendar)));
-        context.output.line(
-            over ? fmt::format(fmt::runtime(translated("What grew by more than {}:")), byteAmount(*over))
-                 : translated("What grew:"));
+        context.output.line(over ? filled(translated("What grew by more than {}:"), byteAmount(*over))
+                                 : translated("What grew:"));
         TreeTable(names).of(tree).print(context.output);
     }
     return over && !tree.empty() ? ExitCode::limitPassed : ExitCode::success;

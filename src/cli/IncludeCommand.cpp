@@ -6,8 +6,6 @@
 #include "model/FileNameText.h"
 #include "model/Translation.h"
 
-#include <fmt/format.h>
-
 namespace brindle {
 
 ExitCode runInclude(const Context& context, const std::vector<std::string>& paths) {
@@ -26,9 +24,9 @@ ExitCode runInclude(const Context& context, const std::vector<std::string>& path
     for (const LocationRecord& record : added) {
         store.insert(record).get();
         if (!context.asJson)
-            context.output.line(fmt::format(
-                fmt::runtime(translated("“{}” is included. Its first check sets its starting point.")),
-                fileNameText(record.name)));
+            context.output.line(
+                filled(translated("“{}” is included. Its first check sets its starting point."),
+                       fileNameText(record.name)));
     }
     if (context.asJson) context.output.json(added);
     return ExitCode::success;

@@ -27,8 +27,8 @@ const char* statusWord(LocationStatus status) {
 
 std::string lastCheckText(const LocationRecord& record, const Calendar& calendar) {
     if (!record.lastCheckAt) return translated("Not checked yet");
-    return fmt::format(fmt::runtime(translated("{}, last checked {}")), byteAmount(record.trackedBytes),
-                       calendar.timeLabel(*record.lastCheckAt));
+    return filled(translated("{}, last checked {}"), byteAmount(record.trackedBytes),
+                  calendar.timeLabel(*record.lastCheckAt));
 }
 
 void print(const Context& context, const LocationRecord& record, std::size_t unreadable) {
@@ -38,9 +38,9 @@ void print(const Context& context, const LocationRecord& record, std::size_t unr
         fmt::format("{}, {}", lastCheckText(record, context.calendar), statusWord(record.status)), 2);
     if (unreadable == 0) return;
     const auto count = static_cast<std::int64_t>(unreadable);
-    output.line(fmt::format(
-        fmt::runtime(translatedCount("  {} folder couldn't be read", "  {} folders couldn't be read", count)),
-        groupedNumber(count)));
+    output.line(
+        filled(translatedCount("  {} folder couldn't be read", "  {} folders couldn't be read", count),
+               groupedNumber(count)));
 }
 
 struct ListedLocation {

@@ -116,24 +116,22 @@ void Output::progress(std::string_view locationName, const ScanProgress& progres
     if (!showsProgress_) return;
     const double rate = progress.elapsed > 0 ? static_cast<double>(progress.filesSeen) / progress.elapsed : 0;
     const std::string text =
-        fmt::format(fmt::runtime(translatedCount("Checking your files… {} · {} file · {} · {} a second",
-                                                 "Checking your files… {} · {} files · {} · {} a second",
-                                                 progress.filesSeen)),
-                    fileNameText(locationName), groupedNumber(progress.filesSeen),
-                    byteAmount(progress.bytesSeen), groupedNumber(static_cast<std::int64_t>(rate)));
+        filled(translatedCount("Checking your files… {} · {} file · {} · {} a second",
+                               "Checking your files… {} · {} files · {} · {} a second", progress.filesSeen),
+               fileNameText(locationName), groupedNumber(progress.filesSeen), byteAmount(progress.bytesSeen),
+               groupedNumber(static_cast<std::int64_t>(rate)));
     showProgress(text);
 }
 
 void Output::estimating(std::string_view locationName) {
     if (!showsProgress_) return;
-    showProgress(
-        fmt::format(fmt::runtime(translated("Estimating earlier history… {}")), fileNameText(locationName)));
+    showProgress(filled(translated("Estimating earlier history… {}"), fileNameText(locationName)));
 }
 
 void Output::exporting(std::int64_t rows, std::int64_t allRows) {
     if (!showsProgress_) return;
-    showProgress(fmt::format(fmt::runtime(translated("Writing the statement… {} of {} rows")),
-                             groupedNumber(rows), groupedNumber(allRows)));
+    showProgress(filled(translated("Writing the statement… {} of {} rows"), groupedNumber(rows),
+                        groupedNumber(allRows)));
 }
 
 void Output::showProgress(const std::string& text) {

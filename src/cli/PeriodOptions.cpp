@@ -5,7 +5,6 @@
 #include "model/Translation.h"
 
 #include <CLI/CLI.hpp>
-#include <fmt/format.h>
 
 namespace brindle {
 namespace {
@@ -44,16 +43,15 @@ Period periodOf(const PeriodOptions& options, const Calendar& calendar, const Lo
     }
     const Period period{.first = named(options.from), .last = named(options.to)};
     if (period.first > period.last)
-        throw UsageError(
-            fmt::format(fmt::runtime(translated("The period ends before it begins: {} is after {}.")),
-                        period.first.text(), period.last.text()));
+        throw UsageError(filled(translated("The period ends before it begins: {} is after {}."),
+                                period.first.text(), period.last.text()));
     return period;
 }
 
 std::string periodLabel(const Period& period, const Calendar& calendar) {
     if (period.first == period.last) return calendar.longLabel(period.first);
-    return fmt::format(fmt::runtime(translated("{0} to {1}")), calendar.longLabel(period.first),
-                       calendar.longLabel(period.last));
+    return filled(translated("{0} to {1}"), calendar.longLabel(period.first),
+                  calendar.longLabel(period.last));
 }
 
 }  // namespace brindle

@@ -7,7 +7,6 @@
 #include "platform/Paths.h"
 
 #include <algorithm>
-#include <fmt/format.h>
 #include <vector>
 
 namespace brindle {
@@ -24,7 +23,7 @@ FolderPath componentsOf(std::string_view path) {
 }
 
 UsageError error(const char* text, const std::string& name) {
-    return UsageError(fmt::format(fmt::runtime(text), fileNameText(name)));
+    return UsageError(filled(text, fileNameText(name)));
 }
 
 }  // namespace

@@ -6,8 +6,6 @@
 #include "model/Translation.h"
 #include "platform/Paths.h"
 
-#include <fmt/format.h>
-
 namespace brindle {
 namespace {
 
@@ -17,15 +15,14 @@ LocationRecord includedAt(const std::string& path, HistoryStore& store) {
     for (LocationRecord& record : store.loadLocations().get())
         if (!record.removedAt && (record.path == wanted || record.scanPath == wanted))
             return std::move(record);
-    throw UsageError(
-        fmt::format(fmt::runtime(translated("“{}” isn't an included location.")), fileNameText(wanted)));
+    throw UsageError(filled(translated("“{}” isn't an included location."), fileNameText(wanted)));
 }
 
 void tell(const Context& context, const LocationRecord& record, const char* sentence) {
     if (context.asJson)
         context.output.json(record);
     else
-        context.output.line(fmt::format(fmt::runtime(sentence), fileNameText(record.name)));
+        context.output.line(filled(sentence, fileNameText(record.name)));
 }
 
 }  // namespace
@@ -48,9 +45,8 @@ ExitCode runForget(const Context& context, const std::string& path) {
     HistoryStore store = context.openHistory();
     const LocationRecord record = includedAt(path, store);
     if (record.baselineAt)
-        throw UsageError(fmt::format(
-            fmt::runtime(translated(
-                "“{}” has a history, which is never deleted. To stop tracking it: brindle remove.")),
+        throw UsageError(filled(
+            translated("“{}” has a history, which is never deleted. To stop tracking it: brindle remove."),
             fileNameText(record.name)));
     store.forget(record.id).get();
     tell(context, record, translated("“{}” is forgotten. Nothing had been recorded for it."));

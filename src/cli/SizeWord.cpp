@@ -7,7 +7,6 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <fmt/format.h>
 #include <optional>
 #include <string_view>
 
@@ -56,9 +55,8 @@ std::optional<std::int64_t> parsed(std::string_view text) {
 
 std::int64_t sizeNamed(const std::string& text) {
     if (const auto bytes = parsed(text)) return *bytes;
-    throw UsageError(
-        fmt::format(fmt::runtime(translated("“{}” isn't a size. Give one like 500MB, 1.5GB, 2GiB or 4096.")),
-                    fileNameText(text)));
+    throw UsageError(filled(translated("“{}” isn't a size. Give one like 500MB, 1.5GB, 2GiB or 4096."),
+                            fileNameText(text)));
 }
 
 }  // namespace brindle

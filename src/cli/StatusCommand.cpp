@@ -20,10 +20,10 @@ const char* obstacleText(LocationStatus status) {
 }
 
 std::string conditionText(const TrackedLocation& location, const Calendar& calendar) {
-    std::string text = location.lastCheck ? fmt::format(fmt::runtime(translated("{}, checked {}")),
-                                                        byteAmount(location.trackedBytes),
-                                                        calendar.timeLabel(*location.lastCheck))
-                                          : translated("Never checked yet");
+    std::string text = location.lastCheck
+                           ? filled(translated("{}, checked {}"), byteAmount(location.trackedBytes),
+                                    calendar.timeLabel(*location.lastCheck))
+                           : translated("Never checked yet");
     if (const char* obstacle = obstacleText(location.status)) text += fmt::format(", {}", obstacle);
     return text;
 }
@@ -31,9 +31,9 @@ std::string conditionText(const TrackedLocation& location, const Calendar& calen
 std::string todayText(const DayState& today, const Output& output) {
     const auto* recorded = std::get_if<DayRecorded>(&today);
     if (recorded == nullptr) return translated("Today: not checked");
-    std::string text = recorded->totals.count == 0 ? translated("Today: no changes")
-                                                   : fmt::format(fmt::runtime(translated("Today: {}")),
-                                                                 totalsText(recorded->totals, output));
+    std::string text = recorded->totals.count == 0
+                           ? translated("Today: no changes")
+                           : filled(translated("Today: {}"), totalsText(recorded->totals, output));
     // Of one location, a day is partial for no other reason.
     if (recorded->partial) text += translated(" (some folders couldn't be read)");
     return text;
@@ -47,10 +47,10 @@ void printLocation(const Context& context, const TrackedLocation& location, cons
 
 void printDrive(const Context& context, const VolumeReading& drive) {
     context.output.heading(drive.name, drive.mountPath);
-    context.output.paragraph(fmt::format(fmt::runtime(translated("{0} free of {1} at the check of {2}")),
-                                         byteAmount(drive.availableBytes), byteAmount(drive.totalBytes),
-                                         context.calendar.timeLabel(drive.readAt)),
-                             2);
+    context.output.paragraph(
+        filled(translated("{0} free of {1} at the check of {2}"), byteAmount(drive.availableBytes),
+               byteAmount(drive.totalBytes), context.calendar.timeLabel(drive.readAt)),
+        2);
 }
 
 nlohmann::ordered_json coded(const TrackedLocation& location, const DayState& today) {

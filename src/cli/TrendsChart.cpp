@@ -8,7 +8,6 @@
 #include "platform/Terminal.h"
 
 #include <algorithm>
-#include <fmt/format.h>
 #include <functional>
 
 namespace brindle {
@@ -38,14 +37,11 @@ std::string noteOn(const RangeFigures& figures) {
     const auto add = [&note](const std::string& text) { note += (note.empty() ? "" : ", ") + text; };
     if (days.recorded == 0 && days.estimated == 0) return gapWord(days);
     if (days.recorded > 0 && days.recorded < days.all())
-        add(fmt::format(fmt::runtime(translated("{0} of {1} days")), groupedNumber(days.recorded),
-                        groupedNumber(days.all())));
+        add(filled(translated("{0} of {1} days"), groupedNumber(days.recorded), groupedNumber(days.all())));
     if (days.partial > 0)
-        add(isDay ? translated("partial")
-                  : fmt::format(fmt::runtime(translated("{} partial")), groupedNumber(days.partial)));
+        add(isDay ? translated("partial") : filled(translated("{} partial"), groupedNumber(days.partial)));
     if (figures.estimated && !figures.totals)
-        add(fmt::format(fmt::runtime(translated("about {}, estimated")),
-                        byteAmount(figures.estimated->bytes)));
+        add(filled(translated("about {}, estimated"), byteAmount(figures.estimated->bytes)));
     return note;
 }
 
@@ -144,10 +140,9 @@ void printChart(Output& output, const Trend& trend, const HistorySnapshot& snaps
     if (rows.size() < trend.days.size()) output.line(translated("A row is a week; the day is its first."));
     table.print(output);
     if (mostAdded > end || mostFreed > end)
-        output.paragraph(
-            fmt::format(fmt::runtime(translated("The bars end at {0}; more than that is marked {1}.")),
-                        byteAmount(end), mostAdded > end ? bars.addedMark() : bars.freedMark()),
-            2);
+        output.paragraph(filled(translated("The bars end at {0}; more than that is marked {1}."),
+                                byteAmount(end), mostAdded > end ? bars.addedMark() : bars.freedMark()),
+                         2);
 }
 
 }  // namespace brindle

@@ -14,7 +14,6 @@
 #include "model/Translation.h"
 
 #include <algorithm>
-#include <fmt/format.h>
 
 namespace brindle {
 namespace {
@@ -55,8 +54,8 @@ std::vector<DriveOutlook> outlooksOf(const Trend& trend, const HistorySnapshot& 
 std::string sumText(const ChangeTotals& totals, const Output& output) {
     const std::int64_t net = totals.net();
     const auto style = net < 0 ? TextStyle::freed : TextStyle::added;
-    return fmt::format(fmt::runtime(translated("{0}, net {1}")), totalsText(totals, output),
-                       net == 0 ? signedByteAmount(0) : output.styled(style, signedByteAmount(net)));
+    return filled(translated("{0}, net {1}"), totalsText(totals, output),
+                  net == 0 ? signedByteAmount(0) : output.styled(style, signedByteAmount(net)));
 }
 
 /// Captions and what they stand for, below each other.
@@ -71,10 +70,9 @@ private:
 
 std::string trackedText(const RangeFigures& figures) {
     if (!figures.trackedAtEnd) return translated("not known");
-    if (!figures.trackedBefore)
-        return fmt::format(fmt::runtime(translated("{} at the end")), byteAmount(*figures.trackedAtEnd));
-    return fmt::format(fmt::runtime(translated("{0} at the beginning, {1} at the end")),
-                       byteAmount(*figures.trackedBefore), byteAmount(*figures.trackedAtEnd));
+    if (!figures.trackedBefore) return filled(translated("{} at the end"), byteAmount(*figures.trackedAtEnd));
+    return filled(translated("{0} at the beginning, {1} at the end"), byteAmount(*figures.trackedBefore),
+                  byteAmount(*figures.trackedAtEnd));
 }
 
 void printFacts(Output& output, const Trend& trend) {
@@ -85,11 +83,11 @@ void printFacts(Output& output, const Trend& trend) {
         facts.add(translated("Days before"), sumText(*before->totals, output));
     facts.add(translated("Tracked size"), trackedText(figures));
     if (figures.estimated)
-        facts.add(translated("Estimated"),
-                  fmt::format(fmt::runtime(translatedCount("about {0} in {1} file, not counted above",
-                                                           "about {0} in {1} files, not counted above",
-                                                           figures.estimated->files)),
-                              byteAmount(figures.estimated->bytes), groupedNumber(figures.estimated->files)));
+        facts.add(
+            translated("Estimated"),
+            filled(translatedCount("about {0} in {1} file, not counted above",
+                                   "about {0} in {1} files, not counted above", figures.estimated->files),
+                   byteAmount(figures.estimated->bytes), groupedNumber(figures.estimated->files)));
     facts.add(translated("Days"), coverageText(figures.days));
     facts.print(output);
     if (const auto* none = std::get_if<NoComparison>(&trend.before)) output.paragraph(none->sentence, 2);
@@ -100,9 +98,8 @@ void print(const Context& context, const Findings& findings, const HistorySnapsh
     Output& output = context.output;
     const Trend& trend = findings.trend;
     const LocationNames names(snapshot.locations);
-    const std::string title =
-        fmt::format(fmt::runtime(translated("{0} days to {1}")), groupedNumber(dayCount(trend.range)),
-                    context.calendar.longLabel(trend.figures.last));
+    const std::string title = filled(translated("{0} days to {1}"), groupedNumber(dayCount(trend.range)),
+                                     context.calendar.longLabel(trend.figures.last));
     output.line(
         output.emphasized(scope.location ? fileNameText(names.of(*scope.location)) + ": " + title : title));
     printChart(output, trend, snapshot, scope, context.calendar);
@@ -194,10 +191,10 @@ ExitCode runTrends(const Context& context, const TrendsOptions& options) {
     else if (isKnown)
         print(context, findings, snapshot, scope);
     else
-        context.output.sentence(fmt::format(
-            fmt::runtime(translatedCount("No check covers the {0} day to {1}.",
-                                         "No check covers the {0} days to {1}.", dayCount(range))),
-            groupedNumber(dayCount(range)), context.calendar.longLabel(day)));
+        context.output.sentence(
+            filled(translatedCount("No check covers the {0} day to {1}.",
+                                   "No check covers the {0} days to {1}.", dayCount(range)),
+                   groupedNumber(dayCount(range)), context.calendar.longLabel(day)));
     return isKnown ? ExitCode::success : ExitCode::nothingFound;
 }
 

@@ -4,7 +4,6 @@
 #include "model/Translation.h"
 
 #include <CLI/CLI.hpp>
-#include <fmt/format.h>
 
 namespace brindle {
 
@@ -19,7 +18,7 @@ std::string usageSentence(const CLI::App& app, const CLI::ParseError& error) {
         sentence = translated("There is no option “{}”.");
     else if (app.get_subcommands().empty())
         sentence = translated("There is no command “{}”.");
-    return fmt::format(fmt::runtime(sentence), fileNameText(first));
+    return filled(sentence, fileNameText(first));
 }
 
 }  // namespace brindle

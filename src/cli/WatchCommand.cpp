@@ -16,7 +16,6 @@
 #include <chrono>
 #include <condition_variable>
 #include <csignal>
-#include <fmt/format.h>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -96,9 +95,9 @@ private:
         const auto count = static_cast<std::int64_t>(run.committed.size());
         const std::string changes =
             totals.count == 0 ? translated("no changes") : totalsText(totals, context_.output);
-        return fmt::format(fmt::runtime(translatedCount("{0}: {1} location checked, {2}",
-                                                        "{0}: {1} locations checked, {2}", count)),
-                           context_.calendar.timeLabel(systemNow()), groupedNumber(count), changes);
+        return filled(
+            translatedCount("{0}: {1} location checked, {2}", "{0}: {1} locations checked, {2}", count),
+            context_.calendar.timeLabel(systemNow()), groupedNumber(count), changes);
     }
 
     const Context& context_;

@@ -5,20 +5,17 @@
 #include "model/RandomUUID.h"
 #include "model/Translation.h"
 
-#include <fmt/format.h>
-
 namespace brindle {
 namespace {
 
 std::string counted(const char* one, const char* many, std::int64_t count) {
-    return fmt::format(fmt::runtime(translatedCount(one, many, count)), groupedNumber(count));
+    return filled(translatedCount(one, many, count), groupedNumber(count));
 }
 
 std::string dayPart(const ExportPlan& plan, const Calendar& calendar) {
-    if (plan.first == plan.last)
-        return fmt::format(fmt::runtime(translated("on {}")), calendar.mediumLabel(plan.first));
-    return fmt::format(fmt::runtime(translated("from {} to {}")), calendar.mediumLabel(plan.first),
-                       calendar.mediumLabel(plan.last));
+    if (plan.first == plan.last) return filled(translated("on {}"), calendar.mediumLabel(plan.first));
+    return filled(translated("from {} to {}"), calendar.mediumLabel(plan.first),
+                  calendar.mediumLabel(plan.last));
 }
 
 }  // namespace
@@ -43,10 +40,10 @@ std::string nothingToExport() {
 }
 
 std::string planSummary(const ExportPlan& plan, const Calendar& calendar) {
-    std::string summary = fmt::format(
-        fmt::runtime(translated("Includes {} {} in {}. Search and direction filters don't apply.")),
-        counted("{} recorded change", "all {} recorded changes", plan.recordCount), dayPart(plan, calendar),
-        plan.scopeName);
+    std::string summary =
+        filled(translated("Includes {} {} in {}. Search and direction filters don't apply."),
+               counted("{} recorded change", "all {} recorded changes", plan.recordCount),
+               dayPart(plan, calendar), plan.scopeName);
     if (plan.estimateFiles > 0)
         summary += " " + counted(
                              "Estimates from file dates for {} file before Brindle started are listed "

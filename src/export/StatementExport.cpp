@@ -4,8 +4,6 @@
 #include "export/StatementWriter.h"
 #include "model/Translation.h"
 
-#include <fmt/format.h>
-
 namespace brindle {
 namespace {
 
@@ -34,7 +32,7 @@ std::int64_t exportStatement(const ExportPlan& plan, std::unique_ptr<OutputFile>
 }
 
 std::string exportFailure(const std::string& description) {
-    return fmt::format(fmt::runtime(translated("The statement couldn't be saved. {}")), description);
+    return filled(translated("The statement couldn't be saved. {}"), description);
 }
 
 }  // namespace brindle

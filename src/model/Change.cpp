@@ -6,7 +6,6 @@
 #include "model/Translation.h"
 
 #include <array>
-#include <fmt/format.h>
 
 namespace brindle {
 namespace {
@@ -58,8 +57,8 @@ bool passes(DirectionFilter direction, std::int64_t byteDelta) {
 
 std::string displayName(const FileChange& change) {
     if (change.fileCount < 2 && !change.name.empty()) return change.name;
-    return fmt::format(fmt::runtime(translatedCount("{} smaller file", "{} smaller files", change.fileCount)),
-                       groupedNumber(change.fileCount));
+    return filled(translatedCount("{} smaller file", "{} smaller files", change.fileCount),
+                  groupedNumber(change.fileCount));
 }
 
 void ChangeTotals::add(std::int64_t byteDelta, std::int64_t fileCount) {

@@ -10,7 +10,6 @@
 #include "platform/VolumeIdentity.h"
 
 #include <algorithm>
-#include <fmt/format.h>
 
 namespace brindle {
 namespace {
@@ -18,9 +17,7 @@ namespace {
 using Reason = LocationChoiceError::Reason;
 
 std::string choiceText(Reason reason, const std::string& path) {
-    const auto sentence = [&](const char* text) {
-        return fmt::format(fmt::runtime(text), fileNameText(path));
-    };
+    const auto sentence = [&](const char* text) { return filled(text, fileNameText(path)); };
     switch (reason) {
         case Reason::missing:
             return sentence(translated("The folder “{}” isn't there."));

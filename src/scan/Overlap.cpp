@@ -6,7 +6,6 @@
 #include "model/Translation.h"
 
 #include <algorithm>
-#include <fmt/format.h>
 
 namespace brindle {
 namespace {
@@ -45,22 +44,19 @@ std::optional<std::string> overlapText(const LocationOverlap& overlap, const Loc
     const auto count = static_cast<std::int64_t>(overlap.locations.size());
 
     if (overlap.kind == LocationOverlap::Kind::same)
-        return fmt::format(fmt::runtime(translated("“{}” is already included.")), otherName);
+        return filled(translated("“{}” is already included."), otherName);
     if (overlap.kind == LocationOverlap::Kind::inside)
-        return fmt::format(fmt::runtime(translated("“{}” is already checked as part of “{}”.")), addedName,
-                           otherName);
+        return filled(translated("“{}” is already checked as part of “{}”."), addedName, otherName);
     if (count == 1)
-        return fmt::format(
-            fmt::runtime(translated("“{0}” contains “{1}”, which Brindle already checks. “{1}” "
-                                    "keeps being checked on its own, and saved history remains.")),
-            addedName, otherName);
-    return fmt::format(fmt::runtime(translatedCount(
-                           "“{}” contains {} location, which Brindle already checks. It keeps being "
-                           "checked on its own, and saved history remains.",
-                           "“{}” contains {} locations, which Brindle already checks. Each keeps "
-                           "being checked on its own, and saved history remains.",
-                           count)),
-                       addedName, groupedNumber(count));
+        return filled(translated("“{0}” contains “{1}”, which Brindle already checks. “{1}” "
+                                 "keeps being checked on its own, and saved history remains."),
+                      addedName, otherName);
+    return filled(translatedCount("“{}” contains {} location, which Brindle already checks. It keeps being "
+                                  "checked on its own, and saved history remains.",
+                                  "“{}” contains {} locations, which Brindle already checks. Each keeps "
+                                  "being checked on its own, and saved history remains.",
+                                  count),
+                  addedName, groupedNumber(count));
 }
 
 }  // namespace brindle

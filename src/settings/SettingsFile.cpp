@@ -59,7 +59,7 @@ std::string nameBeside(const std::string& path) {
 }
 
 std::string sentence(const char* text, const std::string& path, const std::string& detail = "") {
-    return fmt::format(fmt::runtime(text), fileNameText(path), fileNameText(detail));
+    return filled(text, fileNameText(path), fileNameText(detail));
 }
 
 std::string failureSentence(const std::system_error& error, const std::string& path) {

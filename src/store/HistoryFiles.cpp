@@ -83,9 +83,8 @@ HistoryLease::HistoryLease(const HistoryFiles& files) {
     if (user == 0)
         throw HistoryInUse(
             translated("Another program has this storage history open. Close it and try again."));
-    throw HistoryInUse(fmt::format(
-        fmt::runtime(translated(
-            "Another program (process {}) has this storage history open. Close it and try again.")),
+    throw HistoryInUse(filled(
+        translated("Another program (process {}) has this storage history open. Close it and try again."),
         user));
 }
 

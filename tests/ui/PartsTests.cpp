@@ -30,7 +30,6 @@ TEST(Parts, NothingIsCutInAnyAppearance) {
                 Scene scene({.appearance = mode, .textSize = size});
                 scene.appearance().setSystem({.isContrastIncreased = isContrastIncreased});
                 QQuickItem& shown = scene.show(sheet(), {960, 800});
-                QTest::qWait(20);  // layouts
                 const QString name =
                     QString("parts-%1-%2-%3").arg(int(mode)).arg(int(isContrastIncreased)).arg(int(size));
                 keepPicture(scene, name);

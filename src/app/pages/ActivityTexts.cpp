@@ -60,12 +60,10 @@ QString coverageSentence(const PeriodOf& period, const Calendar& calendar) {
 }
 
 QString totalsText(const ChangeTotals& totals) {
-    std::string text = fmt::format(fmt::runtime(translatedCount("{} file", "{} files", totals.count)),
-                                   groupedNumber(totals.count));
-    if (totals.added > 0)
-        text = fmt::format(fmt::runtime(translated("{0}, {1} added")), text, byteAmount(totals.added));
-    if (totals.freed > 0)
-        text = fmt::format(fmt::runtime(translated("{0}, {1} freed")), text, byteAmount(totals.freed));
+    std::string text =
+        filled(translatedCount("{} file", "{} files", totals.count), groupedNumber(totals.count));
+    if (totals.added > 0) text = filled(translated("{0}, {1} added"), text, byteAmount(totals.added));
+    if (totals.freed > 0) text = filled(translated("{0}, {1} freed"), text, byteAmount(totals.freed));
     return QString::fromStdString(text);
 }
 

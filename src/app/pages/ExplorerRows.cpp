@@ -24,8 +24,7 @@ std::string keyOf(const FolderRef& folder, ChangeSource source) {
 }
 
 QString filesText(std::int64_t count) {
-    return text(
-        fmt::format(fmt::runtime(translatedCount("{} file", "{} files", count)), groupedNumber(count)));
+    return text(filled(translatedCount("{} file", "{} files", count), groupedNumber(count)));
 }
 
 QString actionText(ChangeAction action) {
@@ -54,11 +53,11 @@ void setAmounts(ExplorerRow& row, const std::string& path, std::int64_t added, s
     std::vector<std::string> exact;
     if (added > 0 || freed == 0) {
         row.added = text(signedByteAmount(added));
-        exact.push_back(fmt::format(fmt::runtime(translated("{} added")), exactByteAmount(added)));
+        exact.push_back(filled(translated("{} added"), exactByteAmount(added)));
     }
     if (freed > 0) {
         row.freed = text(signedByteAmount(-freed));
-        exact.push_back(fmt::format(fmt::runtime(translated("{} freed")), exactByteAmount(freed)));
+        exact.push_back(filled(translated("{} freed"), exactByteAmount(freed)));
     }
     row.hint = text(fmt::format("{}\n{}", path, fmt::join(exact, ", ")));
 }
@@ -142,9 +141,8 @@ QString ExplorerRowMaker::timeText(const FileChange& change) {
     const auto found = times_.find(change.observedAt);
     if (found != times_.end()) return found->second;
     const std::string clock = calendar_.clockLabel(change.observedAt);
-    return times_[change.observedAt] = text(hasDays_ ? fmt::format(fmt::runtime(translated("{0}, {1}")),
-                                                                   calendar_.shortLabel(change.day), clock)
-                                                     : clock);
+    return times_[change.observedAt] = text(
+               hasDays_ ? filled(translated("{0}, {1}"), calendar_.shortLabel(change.day), clock) : clock);
 }
 
 QString ExplorerRowMaker::placeText(const FileChange& change) const {

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "model/FileNameText.h"
+#include "model/Translation.h"
 
 #include <QString>
 #include <algorithm>
 #include <cstdint>
-#include <fmt/format.h>
 #include <string>
 
 // How the models of the pages put values into texts and bars.
@@ -15,7 +15,7 @@ namespace brindle {
 /// A translated text with its places filled in.
 template <class... Values>
 [[nodiscard]] QString pageText(const char* text, const Values&... values) {
-    return QString::fromStdString(fmt::format(fmt::runtime(text), values...));
+    return QString::fromStdString(filled(text, values...));
 }
 
 /// A name or path of the file system, harmless to show.

@@ -4,7 +4,6 @@
 #include "model/Translation.h"
 
 #include <algorithm>
-#include <fmt/format.h>
 #include <utility>
 
 namespace brindle {
@@ -22,8 +21,7 @@ QStringList optionsOf(const std::vector<TrackedLocation>& locations) {
     for (const TrackedLocation& location : locations) {
         const bool isAmbiguous = std::ranges::count(locations, location.name, &TrackedLocation::name) > 1;
         std::string text = fileNameText(location.name);
-        if (isAmbiguous)
-            text = fmt::format(fmt::runtime(translated("{0} ({1})")), text, fileNameText(location.path));
+        if (isAmbiguous) text = filled(translated("{0} ({1})"), text, fileNameText(location.path));
         options.push_back(QString::fromStdString(text));
     }
     return options;

@@ -5,8 +5,6 @@
 #include "model/NumberText.h"
 #include "model/Translation.h"
 
-#include <fmt/format.h>
-
 namespace brindle {
 namespace {
 
@@ -77,23 +75,20 @@ QString WindowModel::pauseTitle() const {
 
 QString WindowModel::locationCount() const {
     const auto count = static_cast<std::int64_t>(model_.locations()->rows().size());
-    return text(
-        fmt::format(fmt::runtime(translatedCount("{} location included", "{} locations included", count)),
-                    groupedNumber(count)));
+    return text(filled(translatedCount("{} location included", "{} locations included", count),
+                       groupedNumber(count)));
 }
 
 QString WindowModel::checkState() const {
     if (isChecking()) return model_.checkingText();
     const auto latest = model_.history().latestCheck({});
     if (!latest) return translated("Not checked yet");
-    return text(
-        fmt::format(fmt::runtime(translated("Last checked {}")), model_.calendar().timeLabel(*latest)));
+    return text(filled(translated("Last checked {}"), model_.calendar().timeLabel(*latest)));
 }
 
 QString WindowModel::schedule() const {
     if (model_.settings()->checksPaused()) return translated("Checks paused.");
-    return text(
-        fmt::format(fmt::runtime(translated("Checks every {} min")), model_.settings()->checkInterval()));
+    return text(filled(translated("Checks every {} min"), model_.settings()->checkInterval()));
 }
 
 void WindowModel::togglePause() {
@@ -127,8 +122,7 @@ void WindowModel::checkForUpdates() {
 }
 
 void WindowModel::revealFailed(const std::string& path) {
-    tell(text(fmt::format(fmt::runtime(translated("“{}” can't be shown: no file manager answers.")),
-                          fileNameText(path))));
+    tell(text(filled(translated("“{}” can't be shown: no file manager answers."), fileNameText(path))));
 }
 
 void WindowModel::dismissNote() {

@@ -22,48 +22,56 @@ Card {
     padding: Theme.gapLarge
     spacing: Theme.gap
 
-    GridLayout {
+    Item {
         Layout.fillWidth: true
-        columnSpacing: Theme.gapLarge
-        columns: root.isWide ? 2 : 1
-        rowSpacing: Theme.gapSmall
+        implicitHeight: heading.implicitHeight
+        implicitWidth: heading.implicitWidth
 
-        ColumnLayout {
-            Layout.fillWidth: true
-            spacing: Theme.gapTiny
+        GridLayout {
+            id: heading
 
-            RowLayout {
+            columnSpacing: Theme.gapLarge
+            columns: root.isWide ? 2 : 1
+            rowSpacing: Theme.gapSmall
+            width: parent.width
+
+            TextColumn {
                 Layout.fillWidth: true
-                spacing: Theme.gapSmall
+                spacing: Theme.gapTiny
 
-                Symbol {
-                    name: "drive"
+                RowLayout {
+                    Layout.fillWidth: true
+                    spacing: Theme.gapSmall
+
+                    Symbol {
+                        name: "drive"
+                    }
+                    Text {
+                        Layout.fillWidth: true
+                        Accessible.role: Accessible.Heading
+                        color: Theme.text
+                        font: Theme.bodyEmphasis
+                        text: root.name
+                        horizontalAlignment: Text.AlignLeft
+                        wrapMode: Text.Wrap
+                    }
                 }
                 Text {
                     Layout.fillWidth: true
-                    Accessible.role: Accessible.Heading
-                    color: Theme.text
-                    font: Theme.bodyEmphasis
-                    text: root.name
+                    color: Theme.textSecondary
+                    font: Theme.secondary
+                    text: root.mountPath
                     horizontalAlignment: Text.AlignLeft
-                    wrapMode: Text.Wrap
+                    wrapMode: Text.WrapAnywhere
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
                 }
             }
-            Text {
-                Layout.fillWidth: true
-                color: Theme.textSecondary
-                font: Theme.secondary
-                text: root.mountPath
-                horizontalAlignment: Text.AlignLeft
-                wrapMode: Text.WrapAnywhere
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
+            Figure {
+                amount: root.used
+                caption: Catalogue.translated("Used space at the last check")
+                exact: root.usedExact
             }
-        }
-        Figure {
-            amount: root.used
-            caption: Catalogue.translated("Used space at the last check")
-            exact: root.usedExact
         }
     }
     StackedBar {
@@ -107,7 +115,7 @@ Card {
         title: Catalogue.translated("Last seven days")
     }
 
-    component Sentences: ColumnLayout {
+    component Sentences: TextColumn {
         id: group
 
         property string title: ""

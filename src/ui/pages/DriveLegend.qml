@@ -4,11 +4,11 @@ import Brindle.Parts
 import Brindle.Theme
 
 // What each part of a drive's bar is, with its amount.
-GridLayout {
+Item {
     id: root
 
+    property alias columns: grid.columns
     required property var spaceParts
-    readonly property real columnWidth: (root.width - (root.columns - 1) * root.columnSpacing) / root.columns
 
     function toneOf(part: string): color {
         return ({
@@ -19,62 +19,69 @@ GridLayout {
             })[part];
     }
 
-    columnSpacing: Theme.gapLarge
-    rowSpacing: Theme.gap
+    implicitHeight: grid.implicitHeight
+    implicitWidth: grid.implicitWidth
 
-    Repeater {
-        model: root.spaceParts
+    GridLayout {
+        id: grid
 
-        RowLayout {
-            id: part
+        columnSpacing: Theme.gapLarge
+        rowSpacing: Theme.gap
+        width: root.width
 
-            required property var modelData
+        Repeater {
+            model: root.spaceParts
 
-            Layout.alignment: Qt.AlignTop
-            Layout.fillWidth: true
-            Layout.preferredWidth: root.columnWidth
-            spacing: Theme.gapSmall
+            RowLayout {
+                id: part
 
-            Rectangle {
+                required property var modelData
+
                 Layout.alignment: Qt.AlignTop
-                Layout.topMargin: Theme.gapTiny
-                color: root.toneOf(part.modelData.part)
-                implicitHeight: Theme.scaled(Theme.gapSmall) + Theme.gapTiny
-                implicitWidth: implicitHeight
-                radius: Theme.gapTiny
-            }
-            ColumnLayout {
                 Layout.fillWidth: true
-                spacing: 0
+                Layout.preferredWidth: 1  // of equal width; a width taken from the whole would set off the layout again
+                spacing: Theme.gapSmall
 
-                RowLayout {
+                Rectangle {
+                    Layout.alignment: Qt.AlignTop
+                    Layout.topMargin: Theme.gapTiny
+                    color: root.toneOf(part.modelData.part)
+                    implicitHeight: Theme.scaled(Theme.gapSmall) + Theme.gapTiny
+                    implicitWidth: implicitHeight
+                    radius: Theme.gapTiny
+                }
+                TextColumn {
                     Layout.fillWidth: true
-                    spacing: Theme.gapSmall
 
+                    RowLayout {
+                        Layout.fillWidth: true
+                        spacing: Theme.gapSmall
+
+                        Text {
+                            Layout.fillWidth: true
+                            color: Theme.text
+                            font: Theme.body
+                            text: part.modelData.title
+                            horizontalAlignment: Text.AlignLeft
+                            wrapMode: Text.Wrap
+                            Accessible.role: Accessible.StaticText
+                            Accessible.name: text
+                        }
+                        ByteAmount {
+                            amount: part.modelData.amount
+                            exact: part.modelData.exact
+                        }
+                    }
                     Text {
                         Layout.fillWidth: true
-                        color: Theme.text
-                        font: Theme.body
-                        text: part.modelData.title
+                        color: Theme.textSecondary
+                        font: Theme.caption
+                        text: part.modelData.explanation
                         horizontalAlignment: Text.AlignLeft
                         wrapMode: Text.Wrap
                         Accessible.role: Accessible.StaticText
                         Accessible.name: text
                     }
-                    ByteAmount {
-                        amount: part.modelData.amount
-                        exact: part.modelData.exact
-                    }
-                }
-                Text {
-                    Layout.fillWidth: true
-                    color: Theme.textSecondary
-                    font: Theme.caption
-                    text: part.modelData.explanation
-                    horizontalAlignment: Text.AlignLeft
-                    wrapMode: Text.Wrap
-                    Accessible.role: Accessible.StaticText
-                    Accessible.name: text
                 }
             }
         }

@@ -31,85 +31,93 @@ Card {
 
     padding: Theme.gapLarge
 
-    GridLayout {
+    Item {
         Layout.fillWidth: true
-        columnSpacing: Theme.gapLarge
-        columns: root.isWide ? 3 : 1
-        rowSpacing: Theme.gapSmall
+        implicitHeight: heading.implicitHeight
+        implicitWidth: heading.implicitWidth
 
-        ColumnLayout {
-            Layout.fillWidth: true
-            spacing: Theme.gapTiny
+        GridLayout {
+            id: heading
 
-            RowLayout {
+            columnSpacing: Theme.gapLarge
+            columns: root.isWide ? 3 : 1
+            rowSpacing: Theme.gapSmall
+            width: parent.width
+
+            TextColumn {
                 Layout.fillWidth: true
-                spacing: Theme.gapSmall
+                spacing: Theme.gapTiny
 
-                Symbol {
-                    name: "folder"
+                RowLayout {
+                    Layout.fillWidth: true
+                    spacing: Theme.gapSmall
+
+                    Symbol {
+                        name: "folder"
+                    }
+                    Text {
+                        Layout.fillWidth: true
+                        Accessible.role: Accessible.Heading
+                        color: Theme.text
+                        font: Theme.bodyEmphasis
+                        text: root.name
+                        horizontalAlignment: Text.AlignLeft
+                        wrapMode: Text.Wrap
+                    }
                 }
                 Text {
                     Layout.fillWidth: true
-                    Accessible.role: Accessible.Heading
-                    color: Theme.text
-                    font: Theme.bodyEmphasis
-                    text: root.name
+                    color: Theme.textSecondary
+                    font: Theme.secondary
+                    text: root.path
                     horizontalAlignment: Text.AlignLeft
-                    wrapMode: Text.Wrap
+                    wrapMode: Text.WrapAnywhere
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
                 }
             }
-            Text {
-                Layout.fillWidth: true
-                color: Theme.textSecondary
-                font: Theme.secondary
-                text: root.path
-                horizontalAlignment: Text.AlignLeft
-                wrapMode: Text.WrapAnywhere
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
-            }
-        }
-        ColumnLayout {
-            Layout.alignment: Qt.AlignTop
-            Layout.fillWidth: !root.isWide
-            Layout.preferredWidth: root.isWide ? Theme.scaled(240) : -1
-            spacing: Theme.gapTiny
+            TextColumn {
+                Layout.alignment: Qt.AlignTop
+                Layout.fillWidth: !root.isWide
+                Layout.preferredWidth: root.isWide ? Theme.scaled(240) : -1
+                spacing: Theme.gapTiny
 
-            RowLayout {
-                spacing: Theme.gapSmall
+                RowLayout {
+                    spacing: Theme.gapSmall
 
-                Symbol {
-                    color: root.isTroubled ? Theme.warning : Theme.textSecondary
-                    name: root.isTroubled ? "warning" : "check"
+                    Symbol {
+                        color: root.isTroubled ? Theme.warning : Theme.textSecondary
+                        name: root.isTroubled ? "warning" : "check"
+                    }
+                    Text {
+                        Layout.fillWidth: true
+                        color: root.isTroubled ? Theme.warning : Theme.text
+                        font: Theme.body
+                        text: root.status
+                        horizontalAlignment: Text.AlignLeft
+                        wrapMode: Text.Wrap
+                        Accessible.role: Accessible.StaticText
+                        Accessible.name: text
+                    }
                 }
                 Text {
                     Layout.fillWidth: true
-                    color: root.isTroubled ? Theme.warning : Theme.text
-                    font: Theme.body
-                    text: root.status
+                    color: Theme.textSecondary
+                    font: Theme.secondary
+                    text: root.lastCheck
                     horizontalAlignment: Text.AlignLeft
                     wrapMode: Text.Wrap
                     Accessible.role: Accessible.StaticText
                     Accessible.name: text
                 }
             }
-            Text {
-                Layout.fillWidth: true
-                color: Theme.textSecondary
-                font: Theme.secondary
-                text: root.lastCheck
-                horizontalAlignment: Text.AlignLeft
-                wrapMode: Text.Wrap
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
+            ByteAmount {
+                Layout.alignment: Qt.AlignTop
+                Layout.preferredWidth: root.isWide ? Theme.scaled(104) : -1
+                amount: root.size
+                exact: root.sizeExact
+                visible: root.isWide || root.size.length > 0
             }
-        }
-        ByteAmount {
-            Layout.alignment: Qt.AlignTop
-            Layout.preferredWidth: root.isWide ? Theme.scaled(104) : -1
-            amount: root.size
-            exact: root.sizeExact
-            visible: root.isWide || root.size.length > 0
         }
     }
     Text {
