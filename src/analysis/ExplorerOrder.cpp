@@ -16,12 +16,12 @@ namespace {
 
 constexpr UChar32 replacement = 0xfffd;  // for bytes that are not UTF-8
 
-using Changes = std::vector<const FileChange*>;
+using OrderedChanges = std::vector<const FileChange*>;
 
 /// Sorts by what `keyOf` gives for the index of each change, ascending. The keys stand beside each other
 /// while they are compared: a change of a long list is seldom in the processor's cache.
 template <class KeyOf>
-void sortByKey(Changes& changes, const KeyOf& keyOf) {
+void sortByKey(OrderedChanges& changes, const KeyOf& keyOf) {
     struct Keyed {
         decltype(keyOf(std::size_t{})) key;
         std::int64_t id;
@@ -158,7 +158,7 @@ private:
 };
 
 /// The changes come in the order of their ids, which names that are alike keep.
-void sortByName(Changes& changes, const std::string& locale) {
+void sortByName(OrderedChanges& changes, const std::string& locale) {
     NameKeys keys(locale);
     RecentNames recent;
     std::vector<std::uint32_t> names;  // of the changes
@@ -172,14 +172,14 @@ void sortByName(Changes& changes, const std::string& locale) {
     std::vector<std::size_t> ends(keys.count());
     for (const std::uint32_t name : names) ++ends[places[name]];
     std::partial_sum(ends.begin(), ends.end(), ends.begin());
-    Changes sorted(changes.size());
+    OrderedChanges sorted(changes.size());
     for (std::size_t i = changes.size(); i-- > 0;) sorted[--ends[places[names[i]]]] = changes[i];
     changes = std::move(sorted);
 }
 
 }  // namespace
 
-void sortFiles(Changes& changes, FileSort sort, const std::string& locale) {
+void sortFiles(OrderedChanges& changes, FileSort sort, const std::string& locale) {
     switch (sort) {
         case FileSort::largest:
             sortByKey(changes, [&](std::size_t i) { return ~magnitude(changes[i]->byteDelta); });

@@ -3,15 +3,6 @@
 #include "cli/ValueCoding.h"
 
 namespace brindle {
-namespace {
-
-template <class Value>
-nlohmann::ordered_json orNull(const std::optional<Value>& value) {
-    return value ? nlohmann::ordered_json(*value) : nlohmann::ordered_json();
-}
-
-}  // namespace
-
 void to_json(nlohmann::ordered_json& json, const RangeFigures& figures) {
     const DayCounts& days = figures.days;
     json = {{"first", figures.first},

@@ -6,11 +6,6 @@
 namespace brindle {
 namespace {
 
-template <class Value>
-nlohmann::ordered_json orNull(const std::optional<Value>& value) {
-    return value ? nlohmann::ordered_json(*value) : nlohmann::ordered_json();
-}
-
 std::string folderText(const FolderPath& components) {
     return fmt::format("{}", fmt::join(components, "/"));
 }

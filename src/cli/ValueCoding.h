@@ -8,11 +8,18 @@
 #include "model/Walk.h"
 
 #include <nlohmann/json.hpp>
+#include <optional>
 
 // How values are written as JSON: identities as bare strings, days as records of year, month and day, points
 // in time as Unix seconds, names and paths as text with U+FFFD for bytes that are not UTF-8.
 
 namespace brindle {
+
+/// An absent value is null.
+template <class Value>
+nlohmann::ordered_json orNull(const std::optional<Value>& value) {
+    return value ? nlohmann::ordered_json(*value) : nlohmann::ordered_json();
+}
 
 void to_json(nlohmann::ordered_json& json, const LocationID& id);
 void to_json(nlohmann::ordered_json& json, const LocalDay& day);

@@ -10,8 +10,8 @@
 namespace brindle {
 namespace {
 
-constexpr std::int64_t MB = 1'000'000;
-constexpr std::int64_t GB = 1'000 * MB;
+constexpr std::int64_t megabyte = 1'000'000;
+constexpr std::int64_t gigabyte = 1'000 * megabyte;
 
 constexpr Place allPlaces[] = {Place::home, Place::studio};
 constexpr std::uint64_t saltOfDrives = 201;
@@ -49,12 +49,12 @@ constexpr Surroundings surroundings[] = {
      .isInternal = true,
      .daysUntracked = 10,
      .checkedAfter = 0,
-     .oldBytes = 428 * GB,
+     .oldBytes = 428 * gigabyte,
      .totalBytes = 994'662'584'320,
-     .otherVolumes = 24'900 * MB,
-     .leastHidden = 51 * GB,
-     .mostHidden = 54 * GB,
-     .mostPurgeable = 12 * GB,
+     .otherVolumes = 24'900 * megabyte,
+     .leastHidden = 51 * gigabyte,
+     .mostHidden = 54 * gigabyte,
+     .mostPurgeable = 12 * gigabyte,
      .mostSnapshots = 6},
     {.location = "example.studio-ssd",
      .volume = "example.volume.studio-ssd",
@@ -63,11 +63,11 @@ constexpr Surroundings surroundings[] = {
      .isInternal = false,
      .daysUntracked = 24,
      .checkedAfter = 40,
-     .oldBytes = 2'310 * GB,
+     .oldBytes = 2'310 * gigabyte,
      .totalBytes = 4'000'787'030'016,
      .otherVolumes = 0,
-     .leastHidden = 1'200 * MB,
-     .mostHidden = 1'900 * MB,
+     .leastHidden = 1'200 * megabyte,
+     .mostHidden = 1'900 * megabyte,
      .mostPurgeable = 0,
      .mostSnapshots = 0},
 };
@@ -214,7 +214,7 @@ private:
         RandomSource random =
             rhythm_.source(saltOfDrives + static_cast<std::uint64_t>(place), days_[day].number);
         const std::int64_t snapshots = random.between(0, drive.mostSnapshots);
-        constexpr std::int64_t bytesOfSnapshot = 310 * MB;
+        constexpr std::int64_t bytesOfSnapshot = 310 * megabyte;
         // Every file takes whole blocks.
         constexpr std::int64_t filesPerBlockLost = 400;
         constexpr std::int64_t block = 4096;

@@ -25,7 +25,7 @@ bool isTurkic(const std::string& locale) {
     return language == "tr" || language == "az";
 }
 
-icu::UnicodeString decoded(std::string_view utf8) {
+icu::UnicodeString decodedText(std::string_view utf8) {
     return icu::UnicodeString::fromUTF8({utf8.data(), static_cast<std::int32_t>(utf8.size())});
 }
 
@@ -135,14 +135,14 @@ private:
 }  // namespace
 
 TextSearch::TextSearch(std::string_view text, const std::string& locale) : isTurkic_(isTurkic(locale)) {
-    const icu::UnicodeString sought = folded(trimmed(decoded(text)), isTurkic_);
+    const icu::UnicodeString sought = folded(trimmed(decodedText(text)), isTurkic_);
     folded_.assign(sought.getBuffer(), static_cast<std::size_t>(sought.length()));
 }
 
 bool TextSearch::isIn(std::string_view name) const {
     if (isEmpty()) return true;
     if (const auto isInShort = isInShortName(name)) return *isInShort;
-    return folded(decoded(name), isTurkic_)
+    return folded(decodedText(name), isTurkic_)
                .indexOf(folded_.data(), static_cast<std::int32_t>(folded_.size()), 0) >= 0;
 }
 

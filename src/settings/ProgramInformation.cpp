@@ -10,7 +10,7 @@
 namespace brindle {
 namespace {
 
-constexpr std::size_t largestFile = 1U << 16U;
+constexpr std::size_t largestInformation = 1U << 16U;
 
 std::string besideProgram(const std::string& program, const char* file) {
     return joinedPath(parentPath(parentPath(program)), file);
@@ -28,7 +28,7 @@ std::string cataloguesFolder(const std::string& program) {
 
 SettingValues readInformation(const std::string& path) {
     try {
-        const std::string text = readWholeFile(path, largestFile).value_or("");
+        const std::string text = readWholeFile(path, largestInformation).value_or("");
         auto information = nlohmann::ordered_json::parse(text, nullptr, false);
         if (information.is_object()) return SettingValues(std::move(information));
     } catch (const std::system_error&) {  // as good as missing

@@ -19,7 +19,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr std::size_t largestFile = 1U << 20U;
+constexpr std::size_t largestSettings = 1U << 20U;
 constexpr int deepestNesting = 64;  // writing goes as deep into the stack as the values do
 constexpr int indent = 2;
 constexpr std::chrono::milliseconds betweenTries{10};
@@ -85,7 +85,7 @@ SettingsFile SettingsFile::ofUser() {
 
 StoredSettings SettingsFile::read() const {
     try {
-        const auto contents = readWholeFile(path_, largestFile);
+        const auto contents = readWholeFile(path_, largestSettings);
         if (!contents) return {};
         if (auto values = parse(*contents)) return {.values = std::move(*values), .note = {}};
     } catch (const std::system_error& error) {
@@ -116,7 +116,7 @@ std::optional<std::string> SettingsFile::write(const std::string& key, const Jso
 }
 
 StoredSettings SettingsFile::readOrSetAside() const {
-    const auto contents = readWholeFile(path_, largestFile);
+    const auto contents = readWholeFile(path_, largestSettings);
     if (!contents) return {};
     if (auto values = parse(*contents)) return {.values = std::move(*values), .note = {}};
     refuseLink(path_);

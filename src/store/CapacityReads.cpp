@@ -6,7 +6,7 @@ namespace brindle {
 namespace {
 
 // Samples from before there was a column for it tell what is available as what is free.
-const std::string columns =
+const std::string capacityQuery =
     "SELECT c.volume_id, c.name, c.mount_path, c.total, c.free, COALESCE(c.available, c.free), "
     "c.volume_used, c.snapshots, c.is_internal, c.read_at FROM capacity_samples c ";
 
@@ -26,7 +26,7 @@ VolumeReading reading(const SQLiteStatement& row) {
 }  // namespace
 
 std::vector<VolumeReading> latestReadings(SQLiteConnection& db) {
-    auto rows = db.prepare(columns +
+    auto rows = db.prepare(capacityQuery +
                            "JOIN (SELECT volume_id, MAX(read_at) AS latest FROM capacity_samples "
                            "GROUP BY volume_id) m ON m.volume_id = c.volume_id AND m.latest = c.read_at");
     std::vector<VolumeReading> readings;
@@ -42,7 +42,7 @@ std::vector<VolumeReading> latestReadings(SQLiteConnection& db) {
 std::vector<VolumeReading> readingsBetween(SQLiteConnection& db, const std::string& volumeID,
                                            const LocalDay& first, const LocalDay& last) {
     auto rows = db.prepare(
-        columns + "WHERE c.volume_id = ? AND c.local_day BETWEEN ? AND ? ORDER BY c.read_at, c.rowid");
+        capacityQuery + "WHERE c.volume_id = ? AND c.local_day BETWEEN ? AND ? ORDER BY c.read_at, c.rowid");
     rows.bind(volumeID, first.text(), last.text());
     std::vector<VolumeReading> readings;
     while (rows.step()) readings.push_back(reading(rows));

@@ -11,10 +11,11 @@
 namespace brindle {
 namespace {
 
-constexpr const char* columns = "SELECT id, location_id, folder, name, action, delta, observed_at, source";
+constexpr const char* changeQuery =
+    "SELECT id, location_id, folder, name, action, delta, observed_at, source";
 
-/// Reads a row of `columns` into `change`. Its day is `day`; where that is absent, it is the column behind
-/// those.
+/// Reads a row of `changeQuery` into `change`. Its day is `day`; where that is absent, it is the column
+/// behind those.
 void readInto(FileChange& change, const SQLiteStatement& row, FolderTexts& folders,
               const std::optional<LocalDay>& day) {
     change.id = row.int64(0);
@@ -52,8 +53,8 @@ std::vector<std::string> daysWithChanges(SQLiteConnection& db, const LocalDay& f
 
 std::vector<FileChange> changesOn(SQLiteConnection& db, const LocalDay& day,
                                   const std::optional<LocationID>& location) {
-    return read(prepareFor(db, location, std::string(columns) + " FROM observations WHERE local_day = ?", "",
-                           day.text()),
+    return read(prepareFor(db, location, std::string(changeQuery) + " FROM observations WHERE local_day = ?",
+                           "", day.text()),
                 day);
 }
 
@@ -61,7 +62,7 @@ std::vector<FileChange> changesBetween(SQLiteConnection& db, const LocalDay& fir
                                        const std::optional<LocationID>& location) {
     return read(
         prepareFor(db, location,
-                   std::string(columns) + ", local_day FROM observations WHERE local_day BETWEEN ? AND ?",
+                   std::string(changeQuery) + ", local_day FROM observations WHERE local_day BETWEEN ? AND ?",
                    " ORDER BY local_day, observed_at, id", first.text(), last.text()),
         std::nullopt);
 }
@@ -77,7 +78,7 @@ void eachChangeBetween(SQLiteConnection& db, const LocalDay& first, const LocalD
         }
     };
     // The condition on the day is not for the index: the ids of a run stand together.
-    auto rowsOfRun = db.prepare(std::string(columns) +
+    auto rowsOfRun = db.prepare(std::string(changeQuery) +
                                 " FROM observations WHERE id BETWEEN ? AND ? AND +location_id = ? AND "
                                 "+local_day = ? ORDER BY id");
     const auto handOverDay = [&](const std::string& text) {
@@ -89,7 +90,7 @@ void eachChangeBetween(SQLiteConnection& db, const LocalDay& first, const LocalD
             }
         } else {
             auto sorted =
-                prepareFor(db, location, std::string(columns) + " FROM observations WHERE local_day = ?",
+                prepareFor(db, location, std::string(changeQuery) + " FROM observations WHERE local_day = ?",
                            " ORDER BY observed_at, id", text);
             handOver(sorted, day);
         }
@@ -126,7 +127,7 @@ std::vector<FolderSummary> contributorsBetween(SQLiteConnection& db, const Local
 
 std::vector<FileChange> largestChangesOfCheck(SQLiteConnection& db, const LocationID& location,
                                               const LocalDay& day, UnixTime finishedAt, std::size_t limit) {
-    auto rows = db.prepare(std::string(columns) +
+    auto rows = db.prepare(std::string(changeQuery) +
                            " FROM observations WHERE local_day = ? AND location_id = ? AND observed_at = ? "
                            "ORDER BY ABS(delta) DESC, id LIMIT ?");
     rows.bind(day.text(), location.rawValue, finishedAt, static_cast<std::int64_t>(limit));

@@ -5,14 +5,14 @@
 namespace brindle {
 namespace {
 
-constexpr const char* emptyTable = "DELETE FROM temp.differences";
+constexpr const char* emptyDifferences = "DELETE FROM temp.differences";
 
 }  // namespace
 
 SQLiteConnection& Differences::withEmptyTable(SQLiteConnection& db) {
     db.execute(
         "CREATE TEMP TABLE IF NOT EXISTS differences (rel_path TEXT NOT NULL, size INTEGER, stored INTEGER)");
-    db.execute(emptyTable);
+    db.execute(emptyDifferences);
     return db;
 }
 
@@ -22,7 +22,7 @@ Differences::Differences(SQLiteConnection& db)
 
 Differences::~Differences() {
     try {
-        db_.execute(emptyTable);
+        db_.execute(emptyDifferences);
     } catch (const std::exception&) {  // NOLINT(bugprone-empty-catch): the next check empties it first
     }
 }

@@ -9,7 +9,7 @@
 namespace brindle {
 namespace {
 
-constexpr const char* emptyTable = "DELETE FROM temp.estimate_groups";
+constexpr const char* emptyGroups = "DELETE FROM temp.estimate_groups";
 
 /// Groups on their way from a walk, in a temporary table where parts of a group add up: a large tree has more
 /// groups than should be held in memory. The table is empty before and after every walk.
@@ -24,7 +24,7 @@ public:
 
     ~GroupStaging() {
         try {
-            db_.execute(emptyTable);
+            db_.execute(emptyGroups);
         } catch (const std::exception&) {  // NOLINT(bugprone-empty-catch): the next walk empties it first
         }
     }
@@ -50,7 +50,7 @@ private:
             "CREATE TEMP TABLE IF NOT EXISTS estimate_groups (folder TEXT NOT NULL, local_day TEXT NOT NULL, "
             "name TEXT NOT NULL, bytes INTEGER NOT NULL, file_count INTEGER NOT NULL, "
             "PRIMARY KEY (folder, local_day)) WITHOUT ROWID");
-        db.execute(emptyTable);
+        db.execute(emptyGroups);
         return db;
     }
 

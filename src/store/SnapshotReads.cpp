@@ -32,7 +32,7 @@ private:
     Value* entry_ = nullptr;
 };
 
-LocalDay day(const SQLiteStatement& row, int column) {
+LocalDay dayAt(const SQLiteStatement& row, int column) {
     return LocalDay::parse(row.textView(column)).value_or(LocalDay{});
 }
 
@@ -58,7 +58,8 @@ void readDayTotals(SQLiteConnection& db, const std::string& since, HistorySnapsh
         "SELECT location_id, local_day, added, freed, count FROM daily_totals WHERE local_day >= ?");
     rows.bind(since);
     EntryOfRow entry(snapshot.dayTotals);
-    while (rows.step()) entry(rows.textView(0))[day(rows, 1)] = {rows.int64(2), rows.int64(3), rows.int64(4)};
+    while (rows.step())
+        entry(rows.textView(0))[dayAt(rows, 1)] = {rows.int64(2), rows.int64(3), rows.int64(4)};
 }
 
 void readCheckedDays(SQLiteConnection& db, const std::string& since, HistorySnapshot& snapshot) {
@@ -69,8 +70,8 @@ void readCheckedDays(SQLiteConnection& db, const std::string& since, HistorySnap
     EntryOfRow checked(snapshot.checkedDays);
     EntryOfRow partial(snapshot.partialDays);
     while (rows.step()) {
-        checked(rows.textView(0)).insert(day(rows, 1));
-        if (rows.boolean(2)) partial(rows.textView(0)).insert(day(rows, 1));
+        checked(rows.textView(0)).insert(dayAt(rows, 1));
+        if (rows.boolean(2)) partial(rows.textView(0)).insert(dayAt(rows, 1));
     }
 }
 
@@ -95,7 +96,7 @@ void readTrackedTotals(SQLiteConnection& db, HistorySnapshot& snapshot) {
     EntryOfRow entry(snapshot.trackedTotals);
     while (rows.step()) {
         auto& days = entry(rows.textView(0));
-        days.insert_or_assign(days.end(), day(rows, 1), rows.int64(2));  // they come in order
+        days.insert_or_assign(days.end(), dayAt(rows, 1), rows.int64(2));  // they come in order
     }
 }
 
@@ -115,7 +116,7 @@ void readEstimates(SQLiteConnection& db, const std::string& since, HistorySnapsh
         "GROUP BY location_id, local_day");
     rows.bind(since);
     EntryOfRow entry(snapshot.estimates);
-    while (rows.step()) entry(rows.textView(0))[day(rows, 1)] = {rows.int64(2), rows.int64(3)};
+    while (rows.step()) entry(rows.textView(0))[dayAt(rows, 1)] = {rows.int64(2), rows.int64(3)};
 }
 
 }  // namespace

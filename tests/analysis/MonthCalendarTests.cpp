@@ -11,7 +11,7 @@ namespace {
 
 using testing::ElementsAre;
 
-const Calendar berlin("de_DE", "Europe/Berlin");
+const Calendar germanCalendar("de_DE", "Europe/Berlin");
 const HistorySnapshot empty{.today = {2026, 4, 20}};
 
 /// Each week as the numbers of its days, "." where there is none.
@@ -66,7 +66,7 @@ TEST(MonthCalendar, OnlyRecordedDaysHaveAColour) {
     record(7, {30, 0, 1});
     record(8, {0, 2'000'000'000, 1});
     snapshot.dayTotals[{"a"}][{2026, 4, 9}] = {1, 0, 1};  // no check
-    const MonthCalendar month = monthCalendar(snapshot, {}, {2026, 4, 20}, berlin);
+    const MonthCalendar month = monthCalendar(snapshot, {}, {2026, 4, 20}, germanCalendar);
     std::map<int, std::optional<int>> steps;
     for (const MonthWeek& week : month.weeks)
         for (const auto& cell : week)
@@ -81,7 +81,7 @@ TEST(MonthCalendar, OnlyRecordedDaysHaveAColour) {
               (DayCounts{.recorded = 4, .estimated = 1, .noCheck = 12, .notTracked = 3, .future = 10}));
     EXPECT_EQ(month.weeks[1][3]->figures.gap, DayGap::noCheck);
     // The day keeps its place on the pages of other months.
-    EXPECT_EQ(monthCalendar(snapshot, {}, {2026, 3, 1}, berlin).scale, month.scale);
+    EXPECT_EQ(monthCalendar(snapshot, {}, {2026, 3, 1}, germanCalendar).scale, month.scale);
     EXPECT_EQ(legendText(month.scale, -3), "\u22122.0 GB or more");
     EXPECT_EQ(legendText(month.scale, 1), "+30 bytes or more");
     EXPECT_EQ(legendText(month.scale, 4), "");
@@ -123,15 +123,15 @@ TEST(NetScale, GivesEachStepItsShareOfDaysWhateverTheLargest) {
 
 TEST(MonthCalendar, MovingStaysOnDaysThatExistAndAreKept) {
     const auto byMonths = [](const LocalDay& day, int count) {
-        return movedByMonths(day, count, empty, berlin);
+        return movedByMonths(day, count, empty, germanCalendar);
     };
     EXPECT_EQ(byMonths({2026, 3, 31}, -1), (LocalDay{2026, 2, 28}));
     EXPECT_EQ(byMonths({2026, 2, 28}, 1), (LocalDay{2026, 3, 28}));
     EXPECT_EQ(byMonths({2026, 3, 29}, 1), (LocalDay{2026, 4, 20}));
     EXPECT_EQ(byMonths({2026, 2, 10}, -1), (LocalDay{2026, 1, 21}));  // the first of 90 days
-    EXPECT_EQ(movedByDays({2026, 3, 28}, 2, empty, berlin), (LocalDay{2026, 3, 30}));
-    EXPECT_EQ(movedByDays({2026, 4, 20}, 1, empty, berlin), (LocalDay{2026, 4, 20}));
-    EXPECT_EQ(movedByDays({2026, 1, 22}, -7, empty, berlin), (LocalDay{2026, 1, 21}));
+    EXPECT_EQ(movedByDays({2026, 3, 28}, 2, empty, germanCalendar), (LocalDay{2026, 3, 30}));
+    EXPECT_EQ(movedByDays({2026, 4, 20}, 1, empty, germanCalendar), (LocalDay{2026, 4, 20}));
+    EXPECT_EQ(movedByDays({2026, 1, 22}, -7, empty, germanCalendar), (LocalDay{2026, 1, 21}));
 }
 
 }  // namespace

@@ -16,7 +16,7 @@ using testing::HasSubstr;
 using testing::StartsWith;
 using Arguments = std::vector<std::string>;
 
-std::string contentsOf(const fs::path& file) {
+std::string bytesOf(const fs::path& file) {
     std::ifstream stream(file, std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), {}};
 }
@@ -25,7 +25,7 @@ std::string contentsOf(const fs::path& file) {
 std::map<std::string, std::string> everyFile(const fs::path& folder) {
     std::map<std::string, std::string> files;
     for (const auto& entry : fs::recursive_directory_iterator(folder))
-        if (entry.is_regular_file()) files[entry.path()] = contentsOf(entry.path());
+        if (entry.is_regular_file()) files[entry.path()] = bytesOf(entry.path());
     return files;
 }
 
@@ -111,7 +111,7 @@ TEST_F(CaredForHistory, IsRecoveredOnTheUsersWordOnly) {
     EXPECT_EQ(brindle.json({"doctor", "--recover"})["recovered"], false);
     EXPECT_TRUE(kept("damaged").empty());
     damage();
-    const std::string damaged = contentsOf(brindle.historyFile());
+    const std::string damaged = bytesOf(brindle.historyFile());
     for (const Arguments& arguments : {Arguments{"status"}, {"check"}, {"day"}, {"include", folder.path()}}) {
         const auto result = brindle.run(arguments);
         EXPECT_EQ(result.exitCode, 3);
@@ -122,21 +122,21 @@ TEST_F(CaredForHistory, IsRecoveredOnTheUsersWordOnly) {
         const OtherProgram other(brindle.dataDirectory());
         EXPECT_EQ(brindle.run({"doctor", "--recover"}).exitCode, 5);
     }
-    EXPECT_EQ(contentsOf(brindle.historyFile()), damaged);
+    EXPECT_EQ(bytesOf(brindle.historyFile()), damaged);
     const auto result = brindle.run({"doctor", "--recover"});
     EXPECT_EQ(result.exitCode, 0) << result.error;
     EXPECT_THAT(result.output, HasSubstr("Files of the last checks: 301."));
     ASSERT_EQ(kept("damaged").size(), 1U);
-    EXPECT_EQ(contentsOf(kept("damaged").front()), damaged);
+    EXPECT_EQ(bytesOf(kept("damaged").front()), damaged);
     EXPECT_EQ(Records(brindle).inventory(), before);
     EXPECT_EQ(concerns(0), Arguments());
 
     std::ofstream(brindle.historyFile(), std::ios::trunc).close();
     rowsOf(brindle.historyFile(), "CREATE TABLE another (x)");
-    const std::string foreign = contentsOf(brindle.historyFile());
+    const std::string foreign = bytesOf(brindle.historyFile());
     EXPECT_EQ(brindle.run({"doctor", "--recover"}).exitCode, 3);
     EXPECT_EQ(brindle.run({"check"}).exitCode, 3);
-    EXPECT_EQ(contentsOf(brindle.historyFile()), foreign);
+    EXPECT_EQ(bytesOf(brindle.historyFile()), foreign);
 }
 
 TEST_F(CaredForHistory, MovesWithABackup) {
@@ -152,14 +152,14 @@ TEST_F(CaredForHistory, MovesWithABackup) {
     EXPECT_EQ(everythingIn(backup), before);
     writeFile(brindle.home() / "precious", 3);
     fs::create_symlink(brindle.home() / "precious", brindle.home() / "link");
-    const std::string first = contentsOf(backup);
+    const std::string first = bytesOf(backup);
     writeFile(tree / "later", 7);
     ASSERT_EQ(brindle.run({"check"}).exitCode, 0);
     EXPECT_EQ(brindle.run({"backup", backup}).exitCode, 2);
-    EXPECT_EQ(contentsOf(backup), first);
+    EXPECT_EQ(bytesOf(backup), first);
     EXPECT_EQ(brindle.run({"backup", "--force", brindle.home() / "link"}).exitCode, 2);
     EXPECT_EQ(brindle.run({"backup", brindle.home() / "no such folder/file"}).exitCode, 3);
-    EXPECT_EQ(contentsOf(brindle.home() / "precious"), "xxx");
+    EXPECT_EQ(bytesOf(brindle.home() / "precious"), "xxx");
     const auto later = Records(brindle).everything();
     EXPECT_EQ(brindle.run({"backup", "--force", backup}).exitCode, 0);
     EXPECT_EQ(everythingIn(backup), later);
@@ -184,7 +184,7 @@ TEST_F(CaredForHistory, MovesWithABackup) {
     EXPECT_EQ(Records(brindle).everything(), before);
     ASSERT_EQ(kept("before-restore").size(), 1U);
     EXPECT_EQ(everythingIn(kept("before-restore").front()), later);
-    EXPECT_EQ(contentsOf(backup), first);
+    EXPECT_EQ(bytesOf(backup), first);
     for (const auto& entry : fs::directory_iterator(brindle.home()))
         EXPECT_THAT(entry.path().filename().string(), testing::Not(StartsWith("."))) << "left behind";
 }

@@ -16,7 +16,7 @@ struct Case {
     Words offered;
 };
 
-const Case cases[] = {
+const Case completions[] = {
     {{"ch"}, {"check", "changes"}},
     {{"trends", ""}, {"week", "month", "quarter"}},
     {{"--example", "changes", "--sort", ""}, {"largest", "newest", "name"}},
@@ -70,7 +70,7 @@ protected:
 };
 
 TEST_F(Completion, OffersWhatTheProgramTakes) {
-    for (const auto& [typed, offered] : cases) {
+    for (const auto& [typed, offered] : completions) {
         SCOPED_TRACE(testing::PrintToString(typed));
         EXPECT_THAT(inBash(typed), UnorderedElementsAreArray(offered));
         EXPECT_THAT(inFish(typed), UnorderedElementsAreArray(offered));

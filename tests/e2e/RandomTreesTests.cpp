@@ -9,11 +9,9 @@
 namespace brindle {
 namespace {
 
-using nlohmann::json;
-
 constexpr std::size_t largestTold = 10;
 
-json totalsOf(const std::vector<Difference>& news) {
+nlohmann::json totalsOf(const std::vector<Difference>& news) {
     std::int64_t added = 0;
     std::int64_t freed = 0;
     for (const Difference& difference : news)
@@ -29,17 +27,17 @@ std::vector<std::int64_t> largestOf(const std::vector<Difference>& news) {
     return magnitudes;
 }
 
-void expectTold(const json& report, const Listing& files, const std::vector<Difference>& news,
+void expectTold(const nlohmann::json& report, const Listing& files, const std::vector<Difference>& news,
                 const std::string& outcome) {
     ASSERT_EQ(report["locations"].size(), 1U) << report;
-    const json& told = report["locations"][0];
+    const nlohmann::json& told = report["locations"][0];
     EXPECT_EQ(told["outcome"], outcome);
     EXPECT_EQ(told["totals"], totalsOf(news));
     EXPECT_EQ(told["trackedBytes"], totalOf(files));
     EXPECT_EQ(told["filesSeen"], files.size());
-    EXPECT_EQ(told["unreadableFolders"], json::array());
+    EXPECT_EQ(told["unreadableFolders"], nlohmann::json::array());
     std::vector<std::int64_t> largest;
-    for (const json& change : told["largestChanges"])
+    for (const nlohmann::json& change : told["largestChanges"])
         largest.push_back(std::abs(change["byteDelta"].get<std::int64_t>()));
     EXPECT_EQ(largest, largestOf(news));
 }

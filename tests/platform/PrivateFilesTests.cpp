@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-int modeOf(const fs::path& path) {
+int permissionsOf(const fs::path& path) {
     return static_cast<int>(fs::status(path).permissions());
 }
 
@@ -24,8 +24,9 @@ TEST(PrivateFiles, AreTheirOwnersAloneAndWhatIsThereIsLeftAsItIs) {
     createPrivateDirectory((folder.path() / "a/./b//c/").native());
     createPrivateFile((folder.path() / "a/b/c/file").native());
     ::umask(umask);
-    for (const auto* made : {"a", "a/b", "a/b/c"}) EXPECT_EQ(modeOf(folder.path() / made), 0700) << made;
-    EXPECT_EQ(modeOf(folder.path() / "a/b/c/file"), 0600);
+    for (const auto* made : {"a", "a/b", "a/b/c"})
+        EXPECT_EQ(permissionsOf(folder.path() / made), 0700) << made;
+    EXPECT_EQ(permissionsOf(folder.path() / "a/b/c/file"), 0600);
 
     const auto open = folder.path() / "open";
     fs::create_directory(open);
@@ -36,8 +37,8 @@ TEST(PrivateFiles, AreTheirOwnersAloneAndWhatIsThereIsLeftAsItIs) {
     createPrivateDirectory(open);
     createPrivateDirectory(folder.path() / "link");
     createPrivateFile(open / "file");
-    EXPECT_EQ(modeOf(open), 0777);
-    EXPECT_EQ(modeOf(open / "file"), 0644);
+    EXPECT_EQ(permissionsOf(open), 0777);
+    EXPECT_EQ(permissionsOf(open / "file"), 0644);
     EXPECT_EQ(fs::file_size(open / "file"), 4U);
 }
 

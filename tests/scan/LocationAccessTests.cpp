@@ -17,8 +17,8 @@ namespace brindle {
 namespace {
 
 namespace fs = std::filesystem;
-using Reason = LocationChoiceError::Reason;
-using Refusal = std::pair<std::optional<Reason>, std::string>;
+using ChoiceReason = LocationChoiceError::Reason;
+using Refusal = std::pair<std::optional<ChoiceReason>, std::string>;
 
 LocationRecord recordFor(const fs::path& folder) {
     return makeCandidate(folder, {}, 1).record;
@@ -65,12 +65,12 @@ TEST_F(LocationAccess, WhatCannotBeIncludedIsRefusedInASentence) {
             return {error.reason, error.what()};
         }
     };
-    EXPECT_EQ(refusal("/nowhere\n"), Refusal(Reason::missing, "The folder “/nowhere\\n” isn't there."));
+    EXPECT_EQ(refusal("/nowhere\n"), Refusal(ChoiceReason::missing, "The folder “/nowhere\\n” isn't there."));
     EXPECT_EQ(refusal("/proc"),
-              Refusal(Reason::pseudo, "“/proc” belongs to the system and holds no stored files."));
-    EXPECT_EQ(refusal(root / "file").first, Reason::notAFolder);
+              Refusal(ChoiceReason::pseudo, "“/proc” belongs to the system and holds no stored files."));
+    EXPECT_EQ(refusal(root / "file").first, ChoiceReason::notAFolder);
     fs::permissions(photos, fs::perms::none);
-    EXPECT_TRUE(holdsUnprivileged([&] { return refusal(photos).first == Reason::needsAccess; }));
+    EXPECT_TRUE(holdsUnprivileged([&] { return refusal(photos).first == ChoiceReason::needsAccess; }));
 }
 
 TEST_F(LocationAccess, ARenamedFolderIsReadyWithAFreshBookmark) {

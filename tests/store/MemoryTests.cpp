@@ -16,14 +16,14 @@ Files files(int seed) {
 }
 
 const LocalDay firstDay{2026, 3, 1};
-const LocalDay today{2026, 3, 7};
+const LocalDay lastDay{2026, 3, 7};
 
-struct Work {
+struct MemoryWork {
     const char* name;
     void (*run)(TempHistory&);
 };
 
-const Work works[] = {
+const MemoryWork memoryWorks[] = {
     {"Open",
      [](TempHistory& history) {
          history.close();
@@ -56,20 +56,21 @@ const Work works[] = {
     {"Remove", [](TempHistory& history) { history.store().remove({"home"}, history.now).get(); }},
     {"Snapshot",
      [](TempHistory& history) {
-         static_cast<void>(history.store().snapshot(7, today, history.calendar).get());
+         static_cast<void>(history.store().snapshot(7, lastDay, history.calendar).get());
      }},
     {"Changes",
      [](TempHistory& history) {
-         static_cast<void>(history.store().changes(firstDay, today, {}).get());
-         static_cast<void>(history.store().contributors(firstDay, today, {}, 5).get());
-         history.store().streamChanges(firstDay, today, {}, ChangeSource::measured, [](const FileChange&) {});
+         static_cast<void>(history.store().changes(firstDay, lastDay, {}).get());
+         static_cast<void>(history.store().contributors(firstDay, lastDay, {}, 5).get());
+         history.store().streamChanges(firstDay, lastDay, {}, ChangeSource::measured,
+                                       [](const FileChange&) {});
      }},
 };
 
 /// A history that is opened anew as often as its work is done.
 class Attempts {
 public:
-    explicit Attempts(const Work& work) : work_(work) {
+    explicit Attempts(const MemoryWork& work) : work_(work) {
         begin();
         before_ = history().everything();
         work.run(history());
@@ -111,13 +112,13 @@ private:
         history().now += 1;
     }
 
-    const Work& work_;
+    const MemoryWork& work_;
     std::unique_ptr<TempHistory> history_;
     std::vector<std::string> before_;
     std::vector<std::string> after_;
 };
 
-class ShortOfMemory : public testing::TestWithParam<Work> {};
+class ShortOfMemory : public testing::TestWithParam<MemoryWork> {};
 
 // Fails the n-th allocation, or that and all later ones, until the work is done before it. The next attempt
 // is made with the connections that have failed.
@@ -142,7 +143,7 @@ TEST_P(ShortOfMemory, LosesNothingAndTheNextTryWorks) {
     EXPECT_GT(attempts.failures, 5);
 }
 
-INSTANTIATE_TEST_SUITE_P(Memory, ShortOfMemory, testing::ValuesIn(works),
+INSTANTIATE_TEST_SUITE_P(Memory, ShortOfMemory, testing::ValuesIn(memoryWorks),
                          [](const auto& tested) { return tested.param.name; });
 
 }  // namespace

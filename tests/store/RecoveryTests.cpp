@@ -31,7 +31,7 @@ using Rows = std::set<std::string>;
 
 constexpr std::size_t pageSize = 4096;
 
-std::string contents(const fs::path& file) {
+std::string bytesOf(const fs::path& file) {
     std::ifstream in(file, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), {}};
 }
@@ -103,7 +103,7 @@ protected:
                 .get());
         history.store().recordExport("/home/ann/statement.csv", history.now).get();
         history.close();
-        original = contents(history.file());
+        original = bytesOf(history.file());
         rows = storedRows(history.file());
     }
 
@@ -116,9 +116,9 @@ protected:
 
     /// Recovers the file and holds what every recovery keeps to.
     RecoveryReport recover() {
-        const std::string damaged = contents(history.file());
+        const std::string damaged = bytesOf(history.file());
         const RecoveryReport report = recoverHistory(history.directory(), [this] { return history.now; });
-        EXPECT_EQ(contents(report.setAside), damaged);
+        EXPECT_EQ(bytesOf(report.setAside), damaged);
         const auto healthy = examineHistory(HistoryFiles(history.directory()));
         EXPECT_EQ(healthy.condition, HistoryCondition::whole) << testing::PrintToString(healthy.faults);
         return report;
@@ -126,7 +126,7 @@ protected:
 
     /// Whatever is done with a damaged file leaves it as it is, or works.
     void expectHandledWithCare() {
-        const std::string damaged = contents(history.file());
+        const std::string damaged = bytesOf(history.file());
         static_cast<void>(examineHistory(HistoryFiles(history.directory())));
         try {
             static_cast<void>(history.store().loadLocations().get());
@@ -135,7 +135,7 @@ protected:
         } catch (const StoreError&) {
         }
         history.close();
-        EXPECT_EQ(contents(history.file()), damaged);
+        EXPECT_EQ(bytesOf(history.file()), damaged);
     }
 
     [[nodiscard]] Rows lostFrom(const Rows& recovered) const {
@@ -254,7 +254,7 @@ TEST_F(DamagedHistory, IsInItsPlaceUntilTheNewOneIsWhole) {
                 });
                 isDone = status == 0;
                 if (!isDone) {
-                    ASSERT_EQ(contents(history.file()), damaged);
+                    ASSERT_EQ(bytesOf(history.file()), damaged);
                     run();
                 }
                 ASSERT_EQ(storedRows(history.file()), expected);
@@ -274,17 +274,17 @@ void leaveALog(const std::string& file, const std::string& sql) {
 
 TEST_F(DamagedHistory, IsReadWithItsLogAlsoWhenARecoveryWasInterruptedBetweenItsRenames) {
     leaveALog(history.file(), "UPDATE locations SET name = 'from the log' WHERE id = 'other'");
-    std::string damaged = contents(history.file());
+    std::string damaged = bytesOf(history.file());
     damaged.replace(4 * pageSize, pageSize, pageSize, 'x');
     write(history.file(), damaged);
-    const std::string log = contents(history.file() + "-wal");
+    const std::string log = bytesOf(history.file() + "-wal");
     ASSERT_FALSE(log.empty());
     // The damaged file has its second name, the log is gone from the first, and the new file is not in place.
     const std::string kept = history.directory() + "/History-damaged-2026-03-11T12-00-00Z.sqlite";
     fs::create_hard_link(history.file(), kept);
     fs::rename(history.file() + "-wal", kept + "-wal");
     EXPECT_EQ(recover().setAside, kept);
-    EXPECT_EQ(contents(kept + "-wal"), log);
+    EXPECT_EQ(bytesOf(kept + "-wal"), log);
     EXPECT_THAT(history.rows("SELECT name FROM locations WHERE id = 'other'"), ElementsAre("from the log"));
     EXPECT_FALSE(fs::exists(history.file() + "-wal"));
 }
@@ -319,7 +319,7 @@ TEST_F(DamagedHistory, GivesItsFilesBackToTheNextCheckWithoutRecordingThemAsAdde
 std::map<std::string, std::string> everyFile(const TempHistory& history) {
     std::map<std::string, std::string> files;
     for (const auto& entry : fs::directory_iterator(history.directory()))
-        files[entry.path().filename()] = contents(entry.path());
+        files[entry.path().filename()] = bytesOf(entry.path());
     return files;
 }
 
@@ -380,7 +380,7 @@ TEST_F(DamagedHistory, IsToldFromEveryOtherConditionAndNoneIsTouched) {
             EXPECT_NO_THROW(static_cast<void>(history.store().loadLocations().get()));
         } else {
             EXPECT_ANY_THROW(static_cast<void>(history.store()));
-            EXPECT_EQ(contents(history.file()), before.at("History.sqlite"));
+            EXPECT_EQ(bytesOf(history.file()), before.at("History.sqlite"));
         }
         history.close();
     }

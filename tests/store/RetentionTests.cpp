@@ -12,13 +12,13 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr UnixTime day = 86'400;
+constexpr UnixTime secondsADay = 86'400;
 
 /// A location with one change on each of these days of March 2026, at noon.
 void checkOn(TempHistory& history, const std::string& id, std::initializer_list<int> days) {
     const UnixTime first = history.calendar.time({2026, 3, 1}, 12);
     for (const int number : days) {
-        history.now = first + (number - 1) * day;
+        history.now = first + (number - 1) * secondsADay;
         CheckRequest request = history.request(id, scriptedWalk({{"file", number}}));
         request.readVolume = [&history, id] {
             return VolumeReading{.id = id, .name = id, .readAt = history.now};

@@ -10,22 +10,24 @@
 namespace brindle {
 namespace {
 
-constexpr auto service = "org.freedesktop.Notifications";
-constexpr auto path = "/org/freedesktop/Notifications";
+constexpr auto noticesService = "org.freedesktop.Notifications";
+constexpr auto noticesPath = "/org/freedesktop/Notifications";
 constexpr int timeOfTheDesktop = -1;
 
 }  // namespace
 
 Notices::Notices(QDBusConnection sessionBus) : bus_(std::move(sessionBus)) {
-    bus_.connect(service, path, service, "ActionInvoked", this, SLOT(actionInvoked(uint, QString)));
-    bus_.connect(service, path, service, "ActivationToken", this, SLOT(activationTokenGiven(uint, QString)));
+    bus_.connect(noticesService, noticesPath, noticesService, "ActionInvoked", this,
+                 SLOT(actionInvoked(uint, QString)));
+    bus_.connect(noticesService, noticesPath, noticesService, "ActivationToken", this,
+                 SLOT(activationTokenGiven(uint, QString)));
 }
 
 void Notices::show(const std::string& title, const std::string& text, std::function<void()> lead) {
     // A call over no bus would never be answered.
     if (!bus_.isConnected()) return;
     lead_ = std::move(lead);
-    auto message = QDBusMessage::createMethodCall(service, path, service, "Notify");
+    auto message = QDBusMessage::createMethodCall(noticesService, noticesPath, noticesService, "Notify");
     const QVariantMap hints{{"desktop-entry", "org.brindle.brindle"}};
     // The text is markup to the desktop, the title is not. "default" is the action of the notice itself.
     message << "Brindle" << shown_ << "org.brindle.brindle" << QString::fromStdString(title)

@@ -11,24 +11,26 @@ namespace brindle {
 namespace {
 
 // Keeps the list of items and of those who show them.
-constexpr auto service = "org.kde.StatusNotifierWatcher";
-constexpr auto path = "/StatusNotifierWatcher";
+constexpr auto trayService = "org.kde.StatusNotifierWatcher";
+constexpr auto trayPath = "/StatusNotifierWatcher";
 
 }  // namespace
 
 TrayHost::TrayHost(QDBusConnection sessionBus) : bus_(std::move(sessionBus)) {
     if (!bus_.isConnected()) return;
-    auto* watcher = new QDBusServiceWatcher(service, bus_, QDBusServiceWatcher::WatchForOwnerChange, this);
+    auto* watcher =
+        new QDBusServiceWatcher(trayService, bus_, QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, &TrayHost::ask);
     for (const char* signal : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"})
-        bus_.connect(service, path, service, signal, this, SLOT(ask()));
+        bus_.connect(trayService, trayPath, trayService, signal, this, SLOT(ask()));
     ask();
 }
 
 void TrayHost::ask() {
-    auto message = QDBusMessage::createMethodCall(service, path, "org.freedesktop.DBus.Properties", "Get");
+    auto message =
+        QDBusMessage::createMethodCall(trayService, trayPath, "org.freedesktop.DBus.Properties", "Get");
     message.setAutoStartService(false);
-    message << service << "IsStatusNotifierHostRegistered";
+    message << trayService << "IsStatusNotifierHostRegistered";
     auto* answer = new QDBusPendingCallWatcher(bus_.asyncCall(message), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer, question = ++questions_] {
         answer->deleteLater();

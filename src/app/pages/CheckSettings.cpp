@@ -13,21 +13,21 @@
 namespace brindle {
 namespace {
 
-using Row = IncludedLocationRow;
-
-std::vector<ListModel<Row, std::string>::Role> roles() {
-    return {{"name", [](const Row& row) { return row.location.name; }},
-            {"path", [](const Row& row) { return row.location.path; }},
-            {"status", [](const Row& row) { return row.location.state; }},
-            {"unreadable", [](const Row& row) { return row.location.unreadable; }},
-            {"isTroubled", [](const Row& row) { return row.isTroubled; }},
-            {"canShow", [](const Row& row) { return row.canShow; }}};
+std::vector<ListModel<IncludedLocationRow, std::string>::Role> roles() {
+    return {{"name", [](const IncludedLocationRow& row) { return row.location.name; }},
+            {"path", [](const IncludedLocationRow& row) { return row.location.path; }},
+            {"status", [](const IncludedLocationRow& row) { return row.location.state; }},
+            {"unreadable", [](const IncludedLocationRow& row) { return row.location.unreadable; }},
+            {"isTroubled", [](const IncludedLocationRow& row) { return row.isTroubled; }},
+            {"canShow", [](const IncludedLocationRow& row) { return row.canShow; }}};
 }
 
 }  // namespace
 
 CheckSettings::CheckSettings(AppModel& model, QObject* parent)
-    : QObject(parent), model_(model), locations_([](const Row& row) { return row.location.id; }, roles()) {
+    : QObject(parent),
+      model_(model),
+      locations_([](const IncludedLocationRow& row) { return row.location.id; }, roles()) {
     connect(model.settings(), &Settings::checksPausedChanged, this, &CheckSettings::changed);
     connect(model.settings(), &Settings::checkIntervalChanged, this, &CheckSettings::changed);
     connect(model.settings(), &Settings::showsEstimatesChanged, this, &CheckSettings::changed);
@@ -72,7 +72,7 @@ QString CheckSettings::locationsText() const {
 }
 
 void CheckSettings::updateLocations() {
-    std::vector<Row> rows;
+    std::vector<IncludedLocationRow> rows;
     if (model_.session().isOpen()) {
         const HistoryFigures& own = model_.ownFigures();
         const auto tracked = own.snapshot.currentlyTracked();

@@ -13,7 +13,7 @@ namespace brindle {
 namespace {
 
 /// What is over before would only flash up.
-constexpr std::chrono::milliseconds patience{500};
+constexpr std::chrono::milliseconds beforeItIsShown{500};
 
 std::int64_t rowsOf(const ExportPlan& plan) {
     return plan.recordCount + plan.estimateFiles;
@@ -23,7 +23,7 @@ std::int64_t rowsOf(const ExportPlan& plan) {
 
 ExportModel::ExportModel(AppModel& model, QObject* parent) : QObject(parent), exporter_(*model.exporter()) {
     patience_.setSingleShot(true);
-    patience_.setInterval(patience);
+    patience_.setInterval(beforeItIsShown);
     connect(&patience_, &QTimer::timeout, this, [this] {
         if (step_ == Writing) setStep(WritingLong);
     });

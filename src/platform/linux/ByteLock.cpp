@@ -1,5 +1,7 @@
 #include "platform/ByteLock.h"
 
+#include "platform/linux/SystemError.h"
+
 #include <cerrno>
 #include <fcntl.h>
 #include <system_error>
@@ -12,28 +14,24 @@ struct flock writeLock(const ByteRange& range) {
     return {.l_type = F_WRLCK, .l_whence = SEEK_SET, .l_start = range.begin, .l_len = range.size, .l_pid = 0};
 }
 
-[[noreturn]] void fail(const std::string& path) {
-    throw std::system_error(errno, std::generic_category(), path);
-}
-
 }  // namespace
 
 std::optional<int> byteLockHolder(const std::string& path, const ByteRange& range) {
     const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
     if (!file && errno == ENOENT) return {};
     struct flock lock = writeLock(range);
-    if (!file || ::fcntl(file.get(), F_OFD_GETLK, &lock) != 0) fail(path);
+    if (!file || ::fcntl(file.get(), F_OFD_GETLK, &lock) != 0) throwSystemError(errno, path);
     if (lock.l_type == F_UNLCK) return {};
     return lock.l_pid > 0 ? lock.l_pid : 0;
 }
 
 std::optional<ByteLock> ByteLock::tryToTake(const std::string& path, const ByteRange& range) {
     FileDescriptor file(::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
-    if (!file) fail(path);
+    if (!file) throwSystemError(errno, path);
     const struct flock lock = writeLock(range);
     if (::fcntl(file.get(), F_OFD_SETLK, &lock) == 0) return ByteLock(std::move(file));
     if (errno == EAGAIN || errno == EACCES) return {};
-    fail(path);
+    throwSystemError(errno, path);
 }
 
 }  // namespace brindle

@@ -3,6 +3,7 @@
 #include "model/RandomUUID.h"
 #include "platform/FileDescriptor.h"
 #include "platform/Paths.h"
+#include "platform/linux/SystemError.h"
 
 #include <cerrno>
 #include <cstdint>
@@ -24,15 +25,11 @@ constexpr std::size_t uuidLength = 36;
 constexpr int attemptLimit = 16;
 constexpr std::int64_t writtenBackAtOnce = 8 << 20;
 
-[[noreturn]] void fail(int error, const std::string& path) {
-    throw std::system_error(error, std::generic_category(), path);
-}
-
 void writeAll(int file, std::string_view bytes, const std::string& path) {
     while (!bytes.empty()) {
         const auto written = ::write(file, bytes.data(), bytes.size());
         if (written < 0 && errno == EINTR) continue;
-        if (written < 0) fail(errno, path);
+        if (written < 0) throwSystemError(errno, path);
         bytes.remove_prefix(static_cast<std::size_t>(written));
     }
 }
@@ -57,7 +54,7 @@ std::string withoutLinksAtItsEnd(std::string path) {
         std::error_code none;
         const auto target = std::filesystem::read_symlink(path, none).native();
         if (none) return path;
-        if (links == symbolicLinkLimit) fail(ELOOP, path);
+        if (links == symbolicLinkLimit) throwSystemError(ELOOP, path);
         path = target.starts_with('/') ? target : joinedPath(parentPath(path), target);
     }
 }
@@ -87,14 +84,14 @@ public:
         : target_(std::move(target)), folderPath_(parentPath(target_)) {
         // Held open: the hidden file is found again wherever the folder is moved meanwhile.
         folder_ = FileDescriptor(::open(folderPath_.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-        if (!folder_) fail(errno, folderPath_);
+        if (!folder_) throwSystemError(errno, folderPath_);
         const long limit = ::pathconf(folderPath_.c_str(), _PC_NAME_MAX);
         const std::size_t others = 2 + uuidLength + partialSuffix.size();
         const std::size_t longest = limit > 0 ? static_cast<std::size_t>(limit) : 255;
         prefix_ = "." + std::string(cut(lastComponent(target_), longest - others)) + ".";
         removeLeftovers();
         for (int attempt = 0; !create(replaced); ++attempt)
-            if (attempt == attemptLimit) fail(EBUSY, folderPath_);
+            if (attempt == attemptLimit) throwSystemError(EBUSY, folderPath_);
     }
     ~Replacement() override { discard(); }
     Replacement(const Replacement&) = delete;
@@ -107,9 +104,10 @@ public:
     }
 
     void finish() override {
-        if (::fsync(file_.get()) != 0) fail(errno, path());
+        if (::fsync(file_.get()) != 0) throwSystemError(errno, path());
         // The destination by its whole path: a folder that was moved away must not take the file with it.
-        if (::renameat(folder_.get(), name_.c_str(), AT_FDCWD, target_.c_str()) != 0) fail(errno, target_);
+        if (::renameat(folder_.get(), name_.c_str(), AT_FDCWD, target_.c_str()) != 0)
+            throwSystemError(errno, target_);
         name_.clear();
         file_ = FileDescriptor();
         // The new file is in its place; not every file system can be told to write that down at once.
@@ -134,7 +132,7 @@ private:
         const auto sync = [this](std::int64_t from, std::int64_t to, unsigned how) {
             if (::sync_file_range(file_.get(), from, to - from, how) == 0) return;
             const bool isUnknownHere = errno == ENOSYS || errno == EINVAL || errno == ESPIPE;
-            if (!isUnknownHere) fail(errno, path());
+            if (!isUnknownHere) throwSystemError(errno, path());
         };
         constexpr unsigned andWait =
             SYNC_FILE_RANGE_WAIT_BEFORE | SYNC_FILE_RANGE_WRITE | SYNC_FILE_RANGE_WAIT_AFTER;
@@ -156,7 +154,7 @@ private:
             const int error = errno;
             const std::string failed = path();
             name_.clear();
-            fail(error, failed);
+            throwSystemError(error, failed);
         }
         const bool isHeld = tryToLock(file_) == Lock::heldByAnother;
         struct stat status {};
@@ -222,21 +220,21 @@ std::unique_ptr<OutputFile> openOutputFile(const std::string& destination) {
     if (::stat(destination.c_str(), &status) == 0)
         replaced = status;
     else if (errno != ENOENT)
-        fail(errno, destination);
-    if (replaced && S_ISDIR(status.st_mode)) fail(EISDIR, destination);
+        throwSystemError(errno, destination);
+    if (replaced && S_ISDIR(status.st_mode)) throwSystemError(EISDIR, destination);
     if (replaced && !S_ISREG(status.st_mode)) {
         const int file = ::open(destination.c_str(), O_WRONLY | O_NOCTTY | O_CLOEXEC);
-        if (file < 0) fail(errno, destination);
+        if (file < 0) throwSystemError(errno, destination);
         return std::make_unique<Stream>(file, destination);
     }
     if (replaced && ::faccessat(AT_FDCWD, destination.c_str(), W_OK, AT_EACCESS) != 0)
-        fail(errno, destination);
+        throwSystemError(errno, destination);
     return std::make_unique<Replacement>(withoutLinksAtItsEnd(destination), replaced);
 }
 
 std::unique_ptr<OutputFile> openStandardOutput() {
     const int file = ::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0);
-    if (file < 0) fail(errno, "/dev/stdout");
+    if (file < 0) throwSystemError(errno, "/dev/stdout");
     return std::make_unique<Stream>(file, "/dev/stdout");
 }
 
