@@ -1,5 +1,7 @@
 #include "cli/Completions.h"
 
+#include "cli/ValueChecks.h"
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <fmt/format.h>
@@ -259,7 +261,7 @@ void addCompletionOption(CLI::App& app) {
                                                                                 : fishCompletion(line);
                                              throw CLI::CallForVersion(text, 0);
                                          })
-        ->check(CLI::IsMember({"bash", "zsh", "fish"}))
+        ->check(oneOf({"bash", "zsh", "fish"}))
         ->type_name("SHELL")
         ->group("");
 }

@@ -7,6 +7,7 @@
 #include "cli/LocationsCommand.h"
 #include "cli/StatusCommand.h"
 #include "cli/TrendsCommand.h"
+#include "cli/ValueChecks.h"
 
 #include <CLI/CLI.hpp>
 #include <memory>
@@ -59,7 +60,7 @@ void addChanges(CLI::App& app, Command& chosen) {
     command->add_flag("--added", options->isAdded, translated("Only what was added or grew"));
     command->add_flag("--freed", options->isFreed, translated("Only what shrank or was removed"));
     command->add_option("--sort", options->sort, translated("largest, newest or name (default: largest)"))
-        ->check(CLI::IsMember({"largest", "newest", "name"}))
+        ->check(oneOf({"largest", "newest", "name"}))
         ->type_name("ORDER");
     auto* files =
         command->add_flag("--files", options->isFileList, translated("One list of files (the default)"));
@@ -71,11 +72,11 @@ void addChanges(CLI::App& app, Command& chosen) {
         ->add_option(
             "--limit", options->limit,
             translated("How many rows to list; 0 for all (default: 20, and all with --json or --csv)"))
-        ->check(CLI::NonNegativeNumber)
+        ->check(wholeNumberFrom(0))
         ->type_name("N");
     command
         ->add_option("--page", options->page, translated("Which of the pages of so many rows (default: 1)"))
-        ->check(CLI::PositiveNumber)
+        ->check(wholeNumberFrom(1))
         ->type_name("N");
     addCSV(*command, options->asCSV);
     command->add_option("FOLDER", options->folder, translated("The same as --folder"))
@@ -90,7 +91,7 @@ void addTrends(CLI::App& app, Command& chosen) {
     const auto options = std::make_shared<TrendsOptions>();
     command->add_option("RANGE", options->range, translated("week, month or quarter: 7, 30 or 90 days"))
         ->required()
-        ->check(CLI::IsMember({"week", "month", "quarter"}))
+        ->check(oneOf({"week", "month", "quarter"}))
         ->type_name("");
     command
         ->add_option("--day", options->day,

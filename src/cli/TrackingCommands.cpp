@@ -3,6 +3,7 @@
 #include "cli/EstimatesCommand.h"
 #include "cli/IncludeCommand.h"
 #include "cli/RemoveCommand.h"
+#include "cli/ValueChecks.h"
 #include "cli/WatchCommand.h"
 
 #include <CLI/CLI.hpp>
@@ -63,7 +64,7 @@ void addEstimates(CLI::App& app, Command& chosen) {
         "estimates", translated("Switch estimates of earlier history, from file dates, on or off"));
     const auto wanted = std::make_shared<std::string>();
     command->add_option("SWITCH", *wanted, translated("on or off; without it, says which"))
-        ->check(CLI::IsMember({"on", "off"}))
+        ->check(oneOf({"on", "off"}))
         ->type_name("");
     const auto run = [](const Context& context, const std::string& word) {
         return runEstimates(context, word.empty() ? std::nullopt : std::optional(word == "on"));

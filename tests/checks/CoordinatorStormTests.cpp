@@ -135,6 +135,7 @@ TEST_F(Storm, LeavesWholeRunsAndAWholeHistory) {
     events.clear();
 
     for (std::uint64_t life = 0; life < lives; ++life) {
+        coordinator();  // made here, once: no thread is to make it while another does
         std::vector<std::thread> threads;
         threads.emplace_back([&] { comeAndGo(first + 100 * life); });
         for (std::uint64_t i = 1; i <= threadCount; ++i)

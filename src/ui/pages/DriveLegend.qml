@@ -39,7 +39,7 @@ Item {
 
                 Layout.alignment: Qt.AlignTop
                 Layout.fillWidth: true
-                Layout.preferredWidth: 1  // of equal width; a width taken from the whole would set off the layout again
+                Layout.preferredWidth: 0  // of equal width; one taken from the whole would set off the layout again
                 spacing: Theme.gapSmall
 
                 Rectangle {
