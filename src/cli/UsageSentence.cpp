@@ -30,7 +30,7 @@ std::string usageSentence(const CLI::App& app, const CLI::ParseError& error) {
 
     // It repeats what was typed, which a shell may have made of the name of a file; what it is about comes
     // first.
-    const std::string told = fileNameText(error.what());
+    std::string told = fileNameText(error.what());
     const std::string name = told.substr(0, told.find_first_of(": "));
     if (is<CLI::RequiredError>(error)) return filled(translated("{} is missing."), name);
     if (is<CLI::ExcludesError>(error))
