@@ -5,6 +5,7 @@ target_compile_options(brindle_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wsign-conversion
   -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast -Wcast-align -Wformat=2
   -Wno-missing-field-initializers)
+
 # clang holds names of one file against those of the next that is compiled with it, headers between them; g++
 # looks for shadows well enough for both.
 if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
