@@ -132,26 +132,26 @@ private:
 
 std::vector<std::string> statementsOfSnapshot() {
     const std::string since = calendar().addingDays(lastDay, 1 - keptDays).text();
-    const std::string latestRun =
-        "JOIN (SELECT location_id, MAX(id) AS latest FROM scan_runs WHERE outcome IN ('baseline', 'check') "
-        "GROUP BY location_id) m ON m.latest = r.id";
     return {
         "SELECT id, name, path, scan_path, kind, volume_id, volume_name, case_sensitive, bookmark, added_at, "
         "removed_at, baseline_at, last_check_at, tracked_bytes, status, estimated_at FROM locations "
         "ORDER BY added_at",
-        "SELECT location_id, local_day, added, freed, count FROM daily_totals WHERE local_day >= '" + since +
-            "'",
+        "SELECT d.location_id, d.local_day, d.added, d.freed, d.count FROM locations l CROSS JOIN "
+        "daily_totals d ON d.location_id = l.id AND d.local_day >= '" +
+            since + "'",
         "SELECT location_id, local_day, MAX(partial) FROM scan_runs WHERE outcome IN ('baseline', 'check') "
         "AND local_day >= '" +
             since + "' GROUP BY location_id, local_day",
         "SELECT location_id, local_day, bytes FROM tracked_totals",
-        "SELECT c.volume_id, c.name, c.mount_path, c.total, c.free, COALESCE(c.available, c.free), "
-        "c.volume_used, c.snapshots, c.is_internal, c.read_at FROM capacity_samples c JOIN (SELECT "
-        "volume_id, "
-        "MAX(read_at) AS latest FROM capacity_samples GROUP BY volume_id) m ON m.volume_id = c.volume_id AND "
-        "m.latest = c.read_at",
-        "SELECT r.location_id, r.allocated_bytes, r.trash_bytes FROM scan_runs r " + latestRun +
-            " WHERE r.allocated_bytes IS NOT NULL",
+        "WITH RECURSIVE volumes (id) AS (SELECT MIN(volume_id) FROM capacity_samples UNION ALL SELECT "
+        "(SELECT MIN(volume_id) FROM capacity_samples WHERE volume_id > id) FROM volumes WHERE id IS NOT "
+        "NULL) SELECT c.volume_id, c.name, c.mount_path, c.total, c.free, COALESCE(c.available, c.free), "
+        "c.volume_used, c.snapshots, c.is_internal, c.read_at FROM volumes CROSS JOIN capacity_samples c ON "
+        "c.volume_id = id AND c.read_at = (SELECT MAX(read_at) FROM capacity_samples WHERE volume_id = id)",
+        // As many as are read until every location was met: the last check, and the run of all before it.
+        "SELECT location_id, allocated_bytes, trash_bytes FROM scan_runs WHERE outcome IN ('baseline', "
+        "'check') ORDER BY id DESC LIMIT " +
+            std::to_string(locations + 1),
         "SELECT location_id, local_day, SUM(bytes), SUM(file_count) FROM estimates WHERE local_day >= '" +
             since + "' GROUP BY location_id, local_day"};
 }

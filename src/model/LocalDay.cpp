@@ -1,6 +1,5 @@
 #include "model/LocalDay.h"
 
-#include <charconv>
 #include <fmt/format.h>
 
 namespace brindle {
@@ -11,12 +10,14 @@ std::string LocalDay::text() const {
 
 std::optional<LocalDay> LocalDay::parse(std::string_view text) {
     LocalDay day;
+    // Digits alone, and at most nine: much less work than std::from_chars, in what every row is read with.
     const auto number = [&text](std::size_t length, int& value) {
-        const char* end = text.data() + length;
-        if (text.size() < length || text.front() < '0') return false;
-        if (const auto [stop, error] = std::from_chars(text.data(), end, value);
-            error != std::errc{} || stop != end)
-            return false;
+        if (text.size() < length) return false;
+        value = 0;
+        for (const char digit : text.substr(0, length)) {
+            if (digit < '0' || digit > '9') return false;
+            value = value * 10 + (digit - '0');
+        }
         text.remove_prefix(length);
         return true;
     };

@@ -6,9 +6,9 @@ namespace brindle {
 namespace {
 
 // Samples from before there was a column for it tell what is available as what is free.
-const std::string capacityQuery =
+const std::string capacityColumns =
     "SELECT c.volume_id, c.name, c.mount_path, c.total, c.free, COALESCE(c.available, c.free), "
-    "c.volume_used, c.snapshots, c.is_internal, c.read_at FROM capacity_samples c ";
+    "c.volume_used, c.snapshots, c.is_internal, c.read_at ";
 
 VolumeReading reading(const SQLiteStatement& row) {
     return {.id = row.text(0),
@@ -26,9 +26,14 @@ VolumeReading reading(const SQLiteStatement& row) {
 }  // namespace
 
 std::vector<VolumeReading> latestReadings(SQLiteConnection& db) {
-    auto rows = db.prepare(capacityQuery +
-                           "JOIN (SELECT volume_id, MAX(read_at) AS latest FROM capacity_samples "
-                           "GROUP BY volume_id) m ON m.volume_id = c.volume_id AND m.latest = c.read_at");
+    // Looks two entries of the index up for each volume, however many samples there are.
+    auto rows = db.prepare(
+        "WITH RECURSIVE volumes (id) AS (SELECT MIN(volume_id) FROM capacity_samples UNION ALL "
+        "SELECT (SELECT MIN(volume_id) FROM capacity_samples WHERE volume_id > id) FROM volumes "
+        "WHERE id IS NOT NULL) " +
+        capacityColumns +
+        "FROM volumes CROSS JOIN capacity_samples c ON c.volume_id = id AND c.read_at = "
+        "(SELECT MAX(read_at) FROM capacity_samples WHERE volume_id = id)");
     std::vector<VolumeReading> readings;
     while (rows.step()) {
         VolumeReading latest = reading(rows);
@@ -41,8 +46,9 @@ std::vector<VolumeReading> latestReadings(SQLiteConnection& db) {
 
 std::vector<VolumeReading> readingsBetween(SQLiteConnection& db, const std::string& volumeID,
                                            const LocalDay& first, const LocalDay& last) {
-    auto rows = db.prepare(
-        capacityQuery + "WHERE c.volume_id = ? AND c.local_day BETWEEN ? AND ? ORDER BY c.read_at, c.rowid");
+    auto rows = db.prepare(capacityColumns +
+                           "FROM capacity_samples c WHERE c.volume_id = ? AND c.local_day BETWEEN ? AND ? "
+                           "ORDER BY c.read_at, c.rowid");
     rows.bind(volumeID, first.text(), last.text());
     std::vector<VolumeReading> readings;
     while (rows.step()) readings.push_back(reading(rows));

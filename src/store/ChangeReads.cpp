@@ -77,15 +77,13 @@ void eachChangeBetween(SQLiteConnection& db, const LocalDay& first, const LocalD
             sink(change);
         }
     };
-    // The condition on the day is not for the index: the ids of a run stand together.
-    auto rowsOfRun = db.prepare(std::string(changeQuery) +
-                                " FROM observations WHERE id BETWEEN ? AND ? AND +location_id = ? AND "
-                                "+local_day = ? ORDER BY id");
+    auto rowsOfRun =
+        db.prepare(std::string(changeQuery) + " FROM observations WHERE id BETWEEN ? AND ? ORDER BY id");
     const auto handOverDay = [&](const std::string& text) {
         const LocalDay day = LocalDay::parse(text).value_or(LocalDay{});
         if (const auto runs = changeRunsOf(db, text, location)) {
             for (const ChangeRun& run : *runs) {
-                rowsOfRun.bind(run.firstID, run.lastID, run.location.rawValue, text);
+                rowsOfRun.bind(run.firstID, run.lastID);
                 handOver(rowsOfRun, day);
             }
         } else {

@@ -8,6 +8,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 
 namespace brindle {
 namespace {
@@ -54,8 +55,10 @@ TrackedLocation tracked(const LocationRecord& record, const Calendar& calendar) 
 }
 
 void readDayTotals(SQLiteConnection& db, const std::string& since, HistorySnapshot& snapshot) {
+    // By location, as the table is kept: a day or two of a long history are found without reading the others.
     auto rows = db.prepare(
-        "SELECT location_id, local_day, added, freed, count FROM daily_totals WHERE local_day >= ?");
+        "SELECT d.location_id, d.local_day, d.added, d.freed, d.count FROM locations l "
+        "CROSS JOIN daily_totals d ON d.location_id = l.id AND d.local_day >= ?");
     rows.bind(since);
     EntryOfRow entry(snapshot.dayTotals);
     while (rows.step())
@@ -100,13 +103,21 @@ void readTrackedTotals(SQLiteConnection& db, HistorySnapshot& snapshot) {
     }
 }
 
-std::unordered_map<LocationID, LocationSpace> loadSpace(SQLiteConnection& db) {
+/// What the latest check of each of these locations found, where it was measured.
+std::unordered_map<LocationID, LocationSpace> loadSpace(SQLiteConnection& db,
+                                                        const std::vector<LocationRecord>& records) {
+    std::unordered_set<LocationID> missing;
+    for (const LocationRecord& record : records)
+        if (!record.removedAt && record.lastCheckAt) missing.insert(record.id);
+    // Latest first and only until every location was met, which is soon: runs check them all.
     auto rows = db.prepare(
-        "SELECT r.location_id, r.allocated_bytes, r.trash_bytes FROM scan_runs r "
-        "JOIN (SELECT location_id, MAX(id) AS latest FROM scan_runs WHERE outcome IN ('baseline', 'check') "
-        "GROUP BY location_id) m ON m.latest = r.id WHERE r.allocated_bytes IS NOT NULL");
+        "SELECT location_id, allocated_bytes, trash_bytes FROM scan_runs "
+        "WHERE outcome IN ('baseline', 'check') ORDER BY id DESC");
     std::unordered_map<LocationID, LocationSpace> spaces;
-    while (rows.step()) spaces[{rows.text(0)}] = {rows.int64(1), rows.int64(2)};
+    while (!missing.empty() && rows.step()) {
+        const LocationID id{rows.text(0)};
+        if (missing.erase(id) != 0 && !rows.isNull(1)) spaces[id] = {rows.int64(1), rows.int64(2)};
+    }
     return spaces;
 }
 
@@ -134,7 +145,7 @@ HistorySnapshot loadSnapshot(SQLiteConnection& db, int days, const LocalDay& tod
     trackCheckedDays(snapshot);
     readTrackedTotals(db, snapshot);
     snapshot.volumes = latestReadings(db);
-    const SpaceOnDisk space(records, loadSpace(db));
+    const SpaceOnDisk space(records, loadSpace(db, records));
     for (const VolumeReading& volume : snapshot.volumes)
         snapshot.breakdowns[volume.id] = spaceBreakdown(volume, space.on(volume.id));
     readEstimates(db, since, snapshot);
