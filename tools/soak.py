@@ -5,6 +5,7 @@ Each promise is proved by tests, or by fuzzers, that do something ROUNDS times (
 every point of failure. Fuzzers run for ROUNDS seconds each, 600 at most. Exits with 1 when something was lost.
 """
 
+import concurrent.futures
 import dataclasses
 import json
 import os
@@ -103,8 +104,7 @@ def outcome_of(proof, rounds):
 
 
 def fuzzed(rounds):
-    outcome = Outcome()
-    for fuzzer in sorted((ROOT / "build/fuzz/fuzz").glob("*_fuzz")):
+    def run(fuzzer):
         found = ROOT / "build/fuzz/corpus" / fuzzer.name
         found.mkdir(parents=True, exist_ok=True)
         kept = ROOT / "fuzz/corpus" / fuzzer.name
@@ -114,9 +114,15 @@ def fuzzed(rounds):
                                stderr=subprocess.PIPE, text=True, errors="replace", check=False)
         executed = re.search(r"number_of_executed_units: (\d+)", ended.stderr)
         inputs = int(executed[1]) if executed else 0
-        outcome.add(Outcome(rounds=inputs, faults=inputs, losses=0 if ended.returncode == 0 else 1))
+        print(f"soak: {fuzzer.name}: {inputs:,} inputs", file=sys.stderr)
         if ended.returncode:
             print(ended.stderr, file=sys.stderr)
+        return Outcome(rounds=inputs, faults=inputs, losses=0 if ended.returncode == 0 else 1)
+
+    outcome = Outcome()
+    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as several:
+        for found in several.map(run, sorted((ROOT / "build/fuzz/fuzz").glob("*_fuzz"))):
+            outcome.add(found)
     return outcome
 
 
