@@ -104,20 +104,29 @@ TEST_F(Private, LinksPlantedAmongItsFilesLeadNowhere) {
 TEST_F(Private, NoCommandOpensAFileOfTheLocationOrAConnectionOrWritesElsewhere) {
     const fs::path trace = folder.path() / "trace";
     const fs::path statement = folder.path() / "statement.csv";
+    const fs::path copy = folder.path() / "copy";
     const fs::path other = folder.path() / "other";
     writeFile(other / "a", 10);
-    const auto expectPrivateRun = [&](const std::vector<std::string>& arguments) {
-        SCOPED_TRACE(testing::PrintToString(arguments));
-        const auto result = runProgram(SystemCalls::traced(brindle.launch(arguments), trace));
-        EXPECT_LE(result.exitCode, 1) << result.error;
+    const auto expectPrivateLaunch = [&](const ProgramLaunch& launch) {
+        SCOPED_TRACE(testing::PrintToString(launch.arguments));
+        const auto result = runProgram(SystemCalls::traced(launch, trace));
+        EXPECT_EQ(result.exitCode, 0) << result.error;
         return expectPrivate(SystemCalls::in(trace), tree,
                              {brindle.dataDirectory(), brindle.settingsFile().parent_path().parent_path(),
-                              statement, ".statement.csv."});
+                              statement, ".statement.csv.", copy, ".copy."});
+    };
+    const auto expectPrivateRun = [&](const std::vector<std::string>& arguments) {
+        return expectPrivateLaunch(brindle.launch(arguments));
     };
     static_cast<void>(runProgram(SystemCalls::traced(brindle.launch({"--version"}), trace)));
     if (SystemCalls::in(trace).empty()) GTEST_SKIP() << "there is no strace, or it may not trace";
 
-    EXPECT_GE(expectPrivateRun({"check", tree}), 6) << "the test sees the walk";
+    expectPrivateRun({"include", tree});
+    ProgramLaunch watch = brindle.launch({"watch"});
+    const std::vector<std::string> forAWhile{"/usr/bin/timeout", "--preserve-status", "2"};
+    watch.arguments.insert(watch.arguments.begin(), forAWhile.begin(), forAWhile.end());
+    EXPECT_GE(expectPrivateLaunch(watch), 6) << "it checked nothing";
+    EXPECT_GE(expectPrivateRun({"check"}), 6) << "the test sees the walk";
     // More than is compared in memory.
     for (int i = 0; i < 6000; ++i)
         fs::create_hard_link(tree / "0/0", tree / "0" / (std::string(120, 'x') + std::to_string(i)));
@@ -125,12 +134,21 @@ TEST_F(Private, NoCommandOpensAFileOfTheLocationOrAConnectionOrWritesElsewhere) 
     EXPECT_TRUE(std::ranges::any_of(SystemCalls::in(trace), [&](const SystemCalls::Call& call) {
         return call.isAbout(brindle.dataDirectory() / "etilqs_");
     })) << "SQLite needed no temporary file";
-    const std::vector<std::vector<std::string>> commands = {{"estimates", "on"}, {"check"},
-                                                            {"status"},          {"locations"},
-                                                            {"drives"},          {"day"},
-                                                            {"changes"},         {"grew"},
-                                                            {"trends", "week"},  {"export", "-o", statement},
-                                                            {"include", other},  {"remove", other}};
+    const std::vector<std::vector<std::string>> commands = {{"estimates", "on"},
+                                                            {"check"},
+                                                            {"status"},
+                                                            {"locations"},
+                                                            {"drives"},
+                                                            {"day"},
+                                                            {"changes"},
+                                                            {"grew"},
+                                                            {"trends", "week"},
+                                                            {"export", "-o", statement},
+                                                            {"include", other},
+                                                            {"remove", other},
+                                                            {"doctor"},
+                                                            {"backup", copy},
+                                                            {"restore", "--yes", copy}};
     for (const auto& command : commands) expectPrivateRun(command);
 }
 
