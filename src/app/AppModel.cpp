@@ -43,10 +43,7 @@ AppModel::~AppModel() = default;
 
 void AppModel::connectParts() {
     connect(&session_, &HistorySession::openingChanged, this, &AppModel::openingChanged);
-    connect(&session_, &HistorySession::opened, this, [this] {
-        areEstimatesSettled_ = false;
-        session_.reloadFigures();
-    });
+    connect(&session_, &HistorySession::opened, this, [this] { areEstimatesSettled_ = false; });
     connect(&session_, &HistorySession::failed, this, [this](const QString& sentence, bool isDamaged) {
         if (!isExampleShown()) setMode(ModeUnavailable{sentence.toStdString(), isDamaged});
     });
@@ -147,7 +144,10 @@ void AppModel::start() {
 void AppModel::retryOpening() {
     if (!options_.trackingEnabled || isShuttingDown_) return;
     setMode(PlainMode::starting);
-    session_.open(settings_.showsEstimates());
+    if (session_.isOpen())
+        session_.reloadFigures();
+    else
+        session_.open(settings_.showsEstimates());
 }
 
 void AppModel::recoverHistory() {
@@ -258,11 +258,7 @@ void AppModel::leaveSetup() {
 void AppModel::returnToOwnHistory() {
     wantsExample_ = false;
     example_.reset();
-    setMode(PlainMode::starting);
-    if (session_.isOpen())
-        session_.reloadFigures();
-    else
-        session_.open(settings_.showsEstimates());
+    retryOpening();
 }
 
 void AppModel::prepareExport() {

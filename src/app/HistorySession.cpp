@@ -23,6 +23,17 @@ FileLock takeWindowLock(const std::string& dataDirectory) {
     return std::move(*lock);
 }
 
+HistoryFigures readFigures(HistorySource& source, HistoryStore& store) {
+    HistoryFigures figures{.snapshot = source.snapshot().get(),
+                           .records = store.loadLocations().get(),
+                           .unreadable = {},
+                           .cloudOnlyBytes = store.cloudOnlyBytes().get()};
+    for (const LocationRecord& record : figures.records)
+        if (auto folders = store.unreadableFolders(record.id).get(); !folders.empty())
+            figures.unreadable.emplace(record.id, std::move(folders));
+    return figures;
+}
+
 }  // namespace
 
 struct HistorySession::Open {
@@ -37,9 +48,12 @@ HistorySession::HistorySession(SessionParts parts, QObject* parent)
 
 HistorySession::~HistorySession() = default;
 
+std::shared_ptr<HistorySource> HistorySession::sourceOf(const Open& history) const {
+    return std::make_shared<StoredHistory>(history.store, parts_.clock.calendar(), parts_.clock.now);
+}
+
 void HistorySession::renewCalendar() {
-    if (isOpen())
-        source_ = std::make_shared<StoredHistory>(history_->store, parts_.clock.calendar(), parts_.clock.now);
+    if (isOpen()) source_ = sourceOf(*history_);
 }
 
 HistoryStore* HistorySession::store() const {
@@ -83,15 +97,21 @@ std::shared_ptr<HistorySession::Open> HistorySession::makeOpen(bool estimatesEna
 void HistorySession::open(bool estimatesEnabled) {
     if (isOpen() || isOpening_ || isStopping_) return;
     beginOpening();
-    background_.run([this, estimatesEnabled] { return makeOpen(estimatesEnabled); },
-                    [this](const std::shared_ptr<Open>& history) {
-                        endOpening();
-                        if (isStopping_) return;
-                        history_ = history;
-                        renewCalendar();
-                        Q_EMIT opened();
-                    },
-                    [this](const std::exception& error) { openingFailed(error); });
+    // The figures too: a history that opens may be damaged where they are.
+    const auto work = [this, estimatesEnabled] {
+        auto history = makeOpen(estimatesEnabled);
+        auto figures = readFigures(*sourceOf(*history), *history->store);
+        return std::pair(std::move(history), std::move(figures));
+    };
+    const auto take = [this](const std::pair<std::shared_ptr<Open>, HistoryFigures>& read) {
+        endOpening();
+        if (isStopping_) return;
+        history_ = read.first;
+        renewCalendar();
+        Q_EMIT opened();
+        Q_EMIT figuresLoaded(read.second);
+    };
+    background_.run(work, take, [this](const std::exception& error) { openingFailed(error); });
 }
 
 void HistorySession::recover() {
@@ -205,16 +225,7 @@ void HistorySession::take(const CoordinatorEvent& event) {
 
 void HistorySession::reloadFigures() {
     const int asked = ++figuresAsked_;
-    const auto read = [source = source_](Open& history) {
-        HistoryFigures figures{.snapshot = source->snapshot().get(),
-                               .records = history.store->loadLocations().get(),
-                               .unreadable = {},
-                               .cloudOnlyBytes = history.store->cloudOnlyBytes().get()};
-        for (const LocationRecord& record : figures.records)
-            if (auto folders = history.store->unreadableFolders(record.id).get(); !folders.empty())
-                figures.unreadable.emplace(record.id, std::move(folders));
-        return figures;
-    };
+    const auto read = [source = source_](Open& history) { return readFigures(*source, *history.store); };
     whileOpen(read, [this, asked](const HistoryFigures& figures) {
         if (asked == figuresAsked_) Q_EMIT figuresLoaded(figures);
     });

@@ -55,8 +55,8 @@ public:
     /// Cancels what runs and waits for it; stop() first keeps the main thread from waiting here.
     ~HistorySession() override;
 
-    /// Opens the history and takes the window's lock; ends with opened() or failed(). May be called again
-    /// after a failure.
+    /// Opens the history, takes the window's lock and reads the figures; ends with opened() and
+    /// figuresLoaded(), or with failed(). May be called again after a failure.
     void open(bool estimatesEnabled);
     [[nodiscard]] bool isOpen() const { return history_ != nullptr; }
     [[nodiscard]] bool isOpening() const { return isOpening_; }
@@ -112,6 +112,7 @@ private:
     struct Open;
 
     [[nodiscard]] std::shared_ptr<Open> makeOpen(bool estimatesEnabled);
+    [[nodiscard]] std::shared_ptr<HistorySource> sourceOf(const Open& history) const;
     void take(const CoordinatorEvent& event);
     void beginOpening();
     void endOpening();

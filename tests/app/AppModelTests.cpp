@@ -148,9 +148,11 @@ TEST_F(AppModelTest, WhileTrackingEveryTickChecksAndWhatItFindsIsShown) {
     include();
     {
         HistorySession session({.dataDirectory = data()});
+        bool isChecked = false;
         bool isDone = false;
         QObject::connect(&session, &HistorySession::opened, [&] { session.checkAll(); });
-        QObject::connect(&session, &HistorySession::figuresLoaded, [&] { isDone = true; });
+        QObject::connect(&session, &HistorySession::runFinished, [&] { isChecked = true; });
+        QObject::connect(&session, &HistorySession::figuresLoaded, [&] { isDone = isChecked; });
         session.open(false);
         ASSERT_TRUE(runUntil([&] { return isDone; }));
     }

@@ -173,6 +173,21 @@ TEST_F(HistorySessionTest, OnAFullDiskItGoesOnBeingReadAndSaysWhyNothingIsChecke
     stop(session);
 }
 
+TEST_F(HistorySessionTest, DamageBehindTheListOfTablesIsSeenWhenItOpensAndCanBeRecoveredFrom) {
+    const std::filesystem::path file = std::filesystem::path(parts_.dataDirectory) / "History.sqlite";
+    constexpr std::streamoff firstPage = 4096;
+    std::fstream(file, std::ios::in | std::ios::out | std::ios::binary).seekp(firstPage)
+        << std::string(std::filesystem::file_size(file) - firstPage, 'x');
+    HistorySession session(parts_);
+    EXPECT_THAT(open(session).toStdString(), HasSubstr("is damaged"));
+    bool isRecovered = false;
+    QObject::connect(&session, &HistorySession::recovered, [&] { isRecovered = true; });
+    session.recover();
+    ASSERT_TRUE(runUntil([&] { return isRecovered; }));
+    EXPECT_EQ(open(session), "");
+    stop(session);
+}
+
 TEST_F(HistorySessionTest, OneWindowAHistory) {
     HistorySession first(parts_);
     ASSERT_EQ(open(first), "");

@@ -3,12 +3,15 @@
 #include "support/TestMounts.h"
 
 #include <algorithm>
+#include <csignal>
+#include <fcntl.h>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <map>
 #include <string>
 #include <sys/stat.h>
+#include <thread>
 #include <vector>
 
 namespace brindle {
@@ -107,25 +110,37 @@ TEST_F(Private, NoCommandOpensAFileOfTheLocationOrAConnectionOrWritesElsewhere) 
     const fs::path copy = folder.path() / "copy";
     const fs::path other = folder.path() / "other";
     writeFile(other / "a", 10);
-    const auto expectPrivateLaunch = [&](const ProgramLaunch& launch) {
-        SCOPED_TRACE(testing::PrintToString(launch.arguments));
-        const auto result = runProgram(SystemCalls::traced(launch, trace));
-        EXPECT_EQ(result.exitCode, 0) << result.error;
-        return expectPrivate(SystemCalls::in(trace), tree,
-                             {brindle.dataDirectory(), brindle.settingsFile().parent_path().parent_path(),
-                              statement, ".statement.csv.", copy, ".copy."});
-    };
+    const std::vector<fs::path> own{brindle.dataDirectory(),
+                                    brindle.settingsFile().parent_path().parent_path(),
+                                    statement,
+                                    ".statement.csv.",
+                                    copy,
+                                    ".copy."};
     const auto expectPrivateRun = [&](const std::vector<std::string>& arguments) {
-        return expectPrivateLaunch(brindle.launch(arguments));
+        SCOPED_TRACE(testing::PrintToString(arguments));
+        const auto result = runProgram(SystemCalls::traced(brindle.launch(arguments), trace));
+        EXPECT_EQ(result.exitCode, 0) << result.error;
+        return expectPrivate(SystemCalls::in(trace), tree, own);
     };
     static_cast<void>(runProgram(SystemCalls::traced(brindle.launch({"--version"}), trace)));
     if (SystemCalls::in(trace).empty()) GTEST_SKIP() << "there is no strace, or it may not trace";
 
     expectPrivateRun({"include", tree});
-    ProgramLaunch watch = brindle.launch({"watch"});
-    const std::vector<std::string> forAWhile{"/usr/bin/timeout", "--preserve-status", "2"};
-    watch.arguments.insert(watch.arguments.begin(), forAWhile.begin(), forAWhile.end());
-    EXPECT_GE(expectPrivateLaunch(watch), 6) << "it checked nothing";
+    {
+        const fs::path told = folder.path() / "told";
+        const FileDescriptor output(::open(told.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600));
+        ProgramLaunch launch = SystemCalls::traced(brindle.launch({"watch"}), trace);
+        launch.output = output.get();
+        RunningProgram strace(launch);
+        while (strace.isRunning() && fs::file_size(told) == 0) std::this_thread::yield();
+        const fs::path process = fs::path("/proc") / std::to_string(strace.id());
+        pid_t watch = 0;
+        std::ifstream(process / "task" / std::to_string(strace.id()) / "children") >> watch;
+        ASSERT_GT(watch, 0);
+        ::kill(watch, SIGTERM);
+        EXPECT_EQ(strace.wait().exitCode, 0);
+        EXPECT_GE(expectPrivate(SystemCalls::in(trace), tree, own), 6);
+    }
     EXPECT_GE(expectPrivateRun({"check"}), 6) << "the test sees the walk";
     // More than is compared in memory.
     for (int i = 0; i < 6000; ++i)

@@ -10,11 +10,13 @@
 #include "ui/Stage.h"
 
 #include <QDir>
+#include <QQuickItem>
 #include <QQuickStyle>
 #include <atomic>
 #include <chrono>
 #include <clocale>
 #include <fmt/format.h>
+#include <fstream>
 #include <span>
 #include <thread>
 #include <vector>
@@ -260,6 +262,37 @@ Scene unavailableScene() {
     return {"unavailable", std::move(settings), {{"screen", [](Stage&) {}}}};
 }
 
+QQuickItem* itemNamed(QQuickItem& around, const QString& name) {
+    for (QQuickItem* child : around.childItems()) {
+        if (child->objectName() == name) return child;
+        if (QQuickItem* found = itemNamed(*child, name)) return found;
+    }
+    return nullptr;
+}
+
+std::function<void(Stage&)> press(const char* name) {
+    return [name](Stage& stage) {
+        QMetaObject::invokeMethod(itemNamed(*stage.window().contentItem(), name), "clicked");
+    };
+}
+
+/// A history whose pages are gone but for the first.
+Scene damagedScene() {
+    StageSettings settings{.isExample = false};
+    settings.prepare = [](const std::string& data) {
+        TempHistory history;
+        history.include("Documents");
+        history.close();
+        std::fstream(history.file(), std::ios::in | std::ios::out | std::ios::binary).seekp(4096)
+            << std::string(fs::file_size(history.file()) - 4096, 'x');
+        fs::copy(history.directory(), data);
+    };
+    return {
+        "damaged",
+        std::move(settings),
+        {{"screen", [](Stage&) {}}, {"question", press("recover")}, {"recovered", press("confirmRecovery")}}};
+}
+
 /// A disk on which a check stands still in the middle until it is let go.
 struct SlowDisk {
     static constexpr int filesBefore = 48'128;
@@ -433,9 +466,10 @@ int run(std::span<char*> arguments) {
     const fs::path folder = arguments.size() > 1 ? arguments[1] : "screenshots";
     const std::string only = arguments.size() > 2 ? arguments[2] : "";
     fs::create_directories(folder);
-    for (const Scene& scene : {exampleScene(), firstDayScene(), firstWeekScene(), locationsScene(),
-                               manyChangesScene(), unavailableScene(), firstRunScene(), setUpAgainScene(),
-                               settingsScene(), miniExampleScene(), miniCheckScene(), miniWelcomeScene()})
+    for (const Scene& scene :
+         {exampleScene(), firstDayScene(), firstWeekScene(), locationsScene(), manyChangesScene(),
+          unavailableScene(), damagedScene(), firstRunScene(), setUpAgainScene(), settingsScene(),
+          miniExampleScene(), miniCheckScene(), miniWelcomeScene()})
         if (only.empty() || scene.name == only) render(scene, folder);
     return 0;
 }
