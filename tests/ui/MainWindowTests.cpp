@@ -140,6 +140,21 @@ TEST(MainWindow, ShowsAPageUntilTheNextIsMade) {
     EXPECT_EQ(shown(), Names{"TrendsPage"}) << "the user thought better of it";
 }
 
+TEST(MainWindow, TheScaleOfTrendsHasRoomForItsAmountsInEveryRange) {
+    Stage stage;
+    Selection& selection = *stage.model().selection();
+    for (const auto range : {TrendRange::week, TrendRange::month, TrendRange::quarter}) {
+        for (const auto destination : {Destination::activity, Destination::trends}) {
+            selection.setRange(range);
+            selection.setDestination(destination);
+            stage.settle();
+        }
+        const QQuickItem* chart = stage.item("barChart");
+        ASSERT_NE(chart, nullptr);
+        EXPECT_GT(chart->property("labelRoom").toReal(), 20);
+    }
+}
+
 TEST(MainWindow, RemembersItsSize) {
     StageSettings settings;
     settings.preferences.mainWindowFrame = "0 20 1000 700";

@@ -262,18 +262,8 @@ Scene unavailableScene() {
     return {"unavailable", std::move(settings), {{"screen", [](Stage&) {}}}};
 }
 
-QQuickItem* itemNamed(QQuickItem& around, const QString& name) {
-    for (QQuickItem* child : around.childItems()) {
-        if (child->objectName() == name) return child;
-        if (QQuickItem* found = itemNamed(*child, name)) return found;
-    }
-    return nullptr;
-}
-
 std::function<void(Stage&)> press(const char* name) {
-    return [name](Stage& stage) {
-        QMetaObject::invokeMethod(itemNamed(*stage.window().contentItem(), name), "clicked");
-    };
+    return [name](Stage& stage) { QMetaObject::invokeMethod(stage.item(name), "clicked"); };
 }
 
 /// A history whose pages are gone but for the first.

@@ -24,13 +24,12 @@ public:
 const nlohmann::ordered_json deadFeed{{"SUFeedURL", "https://localhost:1/feed.xml"},
                                       {"SUPublicEDKey", "11qYAYKxCrfVS/7TyWQHOg7hcvPapiMlrwIaaPcHURo="}};
 
-QQuickItem* find(QQuickItem* item, const QString& name) {
+/// The first of what is shown.
+QQuickItem* find(QQuickItem* item, const std::function<bool(QQuickItem&)>& isIt) {
     if (!item->isVisible()) return nullptr;
-    if (auto* reader = QAccessible::queryAccessibleInterface(item);
-        reader != nullptr && reader->text(QAccessible::Name) == name)
-        return item;
+    if (isIt(*item)) return item;
     for (QQuickItem* child : item->childItems())
-        if (QQuickItem* found = find(child, name)) return found;
+        if (QQuickItem* found = find(child, isIt)) return found;
     return nullptr;
 }
 
@@ -92,7 +91,15 @@ void Stage::settle() {
 }
 
 QQuickItem* Stage::named(const QString& accessibleName) {
-    return find(window().contentItem(), accessibleName);
+    return find(window().contentItem(), [&](QQuickItem& item) {
+        auto* reader = QAccessible::queryAccessibleInterface(&item);
+        return reader != nullptr && reader->text(QAccessible::Name) == accessibleName;
+    });
+}
+
+QQuickItem* Stage::item(const QString& objectName) {
+    return find(window().contentItem(),
+                [&](const QQuickItem& item) { return item.objectName() == objectName; });
 }
 
 }  // namespace brindle

@@ -50,6 +50,8 @@ public:
     [[nodiscard]] QImage picture() { return window().grabWindow(); }
     /// The first item in the window's tree whose accessible name is this; null when there is none.
     [[nodiscard]] QQuickItem* named(const QString& accessibleName);
+    /// The same by its objectName.
+    [[nodiscard]] QQuickItem* item(const QString& objectName);
 
 private:
     TempFolder folder_;

@@ -10,9 +10,11 @@ Item {
     // What all amounts of the chart have room in.
     required property real labelRoom
 
+    // Counts lines that came and went: a binding does not see it when others take the place of as many.
+    property int exchanged: 0
     readonly property real labelWidth: {
         let widest = 0;
-        for (let i = 0; i < repeater.count; ++i)
+        for (let i = 0, seen = root.exchanged; i < repeater.count; ++i)
             widest = Math.max(widest, repeater.itemAt(i)?.labelWidth ?? 0);
         return Math.ceil(widest);
     }
@@ -21,6 +23,8 @@ Item {
         id: repeater
 
         model: root.lines
+        onItemAdded: ++root.exchanged
+        onItemRemoved: ++root.exchanged
 
         Item {
             id: line
