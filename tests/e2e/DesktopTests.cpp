@@ -48,7 +48,9 @@ private:
 class WritingElsewhere {
 public:
     explicit WritingElsewhere(const fs::path& history) {
+        constexpr int patience = 10'000;  // ms: the window may be tidying up after its check
         if (sqlite3_open(history.c_str(), &db_) != SQLITE_OK ||
+            sqlite3_busy_timeout(db_, patience) != SQLITE_OK ||
             sqlite3_exec(db_, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr) != SQLITE_OK)
             throw std::runtime_error("the history can't be locked");
     }
