@@ -43,13 +43,14 @@ std::optional<std::vector<ChangeRun>> changeRunsOf(SQLiteConnection& db, const s
     const auto stretches = stretchesOf(db, day, location);
     if (!stretches) return {};
     // In the order of the table: to look every change up by the index takes several times as long.
-    auto times = db.prepare("SELECT observed_at FROM observations WHERE id BETWEEN ? AND ? ORDER BY id");
+    auto times = db.prepare("SELECT id, observed_at FROM observations WHERE id BETWEEN ? AND ? ORDER BY id");
     std::vector<ChangeRun> runs;
     for (const auto& [first, last] : *stretches) {
         times.bind(first, last);
-        for (std::int64_t id = first; times.step(); ++id) {
-            const UnixTime observedAt = times.real(0);
-            if (id == first || runs.back().observedAt != observedAt) {
+        for (bool isFirst = true; times.step(); isFirst = false) {
+            const std::int64_t id = times.int64(0);
+            const UnixTime observedAt = times.real(1);
+            if (isFirst || runs.back().observedAt != observedAt) {
                 if (runs.size() == mostRuns) return {};
                 runs.push_back({.observedAt = observedAt, .firstID = id});
             }
