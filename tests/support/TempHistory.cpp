@@ -1,5 +1,7 @@
 #include "support/TempHistory.h"
 
+#include "store/SQLiteConnection.h"
+
 #include <sqlite3.h>
 #include <stdexcept>
 
@@ -51,6 +53,8 @@ Database opened(const std::string& file) {
     const int code = sqlite3_open_v2(file.c_str(), &handle, SQLITE_OPEN_READWRITE, nullptr);
     Database db(handle, sqlite3_close);
     if (code != SQLITE_OK) throw std::runtime_error(file + " can't be opened");
+    // A program that opens the history or closes it has the file to itself for a moment.
+    sqlite3_busy_timeout(handle, static_cast<int>(SQLiteConnection::usualPatience.count()));
     return db;
 }
 
