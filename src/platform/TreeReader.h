@@ -93,9 +93,9 @@ using DatalessTest = std::function<bool(const TreeEvent&)>;
 /// The system's own sign of it.
 [[nodiscard]] bool isDatalessHere(const TreeEvent& entry);
 
-/// The system's file systems. `isAhead`: readings list folders on a thread of their own, before the events
-/// of those folders are asked for; otherwise nothing is looked at before its event is. The test of what is
-/// dataless may be asked on both threads.
+/// The system's file systems. `isAhead`: readings list folders, and ask for some of their files, on a thread
+/// of their own, before the events of those are asked for; otherwise nothing is looked at before its event
+/// is. The test of what is dataless may be asked on both threads.
 [[nodiscard]] std::unique_ptr<TreeSource> makeTreeSource(DatalessTest isDataless = isDatalessHere,
                                                          bool isAhead = true);
 

@@ -31,6 +31,16 @@ UnixTime creationTime(const struct statx& status) {
     return std::min(seconds(status.stx_mtime), seconds(status.stx_ctime));
 }
 
+/// All but isDataless.
+EntryStatus statusFrom(const struct statx& status) {
+    return {.size = static_cast<std::int64_t>(status.stx_size),
+            .allocatedBytes = static_cast<std::int64_t>(status.stx_blocks) * 512,
+            .links = status.stx_nlink,
+            .inode = status.stx_ino,
+            .attributes = status.stx_attributes,
+            .created = creationTime(status)};
+}
+
 char markOf(unsigned type) {
     if (type == DT_DIR) return folderMark;
     return type == DT_REG ? fileMark : otherMark;
@@ -50,13 +60,10 @@ void sort(FolderListing& listing) {
 
 }  // namespace
 
-EntryStatus statusFrom(const struct statx& status) {
-    return {.size = static_cast<std::int64_t>(status.stx_size),
-            .allocatedBytes = static_cast<std::int64_t>(status.stx_blocks) * 512,
-            .links = status.stx_nlink,
-            .inode = status.stx_ino,
-            .attributes = status.stx_attributes,
-            .created = creationTime(status)};
+StatusAnswer askForStatus(int folder, const char* name) {
+    struct statx status {};
+    if (::statx(folder, name, statusFlags, statusMask, &status) != 0) return {.error = errno};
+    return {.mode = status.stx_mode, .status = statusFrom(status)};
 }
 
 FolderLister::FolderLister(std::string root, DatalessTest isDataless, ListingCall readListing,

@@ -20,8 +20,8 @@ inline constexpr unsigned statusMask = STATX_TYPE | STATX_NLINK | STATX_INO | ST
                                        STATX_BTIME | STATX_MTIME | STATX_CTIME;
 inline constexpr int statusFlags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC;
 
-/// All but isDataless.
-[[nodiscard]] EntryStatus statusFrom(const struct statx& status);
+/// Asks for the status of an entry of an open folder (statx(2)); a symbolic link is not followed.
+[[nodiscard]] StatusAnswer askForStatus(int folder, const char* name);
 
 /// Finds, opens and lists the folders of a tree, each when it is asked for.
 class FolderLister final : public FolderSequence {

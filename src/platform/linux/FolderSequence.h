@@ -23,6 +23,13 @@ struct FolderListing {
     std::vector<std::size_t> entries;  // where they begin in `names`, in the order of the paths below them
 };
 
+/// What the file system answered when it was asked for an entry's status.
+struct StatusAnswer {
+    int error = 0;  // errno; what follows tells nothing then
+    std::uint32_t mode = 0;
+    EntryStatus status;  // all but isDataless
+};
+
 /// A folder of a tree, as a reading comes upon it.
 struct ListedFolder {
     std::uint64_t serial = 0;  // tells it from the others of its tree
@@ -34,6 +41,8 @@ struct ListedFolder {
     FileNumber number;
     std::shared_ptr<const FileDescriptor> folder;  // once it was entered
     std::shared_ptr<const FolderListing> listing;
+    // Of the files of the listing, at the places of their entries, when all were asked for ahead.
+    std::shared_ptr<const std::vector<StatusAnswer>> answers;
 };
 
 /// The folders of one tree in the order in which a reading comes upon them. Those that lie in a folder come

@@ -26,6 +26,11 @@ char FolderTrail::nextMark() const {
     return level.nextEntry == listing.entries.size() ? '\0' : listing.names[listing.entries[level.nextEntry]];
 }
 
+const StatusAnswer* FolderTrail::answer() const {
+    const Level& level = levels_.back();
+    return level.answers ? &(*level.answers)[level.nextEntry - 1] : nullptr;
+}
+
 void FolderTrail::take() {
     Level& level = levels_.back();
     const char* entry = level.listing->names.data() + level.listing->entries[level.nextEntry++];
@@ -40,6 +45,7 @@ void FolderTrail::enter(const ListedFolder& folder) {
                        .number = folder.number,
                        .folder = folder.folder,
                        .listing = folder.listing,
+                       .answers = folder.answers,
                        .prefixLength = path_.size()});
     if (levels_.size() > openFolderLimit + 1) levels_[levels_.size() - 1 - openFolderLimit].folder.reset();
 }

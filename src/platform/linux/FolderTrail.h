@@ -28,6 +28,10 @@ public:
     /// The folder of the current entry.
     [[nodiscard]] int folder() const { return levels_.back().folder->get(); }
 
+    /// What was answered for the current entry, a file, when its folder's files were asked for ahead; or
+    /// null.
+    [[nodiscard]] const StatusAnswer* answer() const;
+
     /// The mark of the entry that comes next in the innermost folder; 0 when none does.
     [[nodiscard]] char nextMark() const;
 
@@ -56,6 +60,7 @@ private:
         FileNumber number;
         std::shared_ptr<const FileDescriptor> folder;  // given up while the reading is far below
         std::shared_ptr<const FolderListing> listing;
+        std::shared_ptr<const std::vector<StatusAnswer>> answers;
         std::size_t prefixLength = 0;  // of path_, up to where the names of its entries begin
         std::size_t nextEntry = 0;
         int error = 0;  // why the rest of it cannot be read

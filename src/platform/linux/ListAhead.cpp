@@ -1,5 +1,7 @@
 #include "platform/linux/ListAhead.h"
 
+#include "platform/linux/FolderLister.h"
+
 #include <utility>
 
 namespace brindle {
@@ -7,8 +9,22 @@ namespace {
 
 constexpr std::size_t foldersOfPart = 8;
 constexpr std::size_t entriesOfPart = 1'000;
+constexpr std::size_t fewWaitingParts = 2;
 constexpr std::size_t mostWaitingParts = 4;
 constexpr std::size_t mostWaitingEntries = 4'000;
+constexpr std::size_t mostAskedEntries = 1'000;  // of one folder: the answers take much more than the names
+
+void askForFilesOf(std::vector<ListedFolder>& folders) {
+    for (ListedFolder& folder : folders) {
+        if (!folder.listing || folder.listing->entries.size() > mostAskedEntries) continue;
+        const auto& [names, entries] = *folder.listing;
+        auto answers = std::make_shared<std::vector<StatusAnswer>>(entries.size());
+        for (std::size_t i = 0; i < entries.size(); ++i)
+            if (const char* entry = names.data() + entries[i]; *entry == fileMark)
+                (*answers)[i] = askForStatus(folder.folder->get(), entry + 1);
+        folder.answers = std::move(answers);
+    }
+}
 
 }  // namespace
 
@@ -65,11 +81,18 @@ void ListAhead::list() {
         if (folder.listing) part.entries += folder.listing->entries.size();
         part.folders.push_back(std::move(folder));
         if (part.folders.size() < foldersOfPart && part.entries < entriesOfPart) continue;
+        if (!isAwaited()) askForFilesOf(part.folders);
         if (!handOver(std::exchange(part, {}))) return;
         if (const std::uint64_t serial = passedOver_.exchange(0); serial != 0)
             folders_->passOver({.serial = serial});
     }
     static_cast<void>(handOver(std::move(part)));
+}
+
+/// Whether the one who takes the folders will soon have none.
+bool ListAhead::isAwaited() {
+    const std::scoped_lock guard(lock_);
+    return waiting_.size() < fewWaitingParts;
 }
 
 /// Waits until there is room. False when nobody takes the folders any more.

@@ -12,7 +12,8 @@
 namespace brindle {
 
 /// The same folders, found and listed on a thread of its own, a few dozen ahead of whoever takes them, so
-/// that listing folders and asking for the status of files go on at the same time.
+/// that listing folders and asking for the status of files go on at the same time. As asking takes longer,
+/// the thread asks as well whenever enough folders wait, so that both have the same to do.
 ///
 /// At most 48 folders are open for it, and as many entries waiting as 4,000, or those of one folder more.
 class ListAhead final : public FolderSequence {
@@ -36,6 +37,7 @@ private:
 
     void run();
     void list();
+    [[nodiscard]] bool isAwaited();
     [[nodiscard]] bool handOver(Part part);
     [[nodiscard]] bool takePart();
 

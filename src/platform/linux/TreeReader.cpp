@@ -114,16 +114,15 @@ bool LinuxTreeReader::findFolder() {
 
 /// Null when the file is gone.
 const TreeEvent* LinuxTreeReader::visitFile() {
-    struct statx status {};
-    if (::statx(trail_.folder(), trail_.name(), statusFlags, statusMask, &status) != 0) {
-        if (errno == ENOENT) return nullptr;
-        return tell(TreeEvent::Kind::noStatus, errno);
-    }
+    const StatusAnswer* known = trail_.answer();
+    const StatusAnswer answer = known != nullptr ? *known : askForStatus(trail_.folder(), trail_.name());
+    if (answer.error == ENOENT) return nullptr;
+    if (answer.error != 0) return tell(TreeEvent::Kind::noStatus, answer.error);
     // A file when it was listed: its place in the order would be wrong.
-    if (S_ISDIR(status.stx_mode)) return tell(TreeEvent::Kind::noStatus, ESTALE);
-    if (!S_ISREG(status.stx_mode)) return tell(TreeEvent::Kind::other);
+    if (S_ISDIR(answer.mode)) return tell(TreeEvent::Kind::noStatus, ESTALE);
+    if (!S_ISREG(answer.mode)) return tell(TreeEvent::Kind::other);
     tell(TreeEvent::Kind::file);
-    event_.status = statusFrom(status);
+    event_.status = answer.status;
     event_.status.isDataless = isDataless_(event_);
     return &event_;
 }
