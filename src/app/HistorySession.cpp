@@ -145,7 +145,7 @@ void HistorySession::endOpening() {
 void HistorySession::openingFailed(const std::exception& error) {
     endOpening();
     const auto* database = dynamic_cast<const SQLiteError*>(&error);
-    Q_EMIT failed(QString::fromStdString(failureSentence(error, parts_.dataDirectory)),
+    Q_EMIT failed(QString::fromStdString(failureFinding(error, parts_.dataDirectory)),
                   database != nullptr && database->isDamage());
 }
 

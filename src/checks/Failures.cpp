@@ -21,9 +21,7 @@ std::string databaseSentence(const SQLiteError& error, const std::string& direct
         return filled(text, fileNameText(directory), error.message());
     };
     if (error.isDamage())
-        return about(translated(
-            "The storage history in “{0}” is damaged and was left as it is ({1}). To recover what can be "
-            "read, quit Brindle and run: brindle doctor --recover"));
+        return about(translated("The storage history in “{0}” is damaged and was left as it is ({1})."));
     if (error.isFull())
         return about(translated("There is no room left on the disk for the storage history in “{0}”."));
     if (error.isLocked())
@@ -36,7 +34,7 @@ std::string databaseSentence(const SQLiteError& error, const std::string& direct
 
 }  // namespace
 
-std::string failureSentence(const std::exception& error, const std::string& directory) {
+std::string failureFinding(const std::exception& error, const std::string& directory) {
     if (const auto* database = dynamic_cast<const SQLiteError*>(&error))
         return databaseSentence(*database, directory);
     if (dynamic_cast<const std::system_error*>(&error) != nullptr)
@@ -45,6 +43,14 @@ std::string failureSentence(const std::exception& error, const std::string& dire
     if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr)
         return unusable(directory, translated("out of memory"));
     return error.what();
+}
+
+std::string failureSentence(const std::exception& error, const std::string& directory) {
+    const std::string finding = failureFinding(error, directory);
+    const auto* database = dynamic_cast<const SQLiteError*>(&error);
+    if (database == nullptr || !database->isDamage()) return finding;
+    return finding + " " +
+           translated("To recover what can be read, quit Brindle and run: brindle doctor --recover");
 }
 
 }  // namespace brindle
