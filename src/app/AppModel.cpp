@@ -202,8 +202,6 @@ void AppModel::show(HistorySnapshot snapshot) {
     if (scope &&
         std::ranges::find(history_.locations, *scope, &TrackedLocation::id) == history_.locations.end())
         selection_.setScope({});  // it was forgotten
-    locations_->replaceRows(locationRows(history_, figures(), sessionParts_.clock.calendar()));
-    drives_->replaceRows(driveRows(history_));
     Q_EMIT historyChanged();
     reloadDetails();
 }

@@ -48,8 +48,6 @@ class AppModel : public QObject {
     Q_PROPERTY(bool isShuttingDown READ isShuttingDown NOTIFY shuttingDownChanged)
     Q_PROPERTY(brindle::HistorySnapshot history READ history NOTIFY historyChanged)
     Q_PROPERTY(brindle::OwnToday ownToday READ ownToday NOTIFY ownTodayChanged)
-    Q_PROPERTY(QAbstractListModel* locations READ locations CONSTANT)
-    Q_PROPERTY(QAbstractListModel* drives READ drives CONSTANT)
     Q_PROPERTY(QAbstractListModel* contributors READ contributors CONSTANT)
     Q_PROPERTY(int dayChangesRevision READ dayChangesRevision NOTIFY detailsChanged)
     Q_PROPERTY(bool isChecking READ isChecking NOTIFY checkingChanged)
@@ -91,10 +89,7 @@ public:
     /// What is known beyond the history that is shown; null while that is the example.
     [[nodiscard]] const HistoryFigures* figures() const { return isExampleShown() ? nullptr : &own_; }
 
-    /// Rows for views: the tracked locations and the drives of the history that is shown, and the folders
-    /// that contributed most to the selected range.
-    [[nodiscard]] LocationList* locations() { return locations_.get(); }
-    [[nodiscard]] DriveList* drives() { return drives_.get(); }
+    /// Rows for views: the folders that contributed most to the selected range.
     [[nodiscard]] FolderList* contributors() { return contributors_.get(); }
 
     /// The lists of the selected period. Another list has another revision.
@@ -207,8 +202,6 @@ private:
     HistoryFigures own_;
     OwnToday ownToday_;
     std::shared_ptr<HistorySource> example_;
-    std::unique_ptr<LocationList> locations_ = makeLocationList();
-    std::unique_ptr<DriveList> drives_ = makeDriveList();
     std::unique_ptr<FolderList> contributors_ = makeFolderList();
     std::shared_ptr<const Details> details_ = std::make_shared<const Details>();
     int dayChangesRevision_ = 0;

@@ -1,7 +1,7 @@
 #include "app/PageLists.h"
 
 #include "analysis/DaySentence.h"
-#include "model/FileNameText.h"
+#include "app/pages/PageText.h"
 #include "model/NumberText.h"
 #include "model/PlatformText.h"
 #include "model/Translation.h"
@@ -10,15 +10,6 @@
 
 namespace brindle {
 namespace {
-
-template <class... Values>
-QString shown(const char* text, const Values&... values) {
-    return QString::fromStdString(filled(text, values...));
-}
-
-QString nameOf(const std::string& name) {
-    return QString::fromStdString(fileNameText(name));
-}
 
 QString stateText(LocationStatus status) {
     if (status == LocationStatus::needsAccess) return translated("Needs access");
@@ -31,57 +22,26 @@ QString unreadableText(const HistoryFigures* figures, const LocationID& id) {
     const auto folders = figures->unreadable.find(id);
     if (folders == figures->unreadable.end()) return {};
     const auto count = static_cast<std::int64_t>(folders->second.size());
-    return shown(translatedCount("{} folder couldn't be read", "{} folders couldn't be read", count),
-                 groupedNumber(count));
-}
-
-double share(std::int64_t part, std::int64_t whole) {
-    return whole > 0 ? std::clamp(static_cast<double>(part) / static_cast<double>(whole), 0.0, 1.0) : 0;
+    return pageText(translatedCount("{} folder couldn't be read", "{} folders couldn't be read", count),
+                    groupedNumber(count));
 }
 
 QString snapshotText(const VolumeReading& drive) {
     if (!drive.snapshotCount) return {};
     if (*drive.snapshotCount == 0) return translated("No local snapshots on this volume.");
-    return shown(translatedCount("{0} local snapshot on this volume, counted in Not visible to Brindle. {1}",
-                                 "{0} local snapshots on this volume, counted in Not visible to Brindle. {1}",
-                                 *drive.snapshotCount),
-                 groupedNumber(*drive.snapshotCount), translated(platformText::snapshotSizes));
+    return pageText(
+        translatedCount("{0} local snapshot on this volume, counted in Not visible to Brindle. {1}",
+                        "{0} local snapshots on this volume, counted in Not visible to Brindle. {1}",
+                        *drive.snapshotCount),
+        groupedNumber(*drive.snapshotCount), translated(platformText::snapshotSizes));
 }
 
 QString purgeableText(const UsedSpaceBreakdown& parts) {
     if (parts.purgeable == 0) return {};
-    return shown(translated(platformText::purgeable), byteAmount(parts.purgeable));
+    return pageText(translated(platformText::purgeable), byteAmount(parts.purgeable));
 }
 
 }  // namespace
-
-std::unique_ptr<LocationList> makeLocationList() {
-    return std::make_unique<LocationList>(
-        [](const LocationRow& row) { return row.id; },
-        std::vector<LocationList::Role>{
-            {"name", [](const LocationRow& row) { return row.name; }},
-            {"path", [](const LocationRow& row) { return row.path; }},
-            {"state", [](const LocationRow& row) { return row.state; }},
-            {"size", [](const LocationRow& row) { return row.size; }},
-            {"lastCheck", [](const LocationRow& row) { return row.lastCheck; }},
-            {"unreadable", [](const LocationRow& row) { return row.unreadable; }}});
-}
-
-std::unique_ptr<DriveList> makeDriveList() {
-    return std::make_unique<DriveList>(
-        [](const DriveRow& row) { return row.id; },
-        std::vector<DriveList::Role>{
-            {"name", [](const DriveRow& row) { return row.name; }},
-            {"mountPath", [](const DriveRow& row) { return row.mountPath; }},
-            {"available", [](const DriveRow& row) { return row.available; }},
-            {"usedShare", [](const DriveRow& row) { return row.usedShare; }},
-            {"filesShare", [](const DriveRow& row) { return row.filesShare; }},
-            {"trashShare", [](const DriveRow& row) { return row.trashShare; }},
-            {"notVisibleShare", [](const DriveRow& row) { return row.notVisibleShare; }},
-            {"otherVolumesShare", [](const DriveRow& row) { return row.otherVolumesShare; }},
-            {"snapshots", [](const DriveRow& row) { return row.snapshots; }},
-            {"purgeable", [](const DriveRow& row) { return row.purgeable; }}});
-}
 
 std::unique_ptr<FolderList> makeFolderList() {
     return std::make_unique<FolderList>(
@@ -98,8 +58,8 @@ std::vector<LocationRow> locationRows(const HistorySnapshot& snapshot, const His
     std::vector<LocationRow> rows;
     for (const TrackedLocation& location : snapshot.currentlyTracked()) {
         LocationRow row{.id = location.id.rawValue,
-                        .name = nameOf(location.name),
-                        .path = nameOf(location.path),
+                        .name = shownName(location.name),
+                        .path = shownName(location.path),
                         .state = stateText(location.status),
                         .size = {},
                         .lastCheck = translated("Not checked yet"),
@@ -119,21 +79,14 @@ std::vector<DriveRow> driveRows(const HistorySnapshot& snapshot) {
     for (const VolumeReading& drive : snapshot.volumes) {
         if (std::ranges::find(tracked, drive.id, &TrackedLocation::volumeID) == tracked.end()) continue;
         DriveRow row{.id = drive.id,
-                     .name = nameOf(drive.name),
-                     .mountPath = nameOf(drive.mountPath),
-                     .available = shown(translated("{0} available of {1}"), byteAmount(drive.availableBytes),
-                                        byteAmount(drive.totalBytes)),
-                     .usedShare = share(drive.totalBytes - drive.freeBytes, drive.totalBytes),
+                     .name = shownName(drive.name),
+                     .mountPath = shownName(drive.mountPath),
+                     .available = pageText(translated("{0} available of {1}"),
+                                           byteAmount(drive.availableBytes), byteAmount(drive.totalBytes)),
                      .snapshots = snapshotText(drive),
                      .purgeable = {}};
-        if (const auto found = snapshot.breakdowns.find(drive.id); found != snapshot.breakdowns.end()) {
-            const UsedSpaceBreakdown& parts = found->second;
-            row.filesShare = share(parts.files, drive.totalBytes);
-            row.trashShare = share(parts.trash, drive.totalBytes);
-            row.notVisibleShare = share(parts.notVisible, drive.totalBytes);
-            row.otherVolumesShare = share(parts.otherVolumes, drive.totalBytes);
-            row.purgeable = purgeableText(parts);
-        }
+        if (const auto found = snapshot.breakdowns.find(drive.id); found != snapshot.breakdowns.end())
+            row.purgeable = purgeableText(found->second);
         rows.push_back(std::move(row));
     }
     return rows;
@@ -149,8 +102,8 @@ std::vector<FolderRow> folderRows(std::span<const FolderSummary> folders, const 
                         .place = QString::fromStdString(placeText(ref, snapshot.locations)),
                         .added = QString::fromStdString(signedByteAmount(totals.added)),
                         .freed = QString::fromStdString(signedByteAmount(-totals.freed)),
-                        .addedShare = share(totals.added, largest),
-                        .freedShare = share(totals.freed, largest)});
+                        .addedShare = shareOf(totals.added, largest),
+                        .freedShare = shareOf(totals.freed, largest)});
     return rows;
 }
 

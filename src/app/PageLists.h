@@ -34,12 +34,7 @@ struct DriveRow {
     std::string id;
     QString name;
     QString mountPath;
-    QString available;      // "278.9 GB available of 994.7 GB"
-    double usedShare = 0;   // 0 to 1
-    double filesShare = 0;  // of the drive, like the others below; together they are the used share
-    double trashShare = 0;
-    double notVisibleShare = 0;
-    double otherVolumesShare = 0;
+    QString available;  // "278.9 GB available of 994.7 GB"
     QString snapshots;  // the line about local snapshots; empty where they cannot be counted
     QString purgeable;  // the line about what the system would free; empty where there is none
 
@@ -58,12 +53,8 @@ struct FolderRow {
     bool operator==(const FolderRow&) const = default;
 };
 
-using LocationList = ListModel<LocationRow, std::string>;
-using DriveList = ListModel<DriveRow, std::string>;
 using FolderList = ListModel<FolderRow, FolderRef>;
 
-[[nodiscard]] std::unique_ptr<LocationList> makeLocationList();
-[[nodiscard]] std::unique_ptr<DriveList> makeDriveList();
 [[nodiscard]] std::unique_ptr<FolderList> makeFolderList();
 
 /// `figures` of the user's own history add what could not be read; of the example there are none.

@@ -74,7 +74,7 @@ QString WindowModel::pauseTitle() const {
 }
 
 QString WindowModel::locationCount() const {
-    const auto count = static_cast<std::int64_t>(model_.locations()->rows().size());
+    const auto count = static_cast<std::int64_t>(model_.history().currentlyTracked().size());
     return text(filled(translatedCount("{} location included", "{} locations included", count),
                        groupedNumber(count)));
 }
