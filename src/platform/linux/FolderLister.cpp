@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <sys/sysmacros.h>
 #include <utility>
 
@@ -13,6 +14,10 @@ namespace brindle {
 namespace {
 
 using Kind = TreeEvent::Kind;
+
+constexpr unsigned statusMask = STATX_TYPE | STATX_NLINK | STATX_INO | STATX_SIZE | STATX_BLOCKS |
+                                STATX_BTIME | STATX_MTIME | STATX_CTIME;
+constexpr int statusFlags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC;
 
 // What most folders need, so that few listings grow.
 constexpr std::size_t usualNameBytes = 1024;

@@ -6,19 +6,13 @@
 
 #include <array>
 #include <dirent.h>
-#include <fcntl.h>
 #include <functional>
-#include <sys/stat.h>
 #include <sys/types.h>
 
 namespace brindle {
 
 /// Reads the next part of an open folder's listing, as getdents64() does. Tests replace it.
 using ListingCall = std::function<ssize_t(int folder, void* buffer, std::size_t size)>;
-
-inline constexpr unsigned statusMask = STATX_TYPE | STATX_NLINK | STATX_INO | STATX_SIZE | STATX_BLOCKS |
-                                       STATX_BTIME | STATX_MTIME | STATX_CTIME;
-inline constexpr int statusFlags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC;
 
 /// Asks for the status of an entry of an open folder (statx(2)); a symbolic link is not followed.
 [[nodiscard]] StatusAnswer askForStatus(int folder, const char* name);
