@@ -46,11 +46,12 @@ std::string failureFinding(const std::exception& error, const std::string& direc
 }
 
 std::string failureSentence(const std::exception& error, const std::string& directory) {
-    const std::string finding = failureFinding(error, directory);
+    std::string sentence = failureFinding(error, directory);
     const auto* database = dynamic_cast<const SQLiteError*>(&error);
-    if (database == nullptr || !database->isDamage()) return finding;
-    return finding + " " +
-           translated("To recover what can be read, quit Brindle and run: brindle doctor --recover");
+    if (database == nullptr || !database->isDamage()) return sentence;
+    sentence += ' ';
+    sentence += translated("To recover what can be read, quit Brindle and run: brindle doctor --recover");
+    return sentence;
 }
 
 }  // namespace brindle
