@@ -1,35 +1,34 @@
-#include "support/TempHistory.h"
 #include "ui/screenshots/Scenes.h"
 
 #include <filesystem>
 #include <fmt/format.h>
 
 namespace brindle::screenshots {
-namespace {
 
-namespace fs = std::filesystem;
-
-}  // namespace
+StageSettings recorded(std::function<void(TempHistory&, UnixTime now)> record) {
+    StageSettings settings{.isExample = false};
+    settings.prepare = [record = std::move(record), now = settings.now](const std::string& data) {
+        TempHistory history;
+        record(history, now);
+        history.close();
+        std::filesystem::copy(history.directory(), data);
+    };
+    return settings;
+}
 
 /// A folder whose baseline is all there is.
 Scene firstDayScene() {
-    StageSettings settings{.isExample = false};
-    settings.prepare = [](const std::string& data) {
-        TempHistory history;
+    StageSettings settings = recorded([](TempHistory& history, UnixTime /*now*/) {
         history.include("Documents");
         history.check("Documents", {{"a", 1'000'000}, {"b/c", 25'000'000}});
-        history.close();
-        fs::copy(history.directory(), data);
-    };
+    });
     return {"first-day", std::move(settings), everyPage()};
 }
 
 /// A week with a day that no check covers, one whose check could not read everything, names of every kind,
 /// and a drive that is away.
 Scene firstWeekScene() {
-    StageSettings settings{.isExample = false};
-    settings.prepare = [now = settings.now](const std::string& data) {
-        TempHistory history;
+    StageSettings settings = recorded([](TempHistory& history, UnixTime now) {
         history.now = now - 6 * 86'400;
         history.include("Documents");
         history.include("Photos with a name that is much longer than names usually are");
@@ -58,17 +57,13 @@ Scene firstWeekScene() {
         files.erase("Films/two.mkv");
         check();
         history.store().setStatus({"Documents"}, LocationStatus::disconnected).get();
-        history.close();
-        fs::copy(history.directory(), data);
-    };
+    });
     return {"first-week", std::move(settings), everyPage()};
 }
 
 /// Half a million changes on one day.
 Scene manyChangesScene() {
-    StageSettings settings{.isExample = false};
-    settings.prepare = [now = settings.now](const std::string& data) {
-        TempHistory history;
+    StageSettings settings = recorded([](TempHistory& history, UnixTime now) {
         history.now = now - 86'400;
         history.include("Home");
         history.check("Home", {});
@@ -77,9 +72,7 @@ Scene manyChangesScene() {
         for (int i = 0; i < 500'000; ++i)
             files[fmt::format("Folder {}/Part {}/file {}.dat", i % 40, i % 1000, i)] = 1000 + i * 37 % 90'000;
         history.check("Home", files);
-        history.close();
-        fs::copy(history.directory(), data);
-    };
+    });
     return {"many-changes", std::move(settings), {everyPage()[0], everyPage()[1]}};
 }
 

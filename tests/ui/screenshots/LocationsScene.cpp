@@ -1,5 +1,4 @@
 #include "app/EventLoop.h"
-#include "support/TempHistory.h"
 #include "ui/screenshots/Scenes.h"
 
 #include <filesystem>
@@ -25,10 +24,8 @@ std::function<void(Stage&)> sheet(const std::function<void(LocationActionsModel&
 
 /// Locations in every state, and what is asked and told before they are changed.
 Scene locationsScene() {
-    StageSettings settings{.isExample = false};
     const auto folders = std::make_shared<TempFolder>();
-    settings.prepare = [folders, now = settings.now](const std::string& data) {
-        TempHistory history;
+    StageSettings settings = recorded([folders](TempHistory& history, UnixTime now) {
         history.include("Documents");
         history.include("Letters");
         for (const char* id : {"Documents", "Letters"})
@@ -38,9 +35,7 @@ Scene locationsScene() {
         LocationRecord raw = makeCandidate(folders->path() / "Pictures/Raw", {}, now).record;
         raw.id = {"Raw"};
         history.store().insert(raw).get();
-        history.close();
-        fs::copy(history.directory(), data);
-    };
+    });
     std::vector<DriveChoice> drives{
         {.drive = {.id = "1", .name = "System", .mountPath = "/"}, .totalBytes = 994'700'000'000},
         {.drive = {.id = "2", .name = "Studio SSD", .mountPath = "/media/ann/Studio SSD"},

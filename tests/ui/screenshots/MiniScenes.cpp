@@ -1,5 +1,4 @@
 #include "support/HookedTree.h"
-#include "support/TempHistory.h"
 #include "ui/screenshots/Scenes.h"
 
 #include <chrono>
@@ -34,18 +33,14 @@ Scene miniExampleScene() {
 
 /// A folder that was last checked yesterday, and whose check goes on until the stage is gone.
 Scene miniCheckScene() {
-    StageSettings settings{.isExample = false};
-    settings.prepare = [now = settings.now](const std::string& data) {
-        TempHistory history;
+    StageSettings settings = recorded([](TempHistory& history, UnixTime now) {
         history.now = now - 86'400;
         LocationRecord record = makeCandidate(fs::temp_directory_path().string(), {}, history.now).record;
         record.name = "Photos with a name that is much longer than names usually are";
         const LocationID id = record.id;
         history.store().insert(record).get();
         history.check(id.rawValue, {{"a", 1'000'000}});
-        history.close();
-        fs::copy(history.directory(), data);
-    };
+    });
     // Lets no walk end while it can be seen.
     settings.trees = [] {
         return std::make_unique<HookedTree>(

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/TempHistory.h"
 #include "ui/Stage.h"
 
 #include <QSize>
@@ -25,6 +26,9 @@ struct Scene {
     };
     std::vector<QSize> sizes{{960, 680}, {1440, 900}};
 };
+
+/// A stage whose own history is what `record` writes; `now` is the stage's time.
+[[nodiscard]] StageSettings recorded(std::function<void(TempHistory&, UnixTime now)> record);
 
 /// Opens a page.
 [[nodiscard]] std::function<void(Stage&)> page(Destination destination);

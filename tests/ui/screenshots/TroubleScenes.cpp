@@ -1,4 +1,3 @@
-#include "support/TempHistory.h"
 #include "ui/screenshots/Scenes.h"
 
 #include <QQuickItem>
@@ -17,28 +16,22 @@ std::function<void(Stage&)> press(const char* name) {
 }  // namespace
 
 Scene unavailableScene() {
-    StageSettings settings{.isExample = false};
-    settings.prepare = [](const std::string& data) {
-        TempHistory history;
+    StageSettings settings = recorded([](TempHistory& history, UnixTime /*now*/) {
         history.include("Documents");
         history.close();
         rowsOf(history.file(), "PRAGMA user_version = 99");
-        fs::copy(history.directory(), data);
-    };
+    });
     return {"unavailable", std::move(settings), {{"screen", [](Stage&) {}}}};
 }
 
 /// A history whose pages are gone but for the first.
 Scene damagedScene() {
-    StageSettings settings{.isExample = false};
-    settings.prepare = [](const std::string& data) {
-        TempHistory history;
+    StageSettings settings = recorded([](TempHistory& history, UnixTime /*now*/) {
         history.include("Documents");
         history.close();
         std::fstream(history.file(), std::ios::in | std::ios::out | std::ios::binary).seekp(4096)
             << std::string(fs::file_size(history.file()) - 4096, 'x');
-        fs::copy(history.directory(), data);
-    };
+    });
     return {
         "damaged",
         std::move(settings),
